@@ -1,0 +1,7 @@
+// FCIP_API marks the functions of the library's exported set; everything else stays hidden.
+#ifndef KESTO_FCIP_EXPORT_H
+#define KESTO_FCIP_EXPORT_H
+
+#define FCIP_API __attribute__((visibility("default")))
+
+#endif
