@@ -23,11 +23,11 @@ struct IpAddr {
 // One FCIP entity, which the CIM model presents as an FCIP profile. Key: kfmFcipEntityId.
 struct FcipEntityEntry {
     std::uint32_t kfmFcipEntityId;
-    IpAddr kfmFcipEntityAddress;                  // local address of the profile
-    std::uint32_t kfmFcipEntityTcpPort;           // port on which the profile listens
-    std::uint32_t kfmFcipEntitySackOption;        // 1 = selective acknowledgement
-    std::uint32_t kfmFcipEntitySeqNumWrap;        // 1 = sequence-number wrap supported
-    std::uint32_t kfmFcipEntityPhbSupport;        // 1 = per-hop-behaviour support
+    IpAddr kfmFcipEntityAddress;           // local address of the profile
+    std::uint32_t kfmFcipEntityTcpPort;    // port on which the profile listens
+    std::uint32_t kfmFcipEntitySackOption; // 1 = selective acknowledgement
+    std::uint32_t kfmFcipEntitySeqNumWrap; // 1 = sequence-number wrap supported
+    std::uint32_t kfmFcipEntityPhbSupport; // 1 = per-hop-behaviour support
     std::uint32_t reserved_40;
     std::uint32_t kfmFcipEntityPmtuEnable;        // 1 = path-MTU discovery
     std::uint32_t kfmFcipEntityPmtuResetTimeout;  // seconds, 0 = none
@@ -67,10 +67,10 @@ struct FcipLinkEntry {
     std::uint32_t kfmFcipLinkExtBPortKaEnable; // 1 = enabled
     std::uint32_t kfmFcipLinkExtCntrlQos;
     std::uint32_t kfmFcipLinkExtDataQos;
-    std::uint32_t kfmFcipLinkExtEthIfIndex;     // Gigabit Ethernet port that carries the tunnel
-    std::uint32_t kfmFcipLinkExtWriteAccel;     // 1 = configured
-    std::uint32_t kfmFcipLinkExtIpCompression;  // compression mode, 1 = none
-    std::uint32_t kfmFcipLinkExtTapeAccel;      // 1 = configured
+    std::uint32_t kfmFcipLinkExtEthIfIndex;    // Gigabit Ethernet port that carries the tunnel
+    std::uint32_t kfmFcipLinkExtWriteAccel;    // 1 = configured
+    std::uint32_t kfmFcipLinkExtIpCompression; // compression mode, 1 = none
+    std::uint32_t kfmFcipLinkExtTapeAccel;     // 1 = configured
     std::uint32_t kfmFcipLinkExtFlowCtrlBufSize;
     std::uint32_t kfmFcipLinkExtIpSec;             // 1 = enabled
     std::uint32_t kfmFcipLinkExtPhyIfIndex;        // physical Gigabit port
@@ -175,7 +175,7 @@ struct MtsMessage {
 
 // What mts_recv waits for.
 struct MtsSelector {
-    std::uint32_t kind;       // 1 on every receive of the provider
+    std::uint32_t kind; // 1 on every receive of the provider
     std::uint32_t reserved_4;
     std::uint32_t option;
     std::uint32_t token; // the request's token, 0 = whatever comes next

@@ -32,15 +32,17 @@ std::uint32_t mts_payload_size(const MtsMessage* message);
 int mts_drop(std::uint32_t queue, MtsMessage* message);
 std::uint32_t mts_sap_get(std::uint32_t queue);
 int cmi_req_resp(std::uint32_t code, std::uint32_t, std::uint32_t, void** reply, std::uint32_t* replyLength,
-                 std::uint32_t, std::uint32_t, std::uint32_t service, std::uint32_t queue, std::uint32_t option);
+                 std::uint32_t, std::uint32_t, std::uint32_t service, std::uint32_t queue,
+                 std::uint32_t option);
 
 // FCIP management service. op 1 = the row with exactly this key, 2 = the row that follows the key.
 int fcip_get_link_entry(std::uint32_t queue, int op, const FcipLinkKey* key, FcipLinkEntry** row, int, int);
 int fcip_get_entity_entry(std::uint32_t queue, int op, std::uint32_t entityId, FcipEntityEntry** row, int);
-int fcip_get_tcpconn_entry(std::uint32_t queue, int op, const FcipTcpConnKey* key, FcipTcpConnEntry** row, int);
+int fcip_get_tcpconn_entry(std::uint32_t queue, int op, const FcipTcpConnKey* key, FcipTcpConnEntry** row,
+                           int);
 int fcip_snmp_get_link_errors(std::uint32_t queue, int op, const FcipLinkKey* key, FcipLinkErrors** row, int);
-int fcip_send_recv_with_mts_q(std::uint32_t code, std::uint32_t node, std::uint32_t service, const void* payload,
-                              std::uint32_t length, std::uint32_t queue, void** reply,
+int fcip_send_recv_with_mts_q(std::uint32_t code, std::uint32_t node, std::uint32_t service,
+                              const void* payload, std::uint32_t length, std::uint32_t queue, void** reply,
                               std::uint32_t* replyLength, void* messageBuffer);
 char* fcip_if_str(std::uint32_t ifIndex, char* buffer); // returns buffer
 

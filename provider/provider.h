@@ -1,5 +1,5 @@
-// The CMPI boundary of the provider FCIPProvider: the two factory functions that a CIM server looks up, and the
-// operations of their function tables.
+// The CMPI boundary of the provider FCIPProvider: the two factory functions that a CIM server looks up, and
+// the operations of their function tables.
 //
 // The library is stateless but for _broker. Every operation that reaches the platform takes the platform's
 // process-wide lock once, after it has read the request's object path, and releases it on its only way out.
@@ -30,33 +30,36 @@ FCIP_API void initialize(void);
 FCIP_API CMPIStatus FCIP_Cleanup(CMPIInstanceMI* mi, const CMPIContext* context, CMPIBoolean terminating);
 FCIP_API CMPIStatus FCIP_EnumInstanceNames(CMPIInstanceMI* mi, const CMPIContext* context,
                                            const CMPIResult* result, const CMPIObjectPath* op);
-FCIP_API CMPIStatus FCIP_EnumInstances(CMPIInstanceMI* mi, const CMPIContext* context, const CMPIResult* result,
-                                       const CMPIObjectPath* op, const char** properties);
+FCIP_API CMPIStatus FCIP_EnumInstances(CMPIInstanceMI* mi, const CMPIContext* context,
+                                       const CMPIResult* result, const CMPIObjectPath* op,
+                                       const char** properties);
 FCIP_API CMPIStatus FCIP_GetInstance(CMPIInstanceMI* mi, const CMPIContext* context, const CMPIResult* result,
                                      const CMPIObjectPath* op, const char** properties);
-FCIP_API CMPIStatus FCIP_CreateInstance(CMPIInstanceMI* mi, const CMPIContext* context, const CMPIResult* result,
-                                        const CMPIObjectPath* op, const CMPIInstance* instance);
-FCIP_API CMPIStatus FCIP_ModifyInstance(CMPIInstanceMI* mi, const CMPIContext* context, const CMPIResult* result,
-                                        const CMPIObjectPath* op, const CMPIInstance* instance,
-                                        const char** properties);
-FCIP_API CMPIStatus FCIP_DeleteInstance(CMPIInstanceMI* mi, const CMPIContext* context, const CMPIResult* result,
-                                        const CMPIObjectPath* op);
+FCIP_API CMPIStatus FCIP_CreateInstance(CMPIInstanceMI* mi, const CMPIContext* context,
+                                        const CMPIResult* result, const CMPIObjectPath* op,
+                                        const CMPIInstance* instance);
+FCIP_API CMPIStatus FCIP_ModifyInstance(CMPIInstanceMI* mi, const CMPIContext* context,
+                                        const CMPIResult* result, const CMPIObjectPath* op,
+                                        const CMPIInstance* instance, const char** properties);
+FCIP_API CMPIStatus FCIP_DeleteInstance(CMPIInstanceMI* mi, const CMPIContext* context,
+                                        const CMPIResult* result, const CMPIObjectPath* op);
 FCIP_API CMPIStatus FCIP_ExecQuery(CMPIInstanceMI* mi, const CMPIContext* context, const CMPIResult* result,
                                    const CMPIObjectPath* op, const char* query, const char* language);
 
 // Association interface. In the two reference operations resultClass names the association class wanted.
 FCIP_API CMPIStatus FCIP_AssociationCleanup(CMPIAssociationMI* mi, const CMPIContext* context,
                                             CMPIBoolean terminating);
-FCIP_API CMPIStatus FCIP_Associators(CMPIAssociationMI* mi, const CMPIContext* context, const CMPIResult* result,
-                                     const CMPIObjectPath* op, const char* assocClass, const char* resultClass,
-                                     const char* role, const char* resultRole, const char** properties);
+FCIP_API CMPIStatus FCIP_Associators(CMPIAssociationMI* mi, const CMPIContext* context,
+                                     const CMPIResult* result, const CMPIObjectPath* op,
+                                     const char* assocClass, const char* resultClass, const char* role,
+                                     const char* resultRole, const char** properties);
 FCIP_API CMPIStatus FCIP_AssociatorNames(CMPIAssociationMI* mi, const CMPIContext* context,
                                          const CMPIResult* result, const CMPIObjectPath* op,
                                          const char* assocClass, const char* resultClass, const char* role,
                                          const char* resultRole);
-FCIP_API CMPIStatus FCIP_References(CMPIAssociationMI* mi, const CMPIContext* context, const CMPIResult* result,
-                                    const CMPIObjectPath* op, const char* resultClass, const char* role,
-                                    const char** properties);
+FCIP_API CMPIStatus FCIP_References(CMPIAssociationMI* mi, const CMPIContext* context,
+                                    const CMPIResult* result, const CMPIObjectPath* op,
+                                    const char* resultClass, const char* role, const char** properties);
 FCIP_API CMPIStatus FCIP_ReferenceNames(CMPIAssociationMI* mi, const CMPIContext* context,
                                         const CMPIResult* result, const CMPIObjectPath* op,
                                         const char* resultClass, const char* role);
