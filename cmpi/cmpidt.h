@@ -246,7 +246,8 @@ typedef enum CMPIrc {
     CMPI_RC_ERR_INVALID_HANDLE = 60, // answers of the interface's own functions
     CMPI_RC_ERR_INVALID_DATA_TYPE = 61,
     CMPI_RC_ERR_NOT_IN_CODEPAGE = 62,
-    CMPI_RC_ERROR_SYSTEM = 100
+    CMPI_RC_ERROR_SYSTEM = 100,
+    CMPI_RC_ERROR = 200
 } CMPIrc;
 
 typedef struct CMPIStatus {
