@@ -1,0 +1,189 @@
+#include "tests/support/provider_test.h"
+
+#include <arpa/inet.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/platform_services.h"
+#include "provider/provider.h"
+
+namespace test_support {
+
+namespace {
+
+// A property list as the operations take it: pointers that end with NULL, or NULL itself.
+class CList {
+  public:
+    explicit CList(const PropertyList& list) : given_(list.has_value()) {
+        if (!given_) return;
+        for (const std::string& text : *list)
+            pointers_.push_back(text.c_str());
+        pointers_.push_back(nullptr);
+    }
+    const char** get() { return given_ ? pointers_.data() : nullptr; }
+
+  private:
+    bool given_;
+    std::vector<const char*> pointers_;
+};
+
+} // namespace
+
+void ProviderTest::SetUp() {
+    emulator::reset();
+    CMPIStatus status{CMPI_RC_OK, nullptr};
+    instanceMi = FCIPProvider_Create_InstanceMI(broker.cmpi(), nullptr, &status);
+    associationMi = FCIPProvider_Create_AssociationMI(broker.cmpi(), nullptr, &status);
+    ASSERT_NE(instanceMi, nullptr);
+    ASSERT_NE(associationMi, nullptr);
+    emulator::clear_calls();
+    broker.clear_calls();
+}
+
+void ProviderTest::TearDown() {
+    EXPECT_FALSE(emulator::lock_held()) << "the provider left the platform's lock taken";
+    EXPECT_EQ(emulator::misuse_count(), 0u) << emulator::misuse_report();
+    EXPECT_EQ(emulator::messages_outstanding(), 0u) << "a message was not dropped";
+    emulator::release_messages();
+}
+
+ProviderTest::Recording::Recording(ProviderTest& owner)
+    : test(owner),
+      result(owner.broker),
+      brokerCallsBefore(owner.broker.calls().size()),
+      platformCallsBefore(emulator::calls().size()) {}
+
+Answer ProviderTest::Recording::finish(CMPIStatus status) {
+    Answer answer;
+    answer.output = capture.text();
+    EXPECT_FALSE(emulator::lock_held()) << "the operation returned with the platform's lock taken";
+
+    const std::vector<Call> brokerCalls = test.broker.calls();
+    answer.brokerCalls.assign(brokerCalls.begin() + static_cast<std::ptrdiff_t>(brokerCallsBefore),
+                              brokerCalls.end());
+    const std::vector<std::string> platformCalls = emulator::calls();
+    answer.platformCalls.assign(platformCalls.begin() + static_cast<std::ptrdiff_t>(platformCallsBefore),
+                                platformCalls.end());
+    answer.rc = status.rc;
+    if (status.msg) answer.message = status.msg->ft->getCharPtr(status.msg, nullptr);
+    answer.instances = result.instances();
+    answer.paths = result.paths();
+    answer.returned = result.returned();
+    answer.doneCalls = result.done_calls();
+    return answer;
+}
+
+Answer ProviderTest::enumerate_names(const std::string& className) {
+    const CMPIObjectPath* op = broker.path(nameSpace, className);
+    return operate([&](const CMPIResult* result) {
+        return instanceMi->ft->enumerateInstanceNames(instanceMi, nullptr, result, op);
+    });
+}
+
+Answer ProviderTest::enumerate(const std::string& className, const PropertyList& properties) {
+    const CMPIObjectPath* op = broker.path(nameSpace, className);
+    CList list(properties);
+    return operate([&](const CMPIResult* result) {
+        return instanceMi->ft->enumerateInstances(instanceMi, nullptr, result, op, list.get());
+    });
+}
+
+Answer ProviderTest::get_instance(const std::string& className, const std::vector<Key>& keys,
+                                  const PropertyList& properties) {
+    const CMPIObjectPath* op = broker.path(nameSpace, className, keys);
+    CList list(properties);
+    return operate([&](const CMPIResult* result) {
+        return instanceMi->ft->getInstance(instanceMi, nullptr, result, op, list.get());
+    });
+}
+
+Answer ProviderTest::associators(const std::string& className, const std::vector<Key>& keys,
+                                 const char* assocClass, const PropertyList& properties,
+                                 const char* resultClass, const char* role, const char* resultRole) {
+    const CMPIObjectPath* op = broker.path(nameSpace, className, keys);
+    CList list(properties);
+    return operate([&](const CMPIResult* result) {
+        return associationMi->ft->associators(associationMi, nullptr, result, op, assocClass, resultClass,
+                                              role, resultRole, list.get());
+    });
+}
+
+Answer ProviderTest::associator_names(const std::string& className, const std::vector<Key>& keys,
+                                      const char* assocClass, const char* resultClass, const char* role,
+                                      const char* resultRole) {
+    const CMPIObjectPath* op = broker.path(nameSpace, className, keys);
+    return operate([&](const CMPIResult* result) {
+        return associationMi->ft->associatorNames(associationMi, nullptr, result, op, assocClass, resultClass,
+                                                  role, resultRole);
+    });
+}
+
+Answer ProviderTest::references(const std::string& className, const std::vector<Key>& keys,
+                                const char* resultClass, const PropertyList& properties, const char* role) {
+    const CMPIObjectPath* op = broker.path(nameSpace, className, keys);
+    CList list(properties);
+    return operate([&](const CMPIResult* result) {
+        return associationMi->ft->references(associationMi, nullptr, result, op, resultClass, role,
+                                             list.get());
+    });
+}
+
+Answer ProviderTest::reference_names(const std::string& className, const std::vector<Key>& keys,
+                                     const char* resultClass, const char* role) {
+    const CMPIObjectPath* op = broker.path(nameSpace, className, keys);
+    return operate([&](const CMPIResult* result) {
+        return associationMi->ft->referenceNames(associationMi, nullptr, result, op, resultClass, role);
+    });
+}
+
+std::size_t ProviderTest::at_least_one(std::size_t failures) {
+    EXPECT_GE(failures, 1u) << "the call that should fail was never made";
+    return failures;
+}
+
+FcipLinkEntry link_row(std::uint32_t entityId, std::uint32_t linkIndex, std::uint32_t ifIndex) {
+    FcipLinkEntry row{};
+    row.kfmFcipEntityId = entityId;
+    row.kfmFcipLinkIndex = linkIndex;
+    row.kfmFcipLinkIfIndex = ifIndex;
+    return row;
+}
+
+FcipEntityEntry entity_row(std::uint32_t entityId) {
+    FcipEntityEntry row{};
+    row.kfmFcipEntityId = entityId;
+    return row;
+}
+
+IpAddr address(const std::string& text) {
+    IpAddr value{};
+    if (inet_pton(AF_INET, text.c_str(), value.addr) == 1)
+        value.addrType = KFM_ADDR_IPV4;
+    else if (inet_pton(AF_INET6, text.c_str(), value.addr) == 1)
+        value.addrType = KFM_ADDR_IPV6;
+    else
+        ADD_FAILURE() << text << " is no IP address";
+    return value;
+}
+
+emulator::Port port_row(std::uint32_t ifIndex, std::uint8_t type, std::uint32_t vsan) {
+    emulator::Port port;
+    port.ifIndex = ifIndex;
+    port.type = type;
+    port.vsan = vsan;
+    return port;
+}
+
+std::vector<std::string> functions_called(const std::vector<Call>& calls, bool locked) {
+    std::vector<std::string> functions;
+    for (const Call& call : calls) {
+        if (call.locked != locked) continue;
+        const std::string function = call.function();
+        if (std::find(functions.begin(), functions.end(), function) == functions.end())
+            functions.push_back(function);
+    }
+    return functions;
+}
+
+} // namespace test_support
