@@ -1,0 +1,39 @@
+// Entering a service: the log, the caller's lock, the faults.
+#include "emulator/call.h"
+
+namespace emulator {
+
+bool Call::reads_arguments() const {
+    return runtime().recording || !runtime().faults.empty();
+}
+
+void Call::enter(CallerLock lock, const std::string& arguments) {
+    Runtime& emulated = runtime();
+    ++emulated.callCounts[symbol_];
+    if (emulated.recording)
+        emulated.callLog.push_back(arguments.empty() ? symbol_ : symbol_ + (" " + arguments));
+    if (lock == CallerLock::needed) require(lock_held(), "called without the lock");
+    if (emulated.faults.empty()) return;
+    std::vector<std::function<void()>> actions;
+    verdict_ = emulated.faults.judge(symbol_, arguments, actions);
+    for (const auto& action : actions)
+        action();
+}
+
+bool Call::require(bool holds, const char* what) const {
+    if (!holds) runtime().misuse(std::string(symbol_) + ": " + what);
+    return holds;
+}
+
+bool Call::usable(std::uint32_t queue) const {
+    if (!runtime().transport.open) return false;
+    return require(queue == QUEUE_HANDLE, "a queue that init_mts did not hand out");
+}
+
+void* Call::fresh_block(const void* bytes, std::size_t size) {
+    void* block = std::malloc(size);
+    if (block == nullptr) std::abort();
+    return std::memcpy(block, bytes, size);
+}
+
+} // namespace emulator

@@ -1,0 +1,129 @@
+// The members of a scenario's objects that stand for numbers of a record: their names and their places.
+//
+// The names are those of the platform's fields without their common prefix: kfmFcipLinkExtWriteAccel is
+// "writeAccel", kfmFcipEntityTcpPort is "tcpPort".
+#ifndef KESTO_EMULATOR_SCENARIO_FIELDS_H
+#define KESTO_EMULATOR_SCENARIO_FIELDS_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "emulator/switch_state.h"
+
+namespace emulator {
+
+enum class FieldKind {
+    number,
+    flag,
+    interface
+}; // flag: true, false or any number; interface: a port of the switch
+
+template <typename Record>
+struct Field {
+    const char* name;
+    std::uint32_t Record::*place;
+    FieldKind kind = FieldKind::number;
+};
+
+inline constexpr Field<FcipEntityEntry> PROFILE_FIELDS[] = {
+    {"tcpPort", &FcipEntityEntry::kfmFcipEntityTcpPort},
+    {"sackOption", &FcipEntityEntry::kfmFcipEntitySackOption, FieldKind::flag},
+    {"seqNumWrap", &FcipEntityEntry::kfmFcipEntitySeqNumWrap, FieldKind::flag},
+    {"phbSupport", &FcipEntityEntry::kfmFcipEntityPhbSupport, FieldKind::flag},
+    {"pmtuEnable", &FcipEntityEntry::kfmFcipEntityPmtuEnable, FieldKind::flag},
+    {"pmtuResetTimeout", &FcipEntityEntry::kfmFcipEntityPmtuResetTimeout},
+    {"keepAliveTimeout", &FcipEntityEntry::kfmFcipEntityKeepAliveTimeout},
+    {"minRetransmitTime", &FcipEntityEntry::kfmFcipEntityMinRetransmitTime},
+    {"maxRetransmissions", &FcipEntityEntry::kfmFcipEntityMaxRetransmissions},
+    {"sendBufSize", &FcipEntityEntry::kfmFcipEntitySendBufSize},
+    {"roundTripTime", &FcipEntityEntry::kfmFcipEntityRoundTripTime},
+    {"maxBandwidth", &FcipEntityEntry::kfmFcipEntityMaxBandwidth},
+    {"minBandwidth", &FcipEntityEntry::kfmFcipEntityMinBandwidth},
+    {"ifIndex", &FcipEntityEntry::kfmFcipEntityIfIndex, FieldKind::interface},
+    {"cwmEnable", &FcipEntityEntry::kfmFcipEntityCwmEnable, FieldKind::flag},
+    {"cwmBurstSize", &FcipEntityEntry::kfmFcipEntityCwmBurstSize},
+    {"maxJitter", &FcipEntityEntry::kfmFcipEntityMaxJitter},
+};
+
+inline constexpr Field<FcipLinkEntry> TUNNEL_FIELDS[] = {
+    {"ifIndex", &FcipLinkEntry::kfmFcipLinkIfIndex, FieldKind::interface},
+    {"cost", &FcipLinkEntry::kfmFcipLinkCost},
+    {"remEntityId", &FcipLinkEntry::kfmFcipLinkRemFcipEntityId},
+    {"status", &FcipLinkEntry::kfmFcipLinkStatus},
+    {"passiveMode", &FcipLinkEntry::kfmFcipLinkExtPassiveMode, FieldKind::flag},
+    {"numTcpConns", &FcipLinkEntry::kfmFcipLinkExtNumTcpConns},
+    {"timeStampEnable", &FcipLinkEntry::kfmFcipLinkExtTimeStampEnable, FieldKind::flag},
+    {"timeStampTolerance", &FcipLinkEntry::kfmFcipLinkExtTimeStampTolerance},
+    {"tcpRemPort", &FcipLinkEntry::kfmFcipLinkExtTcpRemPort},
+    {"localPortEnable", &FcipLinkEntry::kfmFcipLinkExtLocalPortEnable, FieldKind::flag},
+    {"specialFrameEnable", &FcipLinkEntry::kfmFcipLinkExtSpecialFrameEnable, FieldKind::flag},
+    {"bPortKaEnable", &FcipLinkEntry::kfmFcipLinkExtBPortKaEnable, FieldKind::flag},
+    {"cntrlQos", &FcipLinkEntry::kfmFcipLinkExtCntrlQos},
+    {"dataQos", &FcipLinkEntry::kfmFcipLinkExtDataQos},
+    {"ethIfIndex", &FcipLinkEntry::kfmFcipLinkExtEthIfIndex, FieldKind::interface},
+    {"writeAccel", &FcipLinkEntry::kfmFcipLinkExtWriteAccel, FieldKind::flag},
+    {"ipCompression", &FcipLinkEntry::kfmFcipLinkExtIpCompression},
+    {"tapeAccel", &FcipLinkEntry::kfmFcipLinkExtTapeAccel, FieldKind::flag},
+    {"flowCtrlBufSize", &FcipLinkEntry::kfmFcipLinkExtFlowCtrlBufSize},
+    {"ipSec", &FcipLinkEntry::kfmFcipLinkExtIpSec, FieldKind::flag},
+    {"phyIfIndex", &FcipLinkEntry::kfmFcipLinkExtPhyIfIndex, FieldKind::interface},
+    {"writeAccelOper", &FcipLinkEntry::kfmFcipLinkExtWriteAccelOper, FieldKind::flag},
+    {"tapeAccelOper", &FcipLinkEntry::kfmFcipLinkExtTapeAccelOper, FieldKind::flag},
+    {"tapeAccelReadOper", &FcipLinkEntry::kfmFcipLinkExtTapeAccelReadOper, FieldKind::flag},
+};
+
+inline constexpr Field<FcipTcpConnEntry> TCP_CONNECTION_FIELDS[] = {
+    {"connectionPurpose", &FcipTcpConnEntry::connectionPurpose},
+    {"receiverWindowSize", &FcipTcpConnEntry::receiverWindowSize},
+    {"maximumSegmentSize", &FcipTcpConnEntry::maximumSegmentSize},
+    {"connectionTimeOut", &FcipTcpConnEntry::connectionTimeOut},
+};
+
+// In the row's order.
+inline constexpr const char* LINK_ERROR_NAMES[] = {
+    "lossOfFcSynchs",   "sfNotRcv",         "sfRespNotRcv",    "sfRespMismatch",   "sfInvalidNonce",
+    "duplicateSfRcv",   "sfInvalidWwn",     "bb2LkaTimeOut",   "sntpTimeStampExp", "tooManyErrors",
+    "keepAliveTimeOut", "datagramsDropped", "saParamMismatch",
+};
+
+struct PortCounterName {
+    const char* name;
+    Counter Port::*place;
+};
+inline constexpr PortCounterName PORT_COUNTER_NAMES[] = {
+    {"inMulticast", &Port::inMulticast},   {"inBroadcast", &Port::inBroadcast},
+    {"outMulticast", &Port::outMulticast}, {"outBroadcast", &Port::outBroadcast},
+    {"inBytes", &Port::inBytes},           {"inUnicast", &Port::inUnicast},
+    {"outBytes", &Port::outBytes},         {"outUnicast", &Port::outUnicast},
+};
+
+// Counters of a line card's replies, by byte offset.
+struct WordName {
+    const char* name;
+    std::uint32_t offset;
+    bool wide = false; // 64 bits where the reply's words have 32
+};
+inline constexpr WordName IP_COUNTER_NAMES[] = {
+    {"received", 36},          {"delivered", 40},          {"sent", 52},
+    {"badLength", 56},         {"badHeaderLength", 64},    {"badChecksum", 68},
+    {"badVersion", 72},        {"tooShort", 76},           {"fragmentsReceived", 80},
+    {"sentDiscarded", 84},     {"forwarded", 92},          {"unknownProtocol", 108},
+    {"reassembled", 116},      {"fragmented", 120},        {"fragmentsCreated", 124},
+    {"cannotFragment", 128},   {"noRoute", 136},           {"badOptions", 140},
+    {"reassemblyFailed", 148}, {"receivedDiscarded", 152},
+};
+inline constexpr WordName ETHERNET_COUNTER_NAMES[] = {
+    {"bytesTransmitted", 32}, {"collisions", 40},         {"lateCollisions", 48}, {"macErrors", 56},
+    {"fcsErrors", 64},        {"packetsTransmitted", 88}, {"bytesReceived", 112}, {"packetsReceived", 144},
+    {"symbolErrors", 184},    {"alignmentErrors", 192},
+};
+inline constexpr WordName TCP_COUNTER_NAMES[] = {
+    {"activeOpens", 36},        {"passiveOpens", 44},           {"established", 52},
+    {"attemptFails", 68},       {"segmentsRetransmitted", 196}, {"segmentsReceived", 268},
+    {"badChecksum", 288, true}, {"badOffset", 296, true},       {"tooShort", 304, true},
+    {"afterWindow", 312, true}, {"afterClose", 320, true},
+};
+
+} // namespace emulator
+
+#endif

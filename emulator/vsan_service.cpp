@@ -1,0 +1,76 @@
+// VSAN and domain records, and the texts that name a VSAN's computer system.
+//
+// A record is opaque to its owner, who passes it back. What comes back is checked, so that a freed or foreign
+// block is told rather than read.
+#include "emulator/call.h"
+#include "emulator/exported_services.h"
+
+using namespace emulator;
+
+namespace {
+
+struct OpaqueRecord {
+    std::uint32_t mark;
+    std::uint32_t vsan;
+    char systemName[64];
+};
+constexpr std::uint32_t VSAN_RECORD = 0x5653414E;
+constexpr std::uint32_t DOMAIN_RECORD = 0x444F4D41;
+
+const Vsan* find_vsan(std::uint32_t id) {
+    const auto& vsans = runtime().state.vsans;
+    const auto found = vsans.find(id);
+    return found == vsans.end() ? nullptr : &found->second;
+}
+
+int answer_record(const Call& call, void** entry, std::uint32_t mark, std::uint32_t id, const Vsan* vsan) {
+    OpaqueRecord record{mark, id, {}};
+    if (vsan != nullptr) vsan->systemName.copy(record.systemName, sizeof record.systemName - 1);
+    return call.answer_bytes(entry, vsan, &record, sizeof record);
+}
+
+// The record behind an argument of the key services; null when it is none.
+const OpaqueRecord* opened(const Call& call, void** entry, std::uint32_t mark) {
+    const auto* record = entry == nullptr ? nullptr : static_cast<const OpaqueRecord*>(*entry);
+    return call.require(record != nullptr && record->mark == mark, "not the record that this key is made of")
+               ? record
+               : nullptr;
+}
+
+int write_key(const Call& call, char* text, const OpaqueRecord* domain) {
+    if (!call.require(text != nullptr, "the text is NULL") || domain == nullptr) return FAILED;
+    if (call.failed()) return call.status();
+    std::memcpy(text, domain->systemName, std::strlen(domain->systemName) + 1);
+    return OK;
+}
+
+} // namespace
+
+int vsan_cim_get_vsanEntry(std::uint32_t queue, std::uint32_t vsan, void** entry) {
+    const Call call("vsan_cim_get_vsanEntry", CallerLock::needed, [&] { return format("vsan=%u", vsan); });
+    if (!call.usable(queue)) return FAILED;
+    return answer_record(call, entry, VSAN_RECORD, vsan, find_vsan(vsan));
+}
+
+int dm_cim_get_dmEntry(std::uint32_t queue, std::uint32_t vsan, std::uint32_t option, void** entry) {
+    const Call call("dm_cim_get_dmEntry", CallerLock::needed,
+                    [&] { return format("vsan=%u %u", vsan, option); });
+    if (!call.usable(queue)) return FAILED;
+    call.require(option == 1, "the constant argument is not 1");
+    const Vsan* found = find_vsan(vsan);
+    return answer_record(call, entry, DOMAIN_RECORD, vsan,
+                         found != nullptr && found->hasDomain ? found : nullptr);
+}
+
+int vsan_cim_get_vsan_key(char* text, void** vsanEntry, void** domainEntry) {
+    const Call call("vsan_cim_get_vsan_key", CallerLock::not_needed, [] { return std::string(); });
+    const bool vsan = opened(call, vsanEntry, VSAN_RECORD) != nullptr;
+    const OpaqueRecord* domain = opened(call, domainEntry, DOMAIN_RECORD);
+    return write_key(call, text, vsan ? domain : nullptr);
+}
+
+int vsan_cim_get_vsan_admindomain_key(char* text, void** domainEntry) {
+    const Call call("vsan_cim_get_vsan_admindomain_key", CallerLock::not_needed,
+                    [] { return std::string(); });
+    return write_key(call, text, opened(call, domainEntry, DOMAIN_RECORD));
+}
