@@ -17,6 +17,7 @@ namespace {
 
 constexpr CMPIStatus OK{CMPI_RC_OK, nullptr};
 constexpr CMPIStatus FAILED{CMPI_RC_ERR_FAILED, nullptr};
+constexpr CMPIStatus INVALID_HANDLE{CMPI_RC_ERR_INVALID_HANDLE, nullptr};
 
 // Fills the members that this provider has no business calling, whatever their signature.
 struct Unexpected {
@@ -48,18 +49,6 @@ bool is_minus_one(Pointer* pointer) {
 
 void set_status(CMPIStatus* out, CMPIStatus status) {
     if (out) *out = status;
-}
-
-// Every call on an object goes through here: the object must have its handle and not be released.
-template <class T>
-bool usable(const T& object, const char* function) {
-    if (!object.hdl)
-        ADD_FAILURE() << function << " was called on an object without a handle";
-    else if (object.released)
-        ADD_FAILURE() << function << " was called on a released object";
-    else
-        return true;
-    return false;
 }
 
 template <class Print>
@@ -218,6 +207,15 @@ struct BrokerCalls {
         return *static_cast<RecordingBroker*>(const_cast<void*>(mb->hdl));
     }
 
+    // Every call on an object goes through here. As in a real broker, a call on an object without a handle is
+    // answered with an error status; it shows in the calls.
+    template <class T>
+    static bool usable(const T& object, const char* function) {
+        if (object.released) ADD_FAILURE() << function << " was called on a released object";
+        if (!object.hdl) object.owner->log(std::string(function) + " without a handle");
+        return object.hdl && !object.released;
+    }
+
     // ---- Strings. ----
 
     static CMPIString* make_string(RecordingBroker& broker, const std::string& text) {
@@ -250,7 +248,7 @@ struct BrokerCalls {
 
     static CMPIStatus release_string(CMPIString* string) {
         auto& self = *static_cast<StringObject*>(string);
-        if (!usable(self, "release")) return FAILED;
+        if (!usable(self, "release")) return INVALID_HANDLE;
         self.owner->log("releaseString");
         self.released = true;
         return OK;
@@ -292,7 +290,7 @@ struct BrokerCalls {
 
     static CMPIStatus release_path(CMPIObjectPath* op) {
         PathObject* self = path(op, "release");
-        if (!self) return FAILED;
+        if (!self) return INVALID_HANDLE;
         self->owner->log(result_text("releaseObjectPath", self->record));
         self->released = true;
         return OK;
@@ -300,7 +298,7 @@ struct BrokerCalls {
 
     static CMPIStatus set_name_space(const CMPIObjectPath* op, const char* nameSpace) {
         PathObject* self = path(op, "setNameSpace");
-        if (!self) return FAILED;
+        if (!self) return INVALID_HANDLE;
         self->owner->log(printed([&](std::ostream& out) { out << "setNameSpace " << Value(nameSpace); }));
         self->record.nameSpace_ = nameSpace;
         return OK;
@@ -308,7 +306,7 @@ struct BrokerCalls {
 
     static CMPIString* get_name_space(const CMPIObjectPath* op, CMPIStatus* rc) {
         PathObject* self = path(op, "getNameSpace");
-        set_status(rc, self ? OK : FAILED);
+        set_status(rc, self ? OK : INVALID_HANDLE);
         if (!self) return nullptr;
         self->owner->log("getNameSpace");
         return make_string(*self->owner, self->record.nameSpace_);
@@ -316,7 +314,7 @@ struct BrokerCalls {
 
     static CMPIStatus set_host_name(const CMPIObjectPath* op, const char* host) {
         PathObject* self = path(op, "setHostname");
-        if (!self) return FAILED;
+        if (!self) return INVALID_HANDLE;
         self->owner->log(printed([&](std::ostream& out) { out << "setHostname " << Value(host); }));
         if (host)
             self->record.host_ = host;
@@ -327,7 +325,7 @@ struct BrokerCalls {
 
     static CMPIString* get_host_name(const CMPIObjectPath* op, CMPIStatus* rc) {
         PathObject* self = path(op, "getHostname");
-        set_status(rc, self ? OK : FAILED);
+        set_status(rc, self ? OK : INVALID_HANDLE);
         if (!self) return nullptr;
         self->owner->log("getHostname");
         return make_string(*self->owner, self->record.host_.value_or(""));
@@ -335,7 +333,7 @@ struct BrokerCalls {
 
     static CMPIStatus set_class_name(const CMPIObjectPath* op, const char* className) {
         PathObject* self = path(op, "setClassName");
-        if (!self) return FAILED;
+        if (!self) return INVALID_HANDLE;
         self->owner->log(printed([&](std::ostream& out) { out << "setClassName " << Value(className); }));
         self->record.className_ = className;
         return OK;
@@ -343,7 +341,7 @@ struct BrokerCalls {
 
     static CMPIString* get_class_name(const CMPIObjectPath* op, CMPIStatus* rc) {
         PathObject* self = path(op, "getClassName");
-        set_status(rc, self ? OK : FAILED);
+        set_status(rc, self ? OK : INVALID_HANDLE);
         if (!self) return nullptr;
         self->owner->log("getClassName");
         return make_string(*self->owner, self->record.className_);
@@ -352,7 +350,7 @@ struct BrokerCalls {
     static CMPIStatus add_key(const CMPIObjectPath* op, const char* name, const CMPIValue* value,
                               CMPIType type) {
         PathObject* self = path(op, "addKey");
-        if (!self) return FAILED;
+        if (!self) return INVALID_HANDLE;
         const Set set{name, type, read_value(value, type)};
         self->owner->log(printed([&](std::ostream& out) { out << "addKey " << set; }));
         self->record.keys_.push_back(set);
@@ -416,7 +414,7 @@ struct BrokerCalls {
 
     static CMPICount get_key_count(const CMPIObjectPath* op, CMPIStatus* rc) {
         PathObject* self = path(op, "getKeyCount");
-        set_status(rc, self ? OK : FAILED);
+        set_status(rc, self ? OK : INVALID_HANDLE);
         if (!self) return 0;
         self->owner->log("getKeyCount");
         return static_cast<CMPICount>(self->data.size());
@@ -451,7 +449,7 @@ struct BrokerCalls {
 
     static CMPIStatus release_instance(CMPIInstance* inst) {
         InstanceObject* self = instance(inst, "release");
-        if (!self) return FAILED;
+        if (!self) return INVALID_HANDLE;
         self->owner->log(result_text("releaseInstance", self->record));
         self->released = true;
         return OK;
@@ -460,7 +458,7 @@ struct BrokerCalls {
     static CMPIStatus set_property(const CMPIInstance* inst, const char* name, const CMPIValue* value,
                                    CMPIType type) {
         InstanceObject* self = instance(inst, "setProperty");
-        if (!self) return FAILED;
+        if (!self) return INVALID_HANDLE;
         const Set set{name, type, read_value(value, type)};
         self->owner->log(printed([&](std::ostream& out) { out << "setProperty " << set; }));
         self->record.sets_.push_back(set);
@@ -470,7 +468,7 @@ struct BrokerCalls {
     static CMPIStatus set_property_filter(const CMPIInstance* inst, const char** properties,
                                           const char** keys) {
         InstanceObject* self = instance(inst, "setPropertyFilter");
-        if (!self) return FAILED;
+        if (!self) return INVALID_HANDLE;
         const Filter filter{read_list(properties), read_list(keys)};
         self->owner->log(printed([&](std::ostream& out) { out << "setPropertyFilter " << filter; }));
         if (self->record.filters_.empty()) self->record.setsBeforeFilter_ = self->record.sets_.size();

@@ -3,13 +3,14 @@
 //
 // It is a broker of version 1.0 as real ones are: the members that 2.0 and 2.1 added, and mft, are NULL, so
 // that a provider that uses one crashes its test. Members of 1.0 that this provider has no business calling
-// fail the test. Every object lives until clear() or the broker's end, whether released or not; a call on a
-// released object, or on one without a handle, fails the test.
+// fail the test, and so does a call on a released object. A call on an object without a handle is answered
+// with CMPI_RC_ERR_INVALID_HANDLE. Every object lives until clear() or the broker's end, whether released or
+// not.
 //
 //     RecordingBroker broker;
 //     emulator::Locked locked;
-//     RecordedInstance instance = broker.recorded(fcip_pe_build_instance("KESTO_...", "root/x", &link,
-//     nullptr)); EXPECT_EQ(instance.sets(), (Sets{{"Name", CMPI_chars, "1_10.1.1.1_10.1.1.2"}, ...}));
+//     CMPIInstance* made = fcip_pe_build_instance("KESTO_...", "root/x", &link, nullptr);
+//     EXPECT_EQ(broker.recorded(made).sets(), (Sets{{"Name", CMPI_chars, "1_10.1.1.1_10.1.1.2"}, ...}));
 //
 // The provider's own _broker must be this broker first: see ProviderTest in provider_test.h.
 #ifndef KESTO_TESTS_SUPPORT_RECORDING_BROKER_H
@@ -53,6 +54,7 @@ struct Key {
 //   setPropertyFilter properties={Name, TunnelID} keys={}
 //   returnInstance KESTO_FCIPSettings          returnObjectPath NULL          returnInstance -1
 //   newString "invalid key name"
+//   setProperty without a handle
 //   getClassName, getNameSpace, getKeyCount, getKeyAt 0, getCharPtr, releaseObjectPath KESTO_..., returnDone
 struct Call {
     std::string text;
