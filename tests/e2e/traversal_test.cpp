@@ -1,0 +1,217 @@
+// Associators, AssociatorNames, References and ReferenceNames from every kind of object of a tunnel.
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "tests/e2e/served_switch.h"
+
+namespace e2e {
+namespace {
+
+using Names = std::vector<std::string>;
+
+const Names NOTHING = {};
+
+// What one object answers when the client names one association class: the classes of the far objects, and
+// the association class that the references have (empty = none).
+struct Row {
+    std::string source;
+    std::string association;
+    Names associatorNames;
+    Names associators;
+    std::string referenceNames;
+    std::string references;
+};
+
+Row both(const std::string& source, const std::string& association, const std::string& far) {
+    return {source, association, {far}, {far}, association, association};
+}
+
+// One row for each source and association class that the provider knows, as the first tunnel's objects
+// answer.
+std::vector<Row> rows() {
+    const std::string fcip = "KESTO_FCIPProtocolEndPoint";
+    const std::string tcp = "KESTO_TCPProtocolEndPoint";
+    const std::string ip = "KESTO_IPProtocolEndPoint";
+    const std::string system = "KESTO_LogicalComputerSystem";
+    return {
+        both(fcip, "KESTO_FCIPElementSettingData", "KESTO_FCIPSettings"),
+        both(fcip, "KESTO_FCIPTCPEndpoint", tcp),
+        both(fcip, "KESTO_SANFCIPEndpoint", "KESTO_RemoteFCIPPort"),
+        both(fcip, "KESTO_FCPortProtocolEndPoint", "KESTO_FCPort"),
+        both(fcip, "KESTO_FCIPPEBasedOn", "KESTO_FCIPProfile"),
+        both(fcip, "KESTO_SwitchHostedFCIPAccessPoint", system),
+        {ip,
+         "KESTO_IPElementSettingData",
+         {"KESTO_IPSettings", system},
+         {"KESTO_IPSettings"},
+         "KESTO_IPElementSettingData",
+         "KESTO_IPElementSettingData"},
+        both(ip, "KESTO_TCPIPEndpoint", tcp),
+        both(ip, "KESTO_IPEthernetEndpoint", "KESTO_EthernetPort"),
+        {ip,
+         "KESTO_SwitchHostedIPAccessPoint",
+         {fcip},
+         {system},
+         "KESTO_SwitchHostedIPAccessPoint",
+         "KESTO_SwitchHostedIPAccessPoint"},
+        both(ip, "KESTO_SANIPEndpoint", "KESTO_RemoteIPServiceAccessPoint"),
+        {ip, "KESTO_NoSuchAssociation", {system}, NOTHING, "", ""},
+        {tcp,
+         "KESTO_TCPEndPointStatisticalData",
+         {"KESTO_TCPEndPointStatistics"},
+         {"KESTO_TCPStatisticalData"},
+         "KESTO_TCPEndPointStatisticalData",
+         "KESTO_TCPEndPointStatisticalData"},
+        // References listen to a shorter spelling of this association's name, and to that only.
+        {tcp, "KESTO_FCIPTCPEndpoint", {fcip}, {fcip}, "", ""},
+        {tcp, "KESTO_FCIPTCPEnpoint", NOTHING, NOTHING, "KESTO_FCIPTCPEndpoint", "KESTO_FCIPTCPEndpoint"},
+        both(tcp, "KESTO_TCPIPEndpoint", ip),
+        {tcp,
+         "KESTO_SwitchHostedTCPAccessPoint",
+         {"KESTO_PhysicalComputerSystem"},
+         {system},
+         "KESTO_SwitchHostedTCPAccessPoint",
+         "KESTO_SwitchHostedTCPAccessPoint"},
+        both(tcp, "KESTO_SANTCPEndpoint", "KESTO_RemoteTCPPort"),
+        {tcp,
+         "KESTO_TCPElementSettingData",
+         NOTHING,
+         {"KESTO_TCPSettings"},
+         "KESTO_TCPElementSettingData",
+         "KESTO_TCPElementSettingData"},
+        // Reference names of the far ends go through the local endpoints' tables, where their keys find
+        // nothing.
+        {"KESTO_RemoteFCIPPort", "KESTO_SANFCIPEndpoint", {fcip}, {fcip}, "", "KESTO_SANFCIPEndpoint"},
+        {"KESTO_RemoteIPServiceAccessPoint", "KESTO_SANIPEndpoint", {ip}, {ip}, "", "KESTO_SANIPEndpoint"},
+        {"KESTO_RemoteTCPPort", "KESTO_SANTCPEndpoint", {tcp}, {tcp}, "", ""},
+        both("KESTO_LANEndPoint", "KESTO_IPEthernetEndpoint", ip),
+        both("KESTO_LANEndPoint", "KESTO_EthernetPortProtocolEndpoint", "KESTO_EthernetPort"),
+        {"KESTO_LANEndPoint", "CIM_HostedAccessPoint", NOTHING, NOTHING, "", ""},
+        both("KESTO_FCIPSettings", "KESTO_FCIPElementSettingData", fcip),
+        both("KESTO_TCPSettings", "KESTO_TCPElementSettingData", tcp),
+        both("KESTO_IPSettings", "KESTO_IPElementSettingData", ip),
+        both("KESTO_IPEndPointStatistics", "KESTO_IPEndPointStatisticalData", ip),
+        both("KESTO_TCPEndPointStatistics", "KESTO_TCPEndPointStatisticalData", tcp),
+        both("KESTO_FCIPProfile", "KESTO_FCIPPEBasedOn", fcip),
+        // The names listen to another class than the instances, and references look for a tunnel of the
+        // port's number, which there is none of.
+        {"KESTO_EthernetPort",
+         "KESTO_EthernetPortProtocolEndpoint",
+         {"KESTO_LANEndPoint"},
+         {"KESTO_LANEndPoint"},
+         "",
+         ""},
+        {"KESTO_EthernetPort",
+         "KESTO_EthernetPortStatistics",
+         {"KESTO_EthernetPortStatistics"},
+         NOTHING,
+         "",
+         ""},
+        {"KESTO_EthernetPort",
+         "KESTO_EthernetPortStatisticalData",
+         NOTHING,
+         {"KESTO_EthernetPortStatistics"},
+         "",
+         ""},
+        both("KESTO_EthernetPortStatistics", "KESTO_EthernetPortStatisticalData", "KESTO_EthernetPort"),
+        {"KESTO_LogicalComputerSystem", "KESTO_SwitchHostedFCIPAccessPoint", NOTHING, NOTHING, "", ""},
+        {"KESTO_TCPStatisticalData", "KESTO_TCPEndPointStatistics", NOTHING, NOTHING, "", ""},
+    };
+}
+
+Names classes_of(const std::vector<CimPath>& paths) {
+    Names names;
+    for (const CimPath& path : paths)
+        names.push_back(path.className);
+    return names;
+}
+
+Names classes_of(const std::vector<CimInstance>& instances) {
+    Names names;
+    for (const CimInstance& instance : instances)
+        names.push_back(instance.path.className);
+    return names;
+}
+
+// Class names arrive in the spelling of the place that made them; they are one class in any letter case.
+Names folded(Names names) {
+    for (std::string& name : names)
+        name = lower_case(name);
+    return names;
+}
+
+class Traversal : public ServedSwitch {
+  protected:
+    CimPath hop(const CimPath& source, const std::string& association, std::size_t which = 0) const {
+        const std::vector<CimPath> far = client().associator_names(source, {association, "", "", ""});
+        if (far.size() <= which) throw std::runtime_error(source.identity() + " has no " + association);
+        return far[which];
+    }
+
+    // The object of this class that belongs to the first tunnel.
+    CimPath source(const std::string& className) const {
+        const auto first = [&](const char* name) { return client().enumerate_names(name).front(); };
+        const CimPath tunnel = first_tunnel();
+        const CimPath ip = first("KESTO_IPProtocolEndPoint");
+        if (className == "KESTO_FCIPProfile") return hop(tunnel, "KESTO_FCIPPEBasedOn");
+        if (className == "KESTO_LogicalComputerSystem")
+            return hop(tunnel, "KESTO_SwitchHostedFCIPAccessPoint");
+        const CimPath port = hop(ip, "KESTO_IPEthernetEndpoint");
+        if (className == "KESTO_EthernetPort") return port;
+        if (className == "KESTO_LANEndPoint") return hop(port, "KESTO_EthernetPortProtocolEndpoint");
+        if (className == "KESTO_EthernetPortStatistics") return hop(port, "KESTO_EthernetPortStatistics");
+        return first(className.c_str());
+    }
+};
+
+class TraversalRows : public Traversal, public testing::WithParamInterface<Row> {};
+INSTANTIATE_TEST_SUITE_P(Model, TraversalRows, testing::ValuesIn(rows()), [](const auto& parameter) {
+    return parameter.param.source + "_" + parameter.param.association;
+});
+
+TEST_P(TraversalRows, AssociatorNames) {
+    const std::vector<CimPath> paths =
+        client().associator_names(source(GetParam().source), {GetParam().association, "", "", ""});
+    EXPECT_EQ(folded(classes_of(paths)), folded(GetParam().associatorNames));
+    for (const CimPath& path : paths)
+        EXPECT_FALSE(path.keys.empty());
+}
+
+TEST_P(TraversalRows, Associators) {
+    const std::vector<CimInstance> instances =
+        client().associators(source(GetParam().source), {GetParam().association, "", "", ""});
+    EXPECT_EQ(folded(classes_of(instances)), folded(GetParam().associators));
+    for (const CimInstance& instance : instances)
+        EXPECT_FALSE(instance.properties.empty());
+}
+
+TEST_P(TraversalRows, ReferenceNames) {
+    const CimPath object = source(GetParam().source);
+    const std::vector<CimPath> paths = client().reference_names(object, {"", GetParam().association, "", ""});
+    const std::string& expected = GetParam().referenceNames;
+    ASSERT_EQ(folded(classes_of(paths)), folded(expected.empty() ? NOTHING : Names{expected}));
+    for (const CimPath& path : paths) {
+        EXPECT_EQ(std::count_if(path.keys.begin(), path.keys.end(),
+                                [](const CimKey& key) { return !key.reference.empty(); }),
+                  2);
+    }
+}
+
+TEST_P(TraversalRows, References) {
+    const CimPath object = source(GetParam().source);
+    const std::vector<CimInstance> instances =
+        client().references(object, {"", GetParam().association, "", ""});
+    const std::string& expected = GetParam().references;
+    EXPECT_EQ(folded(classes_of(instances)), folded(expected.empty() ? NOTHING : Names{expected}));
+}
+
+TEST_P(TraversalRows, TheAssociationClassIsTakenInAnyLetterCase) {
+    const CimPath object = source(GetParam().source);
+    const Filter spelled = {lower_case(GetParam().association), "", "", ""};
+    EXPECT_EQ(folded(classes_of(client().associator_names(object, spelled))),
+              folded(GetParam().associatorNames));
+}
+
+} // namespace
+} // namespace e2e
