@@ -15,6 +15,7 @@
 #include <type_traits>
 
 #include "emulator/runtime.h"
+#include "emulator/text_format.h"
 
 namespace emulator {
 

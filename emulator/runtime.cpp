@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -137,15 +136,6 @@ Runtime& runtime() {
         return *made;
     }();
     return emulated;
-}
-
-std::string format(const char* pattern, ...) {
-    char text[512];
-    va_list arguments;
-    va_start(arguments, pattern);
-    std::vsnprintf(text, sizeof text, pattern, arguments);
-    va_end(arguments);
-    return text;
 }
 
 bool is_service(std::string_view symbol) {

@@ -82,9 +82,6 @@ class Runtime {
 // process may still call while it exits.
 Runtime& runtime();
 
-// A text made as by printf.
-[[gnu::format(printf, 1, 2)]] std::string format(const char* pattern, ...);
-
 bool is_service(std::string_view symbol); // or LINE_CARD
 
 } // namespace emulator
