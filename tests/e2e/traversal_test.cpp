@@ -213,5 +213,131 @@ TEST_P(TraversalRows, TheAssociationClassIsTakenInAnyLetterCase) {
               folded(GetParam().associatorNames));
 }
 
+// A client may leave the association class out: the server asks for each one.
+class WithoutAssociationClass : public Traversal {};
+
+TEST_F(WithoutAssociationClass, TheAnswersOfAllAssociationClassesAreMerged) {
+    std::set<std::string> sources;
+    for (const Row& row : rows())
+        sources.insert(row.source);
+    for (const std::string& name : sources) {
+        SCOPED_TRACE(name);
+        const CimPath object = source(name);
+        std::set<std::string> expected;
+        for (const Row& row : rows()) {
+            if (row.source != name || row.association == "KESTO_NoSuchAssociation") continue;
+            for (const CimPath& path : client().associator_names(object, {row.association, "", "", ""})) {
+                expected.insert(path.identity());
+            }
+        }
+        // The IP endpoint's statistics stand in no row: a tunnel without line-card answers has none.
+        if (name == "KESTO_IPProtocolEndPoint") {
+            expected.insert(hop(object, "KESTO_IPEndPointStatisticalData").identity());
+        }
+        const std::vector<CimPath> merged = client().associator_names(object);
+        std::set<std::string> found;
+        for (const CimPath& path : merged)
+            found.insert(path.identity());
+        EXPECT_EQ(found, expected);
+        EXPECT_EQ(merged.size(), found.size()) << "an object is returned twice";
+    }
+}
+
+TEST_F(WithoutAssociationClass, AnEndPointsReferencesHaveOneOfEachClass) {
+    const std::vector<std::string> expected = {
+        "kesto_fcipelementsettingdata", "kesto_fcippebasedon",   "kesto_fciptcpendpoint",
+        "kesto_fcportprotocolendpoint", "kesto_sanfcipendpoint", "kesto_switchhostedfcipaccesspoint"};
+    Names names = folded(classes_of(client().reference_names(first_tunnel())));
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, expected);
+    Names instances = folded(classes_of(client().references(first_tunnel())));
+    std::sort(instances.begin(), instances.end());
+    EXPECT_EQ(instances, expected);
+}
+
+class TraversalFilters : public Traversal {
+  protected:
+    // What the tunnel's endpoint answers about its settings with these roles.
+    std::size_t settings(const std::string& role, const std::string& resultRole) const {
+        const Filter filter = {"KESTO_FCIPElementSettingData", "", role, resultRole};
+        const std::size_t names = client().associator_names(first_tunnel(), filter).size();
+        EXPECT_EQ(client().associators(first_tunnel(), filter).size(), names);
+        return names;
+    }
+};
+
+TEST_F(TraversalFilters, ResultClassLetsOnlyItsObjectsThrough) {
+    for (const char* spelling : {"KESTO_FCIPSettings", "kesto_fcipsettings"}) {
+        EXPECT_EQ(classes_of(client().associator_names(first_tunnel(), {"", spelling, "", ""})),
+                  Names{"KESTO_FCIPSettings"});
+        EXPECT_EQ(classes_of(client().associators(first_tunnel(), {"", spelling, "", ""})),
+                  Names{"KESTO_FCIPSettings"});
+    }
+    EXPECT_TRUE(client().associator_names(first_tunnel(), {"", "KESTO_IPSettings", "", ""}).empty());
+}
+
+TEST_F(TraversalFilters, RoleIsTheSourcesPartInTheAssociation) {
+    EXPECT_EQ(settings("ManagedElement", ""), 1u);
+    EXPECT_EQ(settings("managedelement", ""), 1u);
+    EXPECT_EQ(settings("SettingData", ""), 0u);
+    EXPECT_EQ(settings("NoSuchRole", ""), 0u);
+}
+
+TEST_F(TraversalFilters, ResultRoleIsTheFarObjectsPart) {
+    EXPECT_EQ(settings("", "SettingData"), 1u);
+    EXPECT_EQ(settings("", "ManagedElement"), 0u);
+    EXPECT_EQ(settings("ManagedElement", "SettingData"), 1u);
+    EXPECT_EQ(settings("SettingData", "ManagedElement"), 0u);
+}
+
+TEST_F(TraversalFilters, RoleCountsForReferencesToo) {
+    const auto references = [&](const char* role) {
+        const Filter filter = {"", "KESTO_FCIPElementSettingData", role, ""};
+        const std::size_t names = client().reference_names(first_tunnel(), filter).size();
+        EXPECT_EQ(client().references(first_tunnel(), filter).size(), names);
+        return names;
+    };
+    EXPECT_EQ(references("ManagedElement"), 1u);
+    EXPECT_EQ(references("SettingData"), 0u);
+}
+
+TEST_F(TraversalFilters, OnlyThePropertiesAskedForAreSent) {
+    const std::string answer = client().run("ai", {"-ac", "KESTO_FCIPElementSettingData"},
+                                            first_tunnel().command_line_text(), "IPComp,TunnelID");
+    EXPECT_NE(answer.find("\n-TunnelID="), std::string::npos) << answer;
+    EXPECT_NE(answer.find("\n-IPComp="), std::string::npos) << answer;
+    EXPECT_EQ(answer.find("\n-SystemName="), std::string::npos) << answer;
+}
+
+class TraversalEdges : public Traversal {};
+
+TEST_F(TraversalEdges, AnUnknownObjectHasNoNeighbours) {
+    CimPath nowhere = first_tunnel();
+    for (CimKey& key : nowhere.keys) {
+        if (key.name == "Name") key.value = "4711_x_y";
+    }
+    EXPECT_TRUE(client().associator_names(nowhere).empty());
+    EXPECT_TRUE(client().associators(nowhere).empty());
+    EXPECT_TRUE(client().reference_names(nowhere).empty());
+    EXPECT_TRUE(client().references(nowhere).empty());
+}
+
+TEST_F(TraversalEdges, AssociationClassesAreNoSource) {
+    CimPath association;
+    association.className = "KESTO_FCIPPEBasedOn";
+    association.keys.push_back({"Name", "1", true, {}});
+    EXPECT_TRUE(client().associator_names(association, {"KESTO_FCIPPEBasedOn", "", "", ""}).empty());
+    EXPECT_TRUE(client().reference_names(association, {"", "KESTO_FCIPPEBasedOn", "", ""}).empty());
+}
+
+TEST_F(TraversalEdges, StatisticsOfTheIpEndpointCountTheirEndsInTheOrderTheSwitchGives) {
+    const CimPath endpoint = client().enumerate_names("KESTO_IPProtocolEndPoint").front();
+    const std::vector<CimPath> names =
+        client().reference_names(endpoint, {"", "KESTO_IPEndPointStatisticalData", "", ""});
+    ASSERT_EQ(names.size(), 1u);
+    EXPECT_EQ(lower_case(names[0].reference("ManagedElement").className), "kesto_ipendpointstatistics");
+    EXPECT_EQ(lower_case(names[0].reference("Stats").className), "kesto_ipprotocolendpoint");
+}
+
 } // namespace
 } // namespace e2e
