@@ -1,16 +1,105 @@
-// Factory functions, start-up and the static MI tables.
+// Factory functions, start-up, the static MI tables, and the operations that do no work.
 #include <cstdio>
 
 #include "platform/platform_services.h"
 #include "provider/provider.h"
+#include "provider/request.h"
 
 const CMPIBroker* _broker = nullptr;
 
+namespace {
+
+// Newer headers have members behind these; a table of version 100 leaves them out.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
+const CMPIInstanceMIFT instanceTable = {
+    100, // ftVersion
+    100, // miVersion
+    "instanceFCIPProvider",
+    FCIP_Cleanup,
+    FCIP_EnumInstanceNames,
+    FCIP_EnumInstances,
+    FCIP_GetInstance,
+    FCIP_CreateInstance,
+    FCIP_ModifyInstance,
+    FCIP_DeleteInstance,
+    FCIP_ExecQuery,
+};
+
+const CMPIAssociationMIFT associationTable = {
+    100, // ftVersion
+    100, // miVersion
+    "associationFCIPProvider",
+    FCIP_AssociationCleanup,
+    FCIP_Associators,
+    FCIP_AssociatorNames,
+    FCIP_References,
+    FCIP_ReferenceNames,
+};
+#pragma GCC diagnostic pop
+
+// Some CMPI headers point to the tables as if they could be written to.
+CMPIInstanceMI instanceMI = {nullptr, const_cast<CMPIInstanceMIFT*>(&instanceTable)};
+CMPIAssociationMI associationMI = {nullptr, const_cast<CMPIAssociationMIFT*>(&associationTable)};
+
+CMPIStatus not_supported() {
+    return status_of(CMPI_RC_ERR_NOT_SUPPORTED);
+}
+
+} // namespace
+
 void initialize(void) {
-    mutex_lock();
-    if (init_mts(&mts_q) < 0) {
-        // The provider goes on all the same: the platform calls fail on their own and read as empty tables.
-        std::fputs("get_using_cmi done init mts response q with error\n", stdout);
-    }
-    mutex_unlock();
+    with_provider_lock([] {
+        if (init_mts(&mts_q) < 0) {
+            // The provider goes on all the same: platform calls fail on their own and read as empty tables.
+            std::fputs("get_using_cmi done init mts response q with error\n", stdout);
+        }
+    });
+}
+
+CMPIInstanceMI* FCIPProvider_Create_InstanceMI(const CMPIBroker* broker, const CMPIContext* /*context*/,
+                                               CMPIStatus* /*status*/) {
+    _broker = broker;
+    initialize();
+    return &instanceMI;
+}
+
+CMPIAssociationMI* FCIPProvider_Create_AssociationMI(const CMPIBroker* broker, const CMPIContext* /*context*/,
+                                                     CMPIStatus* /*status*/) {
+    _broker = broker;
+    initialize();
+    return &associationMI;
+}
+
+// The queue stays open for the life of the process, and the provider usable behind a clean-up.
+CMPIStatus FCIP_Cleanup(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/, CMPIBoolean /*terminating*/) {
+    return ok();
+}
+
+CMPIStatus FCIP_AssociationCleanup(CMPIAssociationMI* /*mi*/, const CMPIContext* /*context*/,
+                                   CMPIBoolean /*terminating*/) {
+    return ok();
+}
+
+CMPIStatus FCIP_CreateInstance(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/,
+                               const CMPIResult* /*result*/, const CMPIObjectPath* /*op*/,
+                               const CMPIInstance* /*instance*/) {
+    return not_supported();
+}
+
+CMPIStatus FCIP_ModifyInstance(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/,
+                               const CMPIResult* /*result*/, const CMPIObjectPath* /*op*/,
+                               const CMPIInstance* /*instance*/, const char** /*properties*/) {
+    return not_supported();
+}
+
+CMPIStatus FCIP_DeleteInstance(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/,
+                               const CMPIResult* /*result*/, const CMPIObjectPath* /*op*/) {
+    return not_supported();
+}
+
+CMPIStatus FCIP_ExecQuery(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/,
+                          const CMPIResult* /*result*/, const CMPIObjectPath* /*op*/, const char* /*query*/,
+                          const char* /*language*/) {
+    return not_supported();
 }

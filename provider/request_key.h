@@ -20,8 +20,8 @@ struct RequestKey {
 FCIP_API int is_valid_key_for_class(const char* className, const char* keyName);
 
 // Finds the first key of op that is_valid_key_for_class accepts. 1 when found, else 0. A string key's value
-// is copied out and traced on standard output with traceFormat (the key's name, then its value).
-FCIP_API int find_request_key(const CMPIObjectPath* op, const char* className, const char* traceFormat,
+// is copied out and traced on standard output; lineEnd is how the calling operation ends that line.
+FCIP_API int find_request_key(const CMPIObjectPath* op, const char* className, const char* lineEnd,
                               RequestKey* key);
 
 } // extern "C"

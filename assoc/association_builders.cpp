@@ -1,0 +1,124 @@
+// The builders of single associations. The families differ in the names of their two references only, and in
+// two flags that go with setting data.
+#include <cstdio>
+
+#include "classes/builder.h"
+#include "include/associations.h"
+#include "platform/platform_services.h"
+#include "provider/provider.h"
+
+namespace {
+
+struct Family {
+    const char* role1;
+    const char* role2;
+    bool isSettingData;          // carries IsDefault and IsCurrent, both 1
+    const char* pathFailureText; // said when an instance's own path cannot be made, or null
+};
+
+constexpr Family REALIZE{"Antecedent", "Dependent", false, nullptr};
+constexpr Family MANAGED_SETTING{"ManagedElement", "SettingData", true, nullptr};
+constexpr Family MANAGED_STATS{"ManagedElement", "Stats", false, "path : NULL"};
+constexpr Family GROUP_PART{"GroupComponent", "PartComponent", false, nullptr};
+constexpr Family INSTALLED_SOFTWARE{"System", "InstalledSoftware", false, nullptr};
+
+// The association's own path, with the switch's host name; NULL when it cannot be made.
+CMPIObjectPath* new_association_path(const char* className, const char* nameSpace, const CMPIBroker* broker) {
+    CMPIObjectPath* path = broker->eft->newObjectPath(broker, nameSpace, className, nullptr);
+    if (!is_usable(path)) return nullptr;
+    set_host_name(path);
+    return path;
+}
+
+bool have_both(const CMPIObjectPath* ref1, const CMPIObjectPath* ref2) {
+    if (!is_usable(ref1)) {
+        std::puts("swop : NULL");
+        return false;
+    }
+    if (!is_usable(ref2)) {
+        std::puts("peop : NULL");
+        return false;
+    }
+    return true;
+}
+
+Property reference(const char* name, const CMPIObjectPath* path) {
+    Property property{name, CMPI_ref, nullptr, {}};
+    property.value.ref = const_cast<CMPIObjectPath*>(path); // a CMPIValue points to non-const objects
+    return property;
+}
+
+CMPIInstance* build(const Family& family, const char* className, const char* nameSpace,
+                    const CMPIObjectPath* ref1, const CMPIObjectPath* ref2, const CMPIBroker* broker) {
+    CMPIObjectPath* path = new_association_path(className, nameSpace, broker);
+    if (path == nullptr) {
+        if (family.pathFailureText != nullptr) std::puts(family.pathFailureText);
+        return nullptr;
+    }
+    CMPIInstance* instance = broker->eft->newInstance(broker, path, nullptr);
+    if (instance == nullptr || instance->hdl == nullptr || !have_both(ref1, ref2)) return nullptr;
+    set_properties(instance, {reference(family.role1, ref1), reference(family.role2, ref2)});
+    if (family.isSettingData) set_properties(instance, {uint16("IsDefault", 1), uint16("IsCurrent", 1)});
+    return instance;
+}
+
+CMPIObjectPath* fill(const Family& family, const char* className, const char* nameSpace,
+                     const CMPIObjectPath* ref1, const CMPIObjectPath* ref2, const CMPIBroker* broker) {
+    CMPIObjectPath* path = new_association_path(className, nameSpace, broker);
+    if (path == nullptr || !have_both(ref1, ref2)) return nullptr;
+    add_keys(path, {reference(family.role1, ref1), reference(family.role2, ref2)});
+    if (family.isSettingData) add_keys(path, {uint16("IsDefault", 1), uint16("IsCurrent", 1)});
+    return path;
+}
+
+} // namespace
+
+CMPIInstance* realize_build_instance(const char* className, const char* nameSpace, const CMPIObjectPath* ref1,
+                                     const CMPIObjectPath* ref2, const CMPIBroker* broker) {
+    return build(REALIZE, className, nameSpace, ref1, ref2, broker);
+}
+
+CMPIObjectPath* realize_fill_reference(const char* className, const char* nameSpace,
+                                       const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
+                                       const CMPIBroker* broker) {
+    return fill(REALIZE, className, nameSpace, ref1, ref2, broker);
+}
+
+CMPIInstance* managed_setting_build_instance(const char* className, const char* nameSpace,
+                                             const CMPIObjectPath* ref1, const CMPIObjectPath* ref2) {
+    return build(MANAGED_SETTING, className, nameSpace, ref1, ref2, _broker);
+}
+
+CMPIObjectPath* managed_setting_fill_reference(const char* className, const char* nameSpace,
+                                               const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
+                                               const CMPIBroker* broker) {
+    return fill(MANAGED_SETTING, className, nameSpace, ref1, ref2, broker);
+}
+
+CMPIInstance* managed_stats_build_instance(const char* className, const char* nameSpace,
+                                           const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
+                                           const CMPIBroker* broker) {
+    return build(MANAGED_STATS, className, nameSpace, ref1, ref2, broker);
+}
+
+CMPIObjectPath* managed_stats_fill_reference(const char* className, const char* nameSpace,
+                                             const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
+                                             const CMPIBroker* broker) {
+    return fill(MANAGED_STATS, className, nameSpace, ref1, ref2, broker);
+}
+
+CMPIInstance* group_part_build_instance(const char* className, const char* nameSpace,
+                                        const CMPIObjectPath* ref1, const CMPIObjectPath* ref2) {
+    return build(GROUP_PART, className, nameSpace, ref1, ref2, _broker);
+}
+
+CMPIObjectPath* group_part_fill_reference(const char* className, const char* nameSpace,
+                                          const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
+                                          const CMPIBroker* broker) {
+    return fill(GROUP_PART, className, nameSpace, ref1, ref2, broker);
+}
+
+CMPIInstance* hba_si_build_instance(const char* className, const char* nameSpace, const CMPIObjectPath* ref1,
+                                    const CMPIObjectPath* ref2, const CMPIBroker* broker) {
+    return build(INSTALLED_SOFTWARE, className, nameSpace, ref1, ref2, broker);
+}

@@ -1,0 +1,28 @@
+// The association families as data: the two builders of each, with one signature for all.
+#ifndef KESTO_ASSOC_FAMILIES_H
+#define KESTO_ASSOC_FAMILIES_H
+
+#include "include/associations.h"
+#include "provider/provider.h"
+
+struct AssociationFamily {
+    CMPIInstance* (*build)(const char* className, const char* nameSpace, const CMPIObjectPath* ref1,
+                           const CMPIObjectPath* ref2);
+    CMPIObjectPath* (*fill)(const char* className, const char* nameSpace, const CMPIObjectPath* ref1,
+                            const CMPIObjectPath* ref2, const CMPIBroker* broker);
+};
+
+template <auto* build>
+CMPIInstance* with_broker(const char* className, const char* nameSpace, const CMPIObjectPath* ref1,
+                          const CMPIObjectPath* ref2) {
+    return build(className, nameSpace, ref1, ref2, _broker);
+}
+
+inline constexpr AssociationFamily REALIZE{with_broker<realize_build_instance>, realize_fill_reference};
+inline constexpr AssociationFamily MANAGED_SETTING{managed_setting_build_instance,
+                                                   managed_setting_fill_reference};
+inline constexpr AssociationFamily MANAGED_STATS{with_broker<managed_stats_build_instance>,
+                                                 managed_stats_fill_reference};
+inline constexpr AssociationFamily GROUP_PART{group_part_build_instance, group_part_fill_reference};
+
+#endif

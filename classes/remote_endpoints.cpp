@@ -1,0 +1,194 @@
+// KESTO_RemoteFCIPPort, KESTO_RemoteIPServiceAccessPoint and KESTO_RemoteTCPPort: the far end of a tunnel,
+// told from the peer's point of view. What the peer calls local is the link's remote address, and what it
+// calls remote is the switch's own.
+#include "classes/builder.h"
+#include "include/classes.h"
+
+namespace {
+
+// How the names are made up, for management tools; the blank at the end belongs to it.
+constexpr const char* NAME_LAYOUT = "Remote Entity ID_LocalIP_RemoteIP ";
+
+constexpr std::uint16_t INFO_FORMAT_HOST_NAME = 1;
+constexpr std::uint16_t PORT_PROTOCOL_TCP = 2;
+constexpr std::uint16_t ADDRESS_ORIGIN_STATIC = 3;
+constexpr std::uint16_t IP_V4_AND_V6 = 4096;
+
+// Names in paths, and those of the IP class, do not tell the peer's entity id.
+constexpr std::uint32_t NO_ENTITY_ID = 0;
+
+// In paths of the FCIP class each address is cut to 19 characters.
+constexpr std::size_t PATH_ADDRESS_SIZE = 20;
+
+// "0_" and the if-index of the tunnel's interface.
+Text<31> tcp_port_name(const FcipLinkEntry& link) {
+    Text<31> name;
+    print_cut(name.chars, "%d_%d", 0, as_printed(link.kfmFcipLinkIfIndex));
+    return name;
+}
+
+CMPIInstance* build_tcp_port(const char* function, const char* className, const char* nameSpace,
+                             const FcipLinkEntry* link, const char** properties) {
+    trace_entering(function);
+    PlatformRow<FcipEntityEntry> profile;
+    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
+    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    if (!ready) {
+        if (!hasPath) trace_exiting(function);
+        return instance;
+    }
+
+    set_properties(instance, {chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM)});
+    const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
+    if (systemName.status != -1) set_properties(instance, {chars("SystemName", systemName.text)});
+    set_properties(instance, {
+                                 chars("Name", tcp_port_name(*link)),
+                                 chars("CreationClassName", "KESTO_RemoteTCPPort"),
+                                 chars("NameFormat", NAME_FORMAT),
+                                 uint32("RemotePortNumber", profile->kfmFcipEntityTcpPort),
+                                 uint32("PortNumber", link->kfmFcipLinkExtTcpRemPort),
+                             });
+    return finish_instance(instance, properties, function);
+}
+
+CMPIObjectPath* fill_tcp_port(const char* className, const char* nameSpace, const FcipLinkEntry* link) {
+    PlatformRow<FcipEntityEntry> profile;
+    if (fetch_profile(link->kfmFcipEntityId, profile) != 0) return nullptr;
+    CMPIObjectPath* path = new_object_path(className, nameSpace);
+    if (path == nullptr) return nullptr;
+
+    set_host_name(path);
+    const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
+    add_keys(path, {
+                       chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
+                       chars("Name", tcp_port_name(*link)),
+                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+                       chars("CreationClassName", className),
+                   });
+    return path;
+}
+
+} // namespace
+
+CMPIInstance* fcip_remote_pe_build_instance(const char* className, const char* nameSpace,
+                                            const FcipLinkEntry* link, const char** properties) {
+    trace_entering(__func__);
+    PlatformRow<FcipEntityEntry> profile;
+    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
+    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    if (!ready) return instance;
+
+    const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
+    const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
+    const auto local = address_text(profile->kfmFcipEntityAddress);
+    set_properties(instance,
+                   {
+                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+                       chars("SystemName", systemName.text),
+                       chars("Name", numbered_pair<31>(link->kfmFcipLinkRemFcipEntityId, remote, local)),
+                       chars("CreationClassName", "KESTO_RemoteFCIPPort"),
+                       chars("NameFormat", NAME_FORMAT),
+                       chars("RemoteIPAddress", local),
+                       chars("LocalIPAddress", remote),
+                       uint16("InfoFormat", INFO_FORMAT_HOST_NAME),
+                       chars("OtherInfoFormatDescription", NAME_LAYOUT),
+                       chars("AccessInfo", remote),
+                       chars("PortInfo", remote),
+                       uint16("PortProtocol", PORT_PROTOCOL_TCP),
+                       chars("OtherProtocolDescription", "TCP"),
+                   });
+    return finish_instance(instance, properties, __func__);
+}
+
+CMPIObjectPath* fcip_remote_pe_fill_reference(const char* className, const char* nameSpace,
+                                              const FcipLinkEntry* link) {
+    PlatformRow<FcipEntityEntry> profile;
+    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
+    CMPIObjectPath* path = new_object_path(className, nameSpace);
+    if (path == nullptr) return nullptr;
+
+    const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
+    const auto remote = address_text<PATH_ADDRESS_SIZE>(link->kfmFcipLinkRemFcipEntityAddress);
+    const auto local = address_text<PATH_ADDRESS_SIZE>(profile->kfmFcipEntityAddress);
+    add_keys(path, {
+                       chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
+                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+                       chars("CreationClassName", "KESTO_RemoteFCIPPort"),
+                       chars("Name", numbered_pair<31>(NO_ENTITY_ID, remote, local)),
+                   });
+    return path;
+}
+
+CMPIInstance* ip_remote_pe_build_instance(const char* className, const char* nameSpace,
+                                          const FcipLinkEntry* link, const char** properties) {
+    trace_entering(__func__);
+    PlatformRow<FcipEntityEntry> profile;
+    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
+    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    if (!ready) return instance;
+
+    const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
+    const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
+    const auto local = address_text(profile->kfmFcipEntityAddress);
+    set_properties(instance, {
+                                 chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+                                 chars("SystemName", systemName.text),
+                                 chars("Name", numbered_pair<59>(NO_ENTITY_ID, remote, local)),
+                                 chars("CreationClassName", "KESTO_RemoteIPServiceAccessPoint"),
+                                 chars("NameFormat", NAME_FORMAT),
+                                 chars("IPv4Address", remote), // of IPv6 peers too
+                                 chars("OtherInfoFormatDescription", NAME_LAYOUT),
+                                 chars("AccessInfo", remote),
+                                 uint16("InfoFormat", INFO_FORMAT_HOST_NAME),
+                                 uint16("AddressOrigin", ADDRESS_ORIGIN_STATIC),
+                                 uint16("ProtocolIFType", IP_V4_AND_V6),
+                             });
+    apply_filter(instance, properties);
+    trace_line(__func__, __LINE__);
+    trace_exiting(__func__);
+    return instance;
+}
+
+CMPIObjectPath* ip_remote_pe_fill_reference(const char* className, const char* nameSpace,
+                                            const FcipLinkEntry* link) {
+    trace_entering(__func__);
+    PlatformRow<FcipEntityEntry> profile;
+    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
+    CMPIObjectPath* path = new_object_path(className, nameSpace);
+    if (path == nullptr) return nullptr;
+
+    const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
+    add_keys(path, {chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM))});
+    set_host_name(path);
+    const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
+    const auto local = address_text(profile->kfmFcipEntityAddress);
+    const auto name = numbered_pair<59>(NO_ENTITY_ID, remote, local);
+    // The platform is asked a second time; its answer is not used.
+    system_name(link->kfmFcipLinkIfIndex);
+    add_keys(path, {
+                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+                       chars("CreationClassName", "KESTO_RemoteIPServiceAccessPoint"),
+                       chars("Name", name),
+                   });
+    return path;
+}
+
+CMPIInstance* remote_service_ap_build_instance(const char* className, const char* nameSpace,
+                                               const FcipLinkEntry* link, const char** properties) {
+    return build_tcp_port(__func__, className, nameSpace, link, properties);
+}
+
+CMPIInstance* tcp_remote_pe_build_instance(const char* className, const char* nameSpace,
+                                           const FcipLinkEntry* link, const char** properties) {
+    return build_tcp_port(__func__, className, nameSpace, link, properties);
+}
+
+CMPIObjectPath* remote_service_ap_fill_reference(const char* className, const char* nameSpace,
+                                                 const FcipLinkEntry* link) {
+    return fill_tcp_port(className, nameSpace, link);
+}
+
+CMPIObjectPath* tcp_remote_pe_fill_reference(const char* className, const char* nameSpace,
+                                             const FcipLinkEntry* link) {
+    return fill_tcp_port(className, nameSpace, link);
+}

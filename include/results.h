@@ -1,0 +1,48 @@
+// The one place where objects leave the library for the CIM server's result.
+//
+// A builder that fails yields NULL, and a few of them the value -1; walkers hand such values on as they come,
+// and the CIM server's result has to tolerate them. Packages for servers that do not are built with
+// FCIP_GUARD_RESULTS, which keeps them back here.
+#ifndef KESTO_FCIP_RESULTS_H
+#define KESTO_FCIP_RESULTS_H
+
+#include <cmpidt.h>
+#include <cmpift.h>
+
+#include <cstdint>
+
+// What some builders return in place of an object.
+template <class Object>
+Object* error_object() {
+    return reinterpret_cast<Object*>(std::intptr_t{-1}); // NOLINT(performance-no-int-to-ptr)
+}
+
+// Whether a pointer stands for an object at all: neither NULL nor -1.
+template <class Object>
+bool is_object(const Object* object) {
+    return object != nullptr && reinterpret_cast<std::intptr_t>(object) != -1;
+}
+
+inline bool withheld([[maybe_unused]] bool usable) {
+#ifdef FCIP_GUARD_RESULTS
+    return !usable;
+#else
+    return false;
+#endif
+}
+
+inline void hand_over(const CMPIResult* result, const CMPIInstance* instance) {
+    if (!withheld(is_object(instance))) result->ft->returnInstance(result, instance);
+}
+
+inline void hand_over(const CMPIResult* result, const CMPIObjectPath* path) {
+    if (!withheld(is_object(path))) result->ft->returnObjectPath(result, path);
+}
+
+// Hands an object over only when it could be built.
+template <class Object>
+void hand_over_built(const CMPIResult* result, const Object* object) {
+    if (is_object(object)) hand_over(result, object);
+}
+
+#endif
