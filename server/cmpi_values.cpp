@@ -1,0 +1,226 @@
+#include "server/cmpi_values.h"
+
+namespace cimserver {
+
+namespace {
+
+std::optional<Value> numberFrom(const CMPIValue& value, CMPIType type) {
+    switch (type) {
+        case CMPI_boolean:
+            return Value::boolean(value.boolean != 0);
+        case CMPI_char16:
+            return Value::integer(type, std::uint64_t{value.char16});
+        case CMPI_uint8:
+            return Value::integer(type, std::uint64_t{value.uint8});
+        case CMPI_uint16:
+            return Value::integer(type, std::uint64_t{value.uint16});
+        case CMPI_uint32:
+            return Value::integer(type, std::uint64_t{value.uint32});
+        case CMPI_uint64:
+            return Value::integer(type, std::uint64_t{value.uint64});
+        case CMPI_sint8:
+            return Value::integer(type, std::int64_t{value.sint8});
+        case CMPI_sint16:
+            return Value::integer(type, std::int64_t{value.sint16});
+        case CMPI_sint32:
+            return Value::integer(type, std::int64_t{value.sint32});
+        case CMPI_sint64:
+            return Value::integer(type, std::int64_t{value.sint64});
+        case CMPI_real32:
+            return Value{type, double{value.real32}};
+        case CMPI_real64:
+            return Value{type, value.real64};
+        default:
+            return std::nullopt;
+    }
+}
+
+// The content of an object as a value; NULL stays NULL, anything that is not a live object of ours is
+// refused.
+template <typename Object, typename Face, typename Convert>
+std::optional<Value> objectFrom(const Face* object, CMPIType type, Convert convert) {
+    if (!object) return Value::null(type);
+    Object* ours = opened<Object>(object);
+    if (!ours) return std::nullopt;
+    return convert(ours->content());
+}
+
+CMPIType canonical(CMPIType type) {
+    const auto scalar = static_cast<CMPIType>(type & ~CMPI_ARRAY);
+    if (scalar == CMPI_chars) return static_cast<CMPIType>(CMPI_string | (type & CMPI_ARRAY));
+    return type;
+}
+
+bool isKnown(CMPIType scalar) {
+    switch (scalar) {
+        case CMPI_boolean:
+        case CMPI_char16:
+        case CMPI_uint8:
+        case CMPI_uint16:
+        case CMPI_uint32:
+        case CMPI_uint64:
+        case CMPI_sint8:
+        case CMPI_sint16:
+        case CMPI_sint32:
+        case CMPI_sint64:
+        case CMPI_real32:
+        case CMPI_real64:
+        case CMPI_string:
+        case CMPI_chars:
+        case CMPI_dateTime:
+        case CMPI_ref:
+        case CMPI_instance:
+        case CMPI_ptr:
+            return true;
+        default:
+            return false;
+    }
+}
+
+} // namespace
+
+std::optional<Value> fromCmpi(const CMPIValue* value, CMPIType type) {
+    const auto scalar = static_cast<CMPIType>(type & ~CMPI_ARRAY);
+    if (type == CMPI_null) return Value{};
+    if (!isKnown(scalar)) return std::nullopt;
+    if (!value) return Value::null(canonical(type));
+    if (type & CMPI_ARRAY) {
+        return objectFrom<ArrayObject>(value->array, canonical(type), [type](const ArrayContent& array) {
+            // The array knows its element type better than the caller, who may have said only "array of
+            // chars".
+            const CMPIType elements = array.elementType == CMPI_null ? canonical(type) : array.elementType;
+            return Value{static_cast<CMPIType>(elements | CMPI_ARRAY), array.elements};
+        });
+    }
+    switch (type) {
+        case CMPI_chars:
+            return Value::text(reinterpret_cast<const char*>(value));
+        case CMPI_string:
+            return objectFrom<StringObject>(
+                value->string, type, [](const StringContent& string) { return Value::text(string.text); });
+        case CMPI_dateTime:
+            return objectFrom<DateTimeObject>(value->dateTime, type, [](const CimDateTime& time) {
+                return Value{CMPI_dateTime, time.toString()};
+            });
+        case CMPI_ref:
+            return objectFrom<PathObject>(value->ref, type,
+                                          [](const ObjectPath& path) { return Value::reference(path); });
+        case CMPI_instance:
+            return objectFrom<InstanceObject>(
+                value->inst, type, [](const Instance& instance) { return Value::embedded(instance); });
+        case CMPI_ptr:
+            return Value{type, OpaquePointer{value->dataPtr.ptr, value->dataPtr.length}};
+        default:
+            return numberFrom(*value, type);
+    }
+}
+
+CMPIData noData(CMPIValueState state) {
+    CMPIData data{};
+    data.type = CMPI_null;
+    data.state = state;
+    return data;
+}
+
+CMPIData toCmpi(const Value& value, CMPIValueState state) {
+    CMPIData data{};
+    data.type = value.type;
+    data.state = state;
+    if (value.isNull()) {
+        data.state = static_cast<CMPIValueState>(data.state | CMPI_nullValue);
+        return data;
+    }
+    if (const auto* elements = value.asArray()) {
+        data.value.array = makePooled<ArrayObject>(ArrayContent{value.elementType(), *elements});
+        return data;
+    }
+    if (const ObjectPath* path = value.asReference()) {
+        data.value.ref = makePath(*path);
+    } else if (const Instance* instance = value.asInstance()) {
+        data.value.inst = makeInstance(*instance);
+    } else if (const auto* pointer = std::get_if<OpaquePointer>(&value.content)) {
+        data.value.dataPtr = {pointer->address, pointer->length};
+    } else if (const std::string* text = value.asText()) {
+        if (value.type == CMPI_dateTime) {
+            data.value.dateTime =
+                makePooled<DateTimeObject>(CimDateTime::parse(*text).value_or(CimDateTime{}));
+        } else {
+            data.value.string = makeString(*text);
+        }
+    } else if (const auto* flag = std::get_if<bool>(&value.content)) {
+        data.value.boolean = *flag ? 1 : 0;
+    } else if (const auto* real = std::get_if<double>(&value.content)) {
+        if (value.type == CMPI_real32) {
+            data.value.real32 = static_cast<CMPIReal32>(*real);
+        } else {
+            data.value.real64 = *real;
+        }
+    } else {
+        const auto* natural = std::get_if<std::uint64_t>(&value.content);
+        const auto bits =
+            natural ? *natural : static_cast<std::uint64_t>(std::get<std::int64_t>(value.content));
+        switch (value.type) { // each width in its own member: where a narrow one lies depends on the machine
+            case CMPI_uint8:
+            case CMPI_sint8:
+                data.value.uint8 = static_cast<CMPIUint8>(bits);
+                break;
+            case CMPI_char16:
+            case CMPI_uint16:
+            case CMPI_sint16:
+                data.value.uint16 = static_cast<CMPIUint16>(bits);
+                break;
+            case CMPI_uint32:
+            case CMPI_sint32:
+                data.value.uint32 = static_cast<CMPIUint32>(bits);
+                break;
+            default:
+                data.value.uint64 = bits;
+                break;
+        }
+    }
+    return data;
+}
+
+CMPIData readNamed(const NamedValues& values, const char* name, CMPIrc missing, CMPIValueState state,
+                   CMPIStatus* rc) {
+    const NamedValue* found = name ? values.find(name) : nullptr;
+    setStatus(rc, found ? CMPI_RC_OK : missing);
+    return found ? toCmpi(found->value, state) : noData(CMPI_notFound);
+}
+
+CMPIData readNamedAt(const NamedValues& values, CMPICount index, CMPIString** name, CMPIrc missing,
+                     CMPIValueState state, CMPIStatus* rc) {
+    if (name) *name = nullptr;
+    if (index >= values.size()) {
+        setStatus(rc, missing);
+        return noData(CMPI_notFound);
+    }
+    const NamedValue& found = values.all()[index];
+    if (name) *name = makeString(found.name);
+    setStatus(rc, CMPI_RC_OK);
+    return toCmpi(found.value, state);
+}
+
+std::vector<std::string> namesFrom(const char** names) {
+    std::vector<std::string> result;
+    for (; names && *names; ++names) {
+        result.emplace_back(*names);
+    }
+    return result;
+}
+
+std::vector<const char*> pointersTo(const std::vector<std::string>& names) {
+    std::vector<const char*> result;
+    for (const std::string& name : names) {
+        result.push_back(name.c_str());
+    }
+    result.push_back(nullptr);
+    return result;
+}
+
+std::string textOf(const CMPIString* string) {
+    StringObject* ours = opened<StringObject>(string);
+    return ours ? ours->content().text : std::string();
+}
+
+} // namespace cimserver

@@ -1,0 +1,35 @@
+// Values on their way between a provider (CMPIValue, CMPIData) and the server (Value).
+#ifndef KESTO_SERVER_CMPI_VALUES_H
+#define KESTO_SERVER_CMPI_VALUES_H
+
+#include <optional>
+
+#include "server/cmpi_objects.h"
+
+namespace cimserver {
+
+// Copies what a provider passed. `value` NULL is the NULL value of the type. For CMPI_chars the pointer is
+// the characters themselves. Nothing when the type is unknown or the object is none (NULL objects are NULL
+// values).
+std::optional<Value> fromCmpi(const CMPIValue* value, CMPIType type);
+
+// The value as a provider reads it; objects in it belong to the current pool.
+CMPIData toCmpi(const Value& value, CMPIValueState state = CMPI_goodValue);
+CMPIData noData(CMPIValueState state = CMPI_nullValue);
+
+// The reading functions that object paths, instances, arguments and contexts share.
+CMPIData readNamed(const NamedValues& values, const char* name, CMPIrc missing, CMPIValueState state,
+                   CMPIStatus* rc);
+CMPIData readNamedAt(const NamedValues& values, CMPICount index, CMPIString** name, CMPIrc missing,
+                     CMPIValueState state, CMPIStatus* rc);
+
+// A list of names closed by NULL.
+std::vector<std::string> namesFrom(const char** names);
+std::vector<const char*> pointersTo(const std::vector<std::string>& names);
+
+// A CMPIString's text; empty for no string.
+std::string textOf(const CMPIString* string);
+
+} // namespace cimserver
+
+#endif

@@ -1,0 +1,143 @@
+// kesto-cimserver: serves a CMPI provider to CIM-XML clients.
+#include <limits.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include "server/cimxml_service.h"
+#include "server/cmpi_broker.h"
+#include "server/console.h"
+#include "server/http_server.h"
+
+namespace {
+
+using namespace cimserver;
+
+struct Options {
+    HttpServer::Settings http;
+    std::string provider;
+    std::string providerName = "FCIPProvider";
+    std::string providerLog;
+    std::string associations;
+    std::vector<std::string> nameSpaces = {"root/cimv2"};
+    unsigned timeout = 30;
+    bool verbose = false;
+};
+
+// Beside the program: where the build puts it, then where an installation does.
+std::string defaultProvider() {
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    const std::string file = "libFCIPProvider.so";
+    const std::filesystem::path candidates[] = {program / "../lib" / file,
+                                                program / CIMSERVER_PROVIDER_DIR / file};
+    for (const auto& candidate : candidates) {
+        if (std::filesystem::exists(candidate)) return std::filesystem::weakly_canonical(candidate).string();
+    }
+    return file; // the loader's own search
+}
+
+std::string hostName() {
+    char name[HOST_NAME_MAX + 1] = {};
+    return gethostname(name, sizeof name - 1) == 0 ? name : "localhost";
+}
+
+AssociationTable associationTable(const Options& options) {
+    if (options.associations.empty()) return AssociationTable::builtIn(options.providerName);
+    std::ifstream file(options.associations);
+    if (!file) throw std::runtime_error("cannot read " + options.associations);
+    return AssociationTable::read(file, options.associations);
+}
+
+void addOptions(CLI::App& app, Options& options) {
+    app.add_option("--provider", options.provider,
+                   "The provider's shared library (default: libFCIPProvider.so)");
+    app.add_option("--provider-name", options.providerName, "Its name: the factories are <name>_Create_...MI")
+        ->capture_default_str();
+    app.add_option("--provider-log", options.providerLog,
+                   "File that the provider's standard output is appended to; - for standard error");
+    app.add_option(
+        "--associations", options.associations,
+        "File with the provider's association classes, a line each: \"Association: Source Source ...\"");
+    app.add_option("--namespace", options.nameSpaces, "Namespace to serve; may be repeated")
+        ->capture_default_str();
+    app.add_option("--listen", options.http.address, "Loopback address to listen on")->capture_default_str();
+    app.add_option("--port", options.http.port, "Port to listen on; 0 for any free one")
+        ->capture_default_str();
+    app.add_option("--max-connections", options.http.maxConnections, "Clients at a time")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 1024));
+    app.add_option("--max-body", options.http.maxBody, "Largest request in bytes")->capture_default_str();
+    app.add_option("--timeout", options.timeout, "Seconds that a client may keep the server waiting")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 3600));
+    app.add_flag("--verbose", options.verbose, "Report every operation on standard error");
+}
+
+// Blocked in all threads, so that only waitForStop sees them.
+sigset_t stopSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    return signals;
+}
+
+void waitForStop() {
+    const sigset_t signals = stopSignals();
+    int received = 0;
+    sigwait(&signals, &received);
+    // A second signal ends a stop that takes too long.
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
+void serve(const Options& options, Console& console) {
+    if (!options.providerLog.empty()) console.redirectProvider(options.providerLog);
+    const auto warn = [&console](const std::string& line) { console.warn("kesto-cimserver: " + line); };
+    const auto report = options.verbose ? std::function<void(const std::string&)>(warn) : nullptr;
+
+    Broker broker(warn, options.verbose);
+    const Provider provider(options.provider.empty() ? defaultProvider() : options.provider,
+                            options.providerName, broker);
+    const ProviderCalls calls(provider);
+    Operations operations(calls, associationTable(options));
+    broker.serve(&operations);
+    const CimXmlService service(operations, {options.nameSpaces, hostName(), report});
+    HttpServer server(options.http,
+                      [&service](const HttpRequest& request) { return service.answer(request); });
+
+    std::string served;
+    for (const std::string& nameSpace : options.nameSpaces) {
+        served += (served.empty() ? "" : ", ") + nameSpace;
+    }
+    console.say("kesto-cimserver: serving " + server.url() + "/cimom (namespace " + served + ")");
+    waitForStop();
+    server.stop(options.http.timeout);
+    console.say("kesto-cimserver: stopped");
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    CLI::App app("Serves a CMPI provider to CIM-XML clients (WBEM).", "kesto-cimserver");
+    addOptions(app, options);
+    CLI11_PARSE(app, argc, argv);
+    options.http.timeout = std::chrono::seconds(options.timeout);
+
+    const sigset_t signals = stopSignals();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    signal(SIGPIPE, SIG_IGN);
+    Console console;
+    try {
+        serve(options, console);
+        return EXIT_SUCCESS;
+    } catch (const std::exception& error) {
+        console.warn(std::string("kesto-cimserver: ") + error.what());
+        return EXIT_FAILURE;
+    }
+}

@@ -1,0 +1,101 @@
+#include "server/operation_parameters.h"
+
+#include <algorithm>
+
+#include "server/cimxml_errors.h"
+#include "server/text.h"
+
+namespace cimserver {
+
+namespace {
+
+[[noreturn]] void refuse(std::string_view name, const std::string& why) {
+    throw CimError{CMPI_RC_ERR_INVALID_PARAMETER, "parameter " + std::string(name) + " " + why};
+}
+
+template <typename Kind>
+std::optional<Kind> as(ParameterValue value, std::string_view name) {
+    if (std::holds_alternative<std::monostate>(value)) return std::nullopt;
+    if (auto* held = std::get_if<Kind>(&value)) return std::move(*held);
+    refuse(name, "is of the wrong kind");
+}
+
+template <typename Kind>
+Kind required(std::optional<Kind> value, std::string_view name) {
+    if (!value) refuse(name, "is missing");
+    return std::move(*value);
+}
+
+} // namespace
+
+OperationParameters::OperationParameters(std::vector<Parameter> parameters)
+    : parameters_(std::move(parameters)) {
+    for (auto one = parameters_.begin(); one != parameters_.end(); ++one) {
+        const auto same = [one](const Parameter& other) { return sameName(other.name, one->name); };
+        if (std::any_of(std::next(one), parameters_.end(), same)) refuse(one->name, "occurs twice");
+    }
+}
+
+ParameterValue OperationParameters::take(std::string_view name) {
+    const auto found =
+        std::find_if(parameters_.begin(), parameters_.end(),
+                     [name](const Parameter& parameter) { return sameName(parameter.name, name); });
+    if (found == parameters_.end()) return std::monostate{};
+    ParameterValue value = std::move(found->value);
+    parameters_.erase(found);
+    return value;
+}
+
+bool OperationParameters::flag(std::string_view name, bool byDefault) {
+    const auto text = as<std::string>(take(name), name);
+    if (!text) return byDefault;
+    if (sameName(trimmed(*text), "true")) return true;
+    if (sameName(trimmed(*text), "false")) return false;
+    refuse(name, "is no boolean");
+}
+
+std::optional<std::string> OperationParameters::optionalText(std::string_view name) {
+    auto text = as<std::string>(take(name), name);
+    if (text && text->empty()) text.reset(); // some clients send what they have not been given as empty
+    return text;
+}
+
+std::string OperationParameters::text(std::string_view name) {
+    return required(as<std::string>(take(name), name), name);
+}
+
+std::optional<std::string> OperationParameters::optionalClassName(std::string_view name) {
+    auto value = as<ClassNameValue>(take(name), name);
+    return value ? std::optional(std::move(value->name)) : std::nullopt;
+}
+
+std::string OperationParameters::className(std::string_view name) {
+    return required(optionalClassName(name), name);
+}
+
+ObjectPath OperationParameters::instanceName(std::string_view name) {
+    return required(as<ObjectPath>(take(name), name), name);
+}
+
+ObjectPath OperationParameters::objectName(std::string_view name) {
+    ParameterValue value = take(name);
+    if (std::holds_alternative<ClassNameValue>(value)) {
+        throw CimError{CMPI_RC_ERR_NOT_SUPPORTED, "associations between classes are not served"};
+    }
+    return required(as<ObjectPath>(std::move(value), name), name);
+}
+
+Instance OperationParameters::instance(std::string_view name) {
+    return required(as<Instance>(take(name), name), name);
+}
+
+PropertyNames OperationParameters::propertyList() {
+    constexpr std::string_view kName = "PropertyList";
+    return as<std::vector<std::string>>(take(kName), kName);
+}
+
+void OperationParameters::expectNoMore() const {
+    if (!parameters_.empty()) refuse(parameters_.front().name, "is unknown to this operation");
+}
+
+} // namespace cimserver

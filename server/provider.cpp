@@ -1,0 +1,52 @@
+#include "server/provider.h"
+
+#include <dlfcn.h>
+
+#include "server/cmpi_broker.h"
+#include "server/cmpi_objects.h"
+
+namespace cimserver {
+
+struct Provider::Loaded {
+    explicit Loaded(const std::string& file) : library(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+        if (!library) throw ProviderError(dlerror());
+    }
+
+    template <typename Interface>
+    Interface* make(const std::string& factory, const CMPIBroker* broker) {
+        using Factory = Interface* (*)(const CMPIBroker*, const CMPIContext*, CMPIStatus*);
+        const auto create = reinterpret_cast<Factory>(dlsym(library, factory.c_str()));
+        if (!create) return nullptr;
+        const RequestScope scope(lifetime);
+        CMPIStatus made = status(CMPI_RC_OK); // a factory need not write it
+        Interface* interface = create(broker, makePooled<ContextObject>(ContextContent{}), &made);
+        if (made.rc != CMPI_RC_OK || !interface || !interface->ft) {
+            throw ProviderError(factory + " failed with status " + std::to_string(made.rc) +
+                                (made.msg ? ": " + opened<StringObject>(made.msg)->content().text : ""));
+        }
+        return interface;
+    }
+
+    RequestPool lifetime; // what the factories make lives as long as the provider
+    void* library;        // never closed: a provider may leave threads or exit handlers behind
+};
+
+Provider::Provider(const std::string& file, const std::string& name, const Broker& broker)
+    : loaded_(std::make_unique<Loaded>(file)) {
+    instances_ = loaded_->make<CMPIInstanceMI>(name + "_Create_InstanceMI", broker.face());
+    associations_ = loaded_->make<CMPIAssociationMI>(name + "_Create_AssociationMI", broker.face());
+    if (!instances_ && !associations_) {
+        throw ProviderError(file + " has neither " + name + "_Create_InstanceMI nor " + name +
+                            "_Create_AssociationMI");
+    }
+}
+
+Provider::~Provider() {
+    const RequestScope scope;
+    CMPIContext* context = makePooled<ContextObject>(ContextContent{});
+    constexpr CMPIBoolean kTerminating = 1;
+    if (instances_) instances_->ft->cleanup(instances_, context, kTerminating);
+    if (associations_) associations_->ft->cleanup(associations_, context, kTerminating);
+}
+
+} // namespace cimserver

@@ -1,0 +1,135 @@
+#include "server/provider_calls.h"
+
+#include "server/cmpi_values.h"
+
+namespace cimserver {
+
+namespace {
+
+// The list of wanted properties as a provider takes it: pointers closed by NULL, or NULL for everything.
+class PropertyPointers {
+  public:
+    explicit PropertyPointers(const PropertyNames& names) {
+        if (names) pointers_ = pointersTo(*names);
+    }
+    const char** get() { return pointers_.empty() ? nullptr : pointers_.data(); }
+
+  private:
+    std::vector<const char*> pointers_;
+};
+
+const char* charsOrNull(const std::optional<std::string>& text) {
+    return text ? text->c_str() : nullptr;
+}
+
+// Calls one operation of a management interface and waits for its results. The objects that the provider
+// makes meanwhile are gone when this returns.
+template <typename Interface, typename Operation, typename... Arguments>
+Outcome call(Interface* interface, Operation operation, const CallContext& context, const ObjectPath& path,
+             ResultSink& sink, Arguments... arguments) {
+    if (!interface || !(interface->ft->*operation)) return Outcome::error(CMPI_RC_ERR_NOT_SUPPORTED);
+
+    CMPIContext* callContext = makePooled<ContextObject>(ContextContent{context.entries});
+    auto* result = makePooled<ResultObject>(ResultContent{});
+    result->content().sink = &sink;
+    const CMPIStatus answered =
+        (interface->ft->*operation)(interface, callContext, result, makePath(path), arguments...);
+
+    Outcome outcome;
+    outcome.code = answered.rc;
+    outcome.message = textOf(answered.msg);
+    if (opened<ResultObject>(static_cast<CMPIResult*>(result))) {
+        outcome.delivered = result->content().delivered;
+        outcome.ignored = result->content().ignored;
+        if (outcome.message.empty() && !outcome.ok()) outcome.message = result->content().errorMessage;
+    }
+    return outcome;
+}
+
+} // namespace
+
+Outcome ProviderCalls::enumerateInstanceNames(const CallContext& context, const ObjectPath& classPath,
+                                              ResultSink& sink) const {
+    const RequestScope scope;
+    return call(provider_.instances(), &CMPIInstanceMIFT::enumerateInstanceNames, context, classPath, sink);
+}
+
+Outcome ProviderCalls::enumerateInstances(const CallContext& context, const ObjectPath& classPath,
+                                          const PropertyNames& wanted, ResultSink& sink) const {
+    const RequestScope scope;
+    PropertyPointers properties(wanted);
+    return call(provider_.instances(), &CMPIInstanceMIFT::enumerateInstances, context, classPath, sink,
+                properties.get());
+}
+
+Outcome ProviderCalls::getInstance(const CallContext& context, const ObjectPath& path,
+                                   const PropertyNames& wanted, ResultSink& sink) const {
+    const RequestScope scope;
+    PropertyPointers properties(wanted);
+    return call(provider_.instances(), &CMPIInstanceMIFT::getInstance, context, path, sink, properties.get());
+}
+
+Outcome ProviderCalls::createInstance(const CallContext& context, const Instance& instance,
+                                      ResultSink& sink) const {
+    const RequestScope scope;
+    return call(provider_.instances(), &CMPIInstanceMIFT::createInstance, context, instance.path, sink,
+                makeInstance(instance));
+}
+
+Outcome ProviderCalls::modifyInstance(const CallContext& context, const Instance& instance,
+                                      const PropertyNames& wanted, ResultSink& sink) const {
+    const RequestScope scope;
+    PropertyPointers properties(wanted);
+    return call(provider_.instances(), &CMPIInstanceMIFT::modifyInstance, context, instance.path, sink,
+                makeInstance(instance), properties.get());
+}
+
+Outcome ProviderCalls::deleteInstance(const CallContext& context, const ObjectPath& path,
+                                      ResultSink& sink) const {
+    const RequestScope scope;
+    return call(provider_.instances(), &CMPIInstanceMIFT::deleteInstance, context, path, sink);
+}
+
+Outcome ProviderCalls::execQuery(const CallContext& context, const ObjectPath& classPath,
+                                 const std::string& language, const std::string& query,
+                                 ResultSink& sink) const {
+    const RequestScope scope;
+    return call(provider_.instances(), &CMPIInstanceMIFT::execQuery, context, classPath, sink, query.c_str(),
+                language.c_str());
+}
+
+Outcome ProviderCalls::associators(const CallContext& context, const ObjectPath& source,
+                                   const AssociatorFilter& filter, const PropertyNames& wanted,
+                                   ResultSink& sink) const {
+    const RequestScope scope;
+    PropertyPointers properties(wanted);
+    return call(provider_.associations(), &CMPIAssociationMIFT::associators, context, source, sink,
+                charsOrNull(filter.associationClass), charsOrNull(filter.resultClass),
+                charsOrNull(filter.role), charsOrNull(filter.resultRole), properties.get());
+}
+
+Outcome ProviderCalls::associatorNames(const CallContext& context, const ObjectPath& source,
+                                       const AssociatorFilter& filter, ResultSink& sink) const {
+    const RequestScope scope;
+    return call(provider_.associations(), &CMPIAssociationMIFT::associatorNames, context, source, sink,
+                charsOrNull(filter.associationClass), charsOrNull(filter.resultClass),
+                charsOrNull(filter.role), charsOrNull(filter.resultRole));
+}
+
+Outcome ProviderCalls::references(const CallContext& context, const ObjectPath& source,
+                                  const ReferenceFilter& filter, const PropertyNames& wanted,
+                                  ResultSink& sink) const {
+    const RequestScope scope;
+    PropertyPointers properties(wanted);
+    return call(provider_.associations(), &CMPIAssociationMIFT::references, context, source, sink,
+                charsOrNull(filter.associationClass), charsOrNull(filter.role), properties.get());
+}
+
+Outcome ProviderCalls::referenceNames(const CallContext& context, const ObjectPath& source,
+                                      const ReferenceFilter& filter, ResultSink& sink) const {
+    const RequestScope scope;
+    return call(provider_.associations(), &CMPIAssociationMIFT::referenceNames, context, source, sink,
+                charsOrNull(filter.associationClass), charsOrNull(filter.role));
+}
+
+} // namespace cimserver
