@@ -1,8 +1,5 @@
 #include "classes/builder.h"
 
-#include <algorithm>
-#include <cstdarg>
-
 #include "include/class_table.h"
 #include "platform/fcip_config.h"
 #include "platform/platform_services.h"
@@ -34,13 +31,6 @@ int return_for_each_link(const LinkWalk& walk, const char* function, const char*
 
 } // namespace
 
-void print_cut(std::span<char> text, const char* format, ...) {
-    va_list values;
-    va_start(values, format);
-    std::vsnprintf(text.data(), text.size(), format, values);
-    va_end(values);
-}
-
 SystemName system_name(std::uint32_t ifIndex) {
     SystemName name{};
     name.status = get_vsan_wwn(ifIndex, name.text.chars);
@@ -50,9 +40,7 @@ SystemName system_name(std::uint32_t ifIndex) {
 Text<31> interface_name(std::uint32_t ifIndex) {
     char longName[256] = {};
     sprintf_if_index(longName, ifIndex);
-    Text<31> name;
-    std::copy_n(longName, sizeof name.chars - 1, name.chars);
-    return name;
+    return cut<31>(longName);
 }
 
 Text<64> wwn_text(const std::uint8_t (&wwn)[8]) {

@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <initializer_list>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include "include/results.h"
 #include "include/trace.h"
@@ -34,23 +36,24 @@ struct Text {
     operator const char*() const { return chars; }
 };
 
-// Prints into a text and cuts what does not fit.
-__attribute__((format(printf, 2, 3))) void print_cut(std::span<char> text, const char* format, ...);
+// A string as a text, cut to what fits.
+template <std::size_t Size>
+Text<Size> cut(std::string_view string) {
+    Text<Size> text;
+    string.copy(text.chars, Size - 1);
+    return text;
+}
 
 // The decimal text of a word, as "%d" prints it.
 template <std::size_t Size>
 Text<Size> decimal(std::uint32_t word) {
-    Text<Size> text;
-    print_cut(text.chars, "%d", as_printed(word));
-    return text;
+    return cut<Size>(std::to_string(as_printed(word)));
 }
 
 // "number_first_second", the form of most endpoint names.
 template <std::size_t Size>
 Text<Size> numbered_pair(std::uint32_t number, const char* first, const char* second) {
-    Text<Size> text;
-    print_cut(text.chars, "%d_%s_%s", as_printed(number), first, second);
-    return text;
+    return cut<Size>(std::to_string(as_printed(number)) + '_' + first + '_' + second);
 }
 
 // An address as text; the platform cuts it to the buffer.

@@ -15,9 +15,7 @@ Text<99> endpoint_name(std::uint32_t ifIndex, const PortInfo* port, std::uint8_t
     if (port == nullptr || if_index_get_type(port->ifIndex, &type) != 0) type = assumedType;
     char address[128] = {};
     if (port != nullptr) pm_cim_get_network_address(address, port, type);
-    Text<99> name;
-    print_cut(name.chars, "%d:%s", as_printed(ifIndex), address);
-    return name;
+    return cut<99>(std::to_string(as_printed(ifIndex)) + ':' + address);
 }
 
 // Walks the Ethernet ports; make(ifIndex) gives the object for the result.

@@ -22,9 +22,7 @@ constexpr std::size_t PATH_ADDRESS_SIZE = 20;
 
 // "0_" and the if-index of the tunnel's interface.
 Text<31> tcp_port_name(const FcipLinkEntry& link) {
-    Text<31> name;
-    print_cut(name.chars, "%d_%d", 0, as_printed(link.kfmFcipLinkIfIndex));
-    return name;
+    return cut<31>("0_" + std::to_string(as_printed(link.kfmFcipLinkIfIndex)));
 }
 
 CMPIInstance* build_tcp_port(const char* function, const char* className, const char* nameSpace,

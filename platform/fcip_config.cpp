@@ -225,7 +225,7 @@ int get_vsan_wwn(std::uint32_t ifIndex, char* out) {
     PlatformRow<void> domain;
     if (fetch_domain(vsan, domain) != 0) {
         std::fputs("error : dm_cim_get_dmEntry ", stdout);
-        std::strcpy(out, "NULL");
+        std::memcpy(out, "NULL", sizeof "NULL");
         return -1;
     }
     char key[256] = {};

@@ -205,7 +205,7 @@ static_assert(offsetof(FcipLinkEntry, kfmFcipLinkExtPhyIfIndex) == 128);
 static_assert(offsetof(FcipLinkEntry, kfmFcipLinkExtTapeAccelReadOper) == 140);
 static_assert(offsetof(FcipLinkEntry, reserved_144) == 144);
 static_assert(sizeof(FcipLinkKey) == 8);
-static_assert(sizeof(FcipLinkErrors) == 28 * 4);
+static_assert(sizeof(FcipLinkErrors) == 112);
 static_assert(sizeof(FcipTcpConnKey) == 12);
 static_assert(offsetof(FcipTcpConnEntry, connectionPurpose) == 16);
 static_assert(sizeof(FcipTcpConnEntry) == 32);
