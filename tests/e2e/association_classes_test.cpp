@@ -1,4 +1,6 @@
 // EnumerateInstances, EnumerateInstanceNames and GetInstance of every association class.
+#include <ostream>
+
 #include "tests/e2e/served_switch.h"
 
 namespace e2e {
@@ -16,6 +18,10 @@ struct AssociationClass {
     End second;
     bool namesSwapEnds = false; // the names hold the objects under the other role
 };
+
+void PrintTo(const AssociationClass& parameter, std::ostream* out) {
+    *out << parameter.name;
+}
 
 const std::string TCP_SETTINGS = "KESTO_TCPSettings";
 

@@ -68,16 +68,20 @@ std::string lower_case(std::string_view text) {
 
 CimPath CimPath::parse(std::string_view text) {
     // The host may hold dots and a colon too: the class is what stands between the last colon and the last
-    // dot in front of the first key's equals sign.
+    // dot in front of the first key's equals sign. wbemcli leaves the colon out in references.
     const std::string_view head = text.substr(0, text.find('='));
     const bool hasKeys = head.size() != text.size();
     const std::size_t dot = hasKeys ? head.rfind('.') : head.size();
     if (dot == std::string_view::npos) refuse(text);
-    const std::size_t colon = head.rfind(':', dot);
-    const std::size_t start = colon == std::string_view::npos ? 0 : colon + 1;
+    std::string_view name = head.substr(0, dot);
+    if (const std::size_t colon = name.rfind(':'); colon != name.npos && name.find('/', colon) == name.npos) {
+        name.remove_prefix(colon + 1);
+    } else if (const std::size_t start = name.find(NAMESPACE); start != name.npos) {
+        name.remove_prefix(start + NAMESPACE.size());
+    }
     CimPath path;
-    path.className = head.substr(start, dot - start);
-    if (path.className.empty() || path.className.find_first_of("/.\"{ ") != std::string::npos) refuse(text);
+    path.className = name;
+    if (name.empty() || name.find_first_of("/.:\"{ ") != name.npos) refuse(text);
     if (hasKeys) {
         text.remove_prefix(dot + 1);
         while (!text.empty())

@@ -9,6 +9,9 @@
 
 namespace e2e {
 
+// The namespace that all end-to-end tests work in.
+inline constexpr std::string_view NAMESPACE = "root/cimv2";
+
 struct CimKey;
 
 struct CimPath {

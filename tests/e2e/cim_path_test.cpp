@@ -37,6 +37,14 @@ TEST(CimPathText, ReferencesNestAndGoLastOnTheCommandLine) {
     EXPECT_THROW(path.reference("IsDefault"), std::out_of_range);
 }
 
+TEST(CimPathText, AReferenceMayComeWithoutTheColonBehindItsNamespace) {
+    const CimPath path =
+        CimPath::parse(R"(A.R={sw1.example.net:5988/root/cimv2B.K="x:y"},S={host/root/cimv2C.L="1"})");
+    EXPECT_EQ(path.reference("R").className, "B");
+    EXPECT_EQ(path.reference("R").key("K"), "x:y");
+    EXPECT_EQ(path.reference("S").className, "C");
+}
+
 TEST(CimPathText, IdentityIgnoresNamesLetterCaseAndTheKeysOrder) {
     const std::string identity = CimPath::parse(R"(A.One="x",Two={B.K="v"})").identity();
     EXPECT_EQ(CimPath::parse(R"(n:a.TWO={m:b.k="v"},ONE="x")").identity(), identity);

@@ -76,8 +76,9 @@ TEST_P(ClassDocumentation, ListsThePropertiesAndTypesThatAClientReads) {
 }
 
 TEST_P(ClassDocumentation, MarksTheKeysOfTheObjectPaths) {
+    const DocumentedClass documented = documented_classes()[GetParam()];
     std::set<std::string> expected;
-    for (const auto& [name, property] : documented_classes()[GetParam()]) {
+    for (const auto& [name, property] : documented) {
         if (property.isKey) expected.insert(name);
     }
     const std::vector<std::string> names = client().enumerate_names(GetParam()).front().key_names();

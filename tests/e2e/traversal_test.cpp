@@ -1,6 +1,6 @@
 // Associators, AssociatorNames, References and ReferenceNames from every kind of object of a tunnel.
 #include <algorithm>
-#include <map>
+#include <ostream>
 #include <set>
 
 #include "tests/e2e/served_switch.h"
@@ -22,6 +22,10 @@ struct Row {
     std::string referenceNames;
     std::string references;
 };
+
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.source << " through " << row.association;
+}
 
 Row both(const std::string& source, const std::string& association, const std::string& far) {
     return {source, association, {far}, {far}, association, association};

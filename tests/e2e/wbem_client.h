@@ -45,7 +45,7 @@ struct Filter {
 class WbemClient {
   public:
     // `url` as the server prints it: http://127.0.0.1:5988
-    explicit WbemClient(std::string serverUrl, std::string cimNamespace = "root/cimv2");
+    explicit WbemClient(std::string serverUrl, std::string cimNamespace = std::string(NAMESPACE));
 
     std::vector<CimInstance> enumerate(const std::string& className,
                                        const std::string& properties = "") const;
