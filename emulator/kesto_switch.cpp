@@ -1,5 +1,6 @@
 // kesto-switch: checks and makes scenarios of the emulated switch.
 #include <CLI/CLI.hpp>
+#include <cstdlib>
 #include <iostream>
 
 #include "emulator/control.h"
@@ -23,6 +24,8 @@ int main(int argc, char** argv) {
 
     const CLI::App* builtin = app.add_subcommand("builtin", "Print the built-in scenario");
     CLI11_PARSE(app, argc, argv);
+
+    unsetenv("KESTO_SWITCH"); // only the scenario of the command line counts here
 
     try {
         if (check->parsed()) {

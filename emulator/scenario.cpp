@@ -73,7 +73,7 @@ void if_there(const Reader& object, const char* member, Function read) {
     if (const std::optional<Reader> value = object.find(member)) read(*value);
 }
 
-// "0x9b010000" or "2600534016" as a number of at most `largest`.
+// "0x9b010001" or "2600534017" as a number of at most `largest`.
 std::optional<std::uint32_t> number_in(const std::string& text, std::uint32_t largest) {
     if (text.empty() || std::isdigit(static_cast<unsigned char>(text[0])) == 0) return std::nullopt;
     std::size_t end = 0;
@@ -257,7 +257,7 @@ class Loader {
         const Reader index = object.at("ifIndex");
         const std::optional<std::uint32_t> number =
             index.is_text() ? number_in(index.text(1, 12), UINT32_MAX) : std::optional(index.u32());
-        if (!number) index.refuse("is neither a number nor a text such as \"0x9b010000\"");
+        if (!number) index.refuse("is neither a number nor a text such as \"0x9b010001\"");
         port.ifIndex = *number;
         port.type = static_cast<std::uint8_t>(object.at("type").u32(0, 255));
         if_there(object, "slot",

@@ -1,0 +1,103 @@
+// KESTO_SWITCH, and the program kesto-switch, as their users see them.
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <string>
+
+#include "tests/emulator/emulator_test.h"
+
+namespace emulator_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+struct Outcome {
+    int status;
+    std::string output; // standard output and error
+};
+
+Outcome run(const std::string& command) {
+    std::FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    if (pipe == nullptr) return {-1, "cannot be started"};
+    Outcome outcome{0, ""};
+    std::array<char, 4096> buffer;
+    std::size_t length = 0;
+    while ((length = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0)
+        outcome.output.append(buffer.data(), length);
+    const int status = pclose(pipe);
+    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return outcome;
+}
+
+std::string quoted(const std::string& path) {
+    return "'" + path + "'";
+}
+
+std::string file_with(const std::string& name, const std::string& text) {
+    const std::string path = testing::TempDir() + name;
+    std::ofstream(path) << text;
+    return path;
+}
+
+const std::string STARTER = quoted(SWITCH_STARTER);
+const std::string PROGRAM = quoted(KESTO_SWITCH_PROGRAM);
+
+TEST(Environment, WithoutAFileTheBuiltInSwitchStarts) {
+    for (const char* setting : {"env -u KESTO_SWITCH ", "KESTO_SWITCH= "}) {
+        const Outcome outcome = run(setting + STARTER);
+        EXPECT_EQ(outcome.output, "init_mts good, 5 tunnels, north-sw1.example.net\n");
+    }
+}
+
+TEST(Environment, FileIsTheSwitch) {
+    const Outcome outcome =
+        run("KESTO_SWITCH=" + quoted(std::string(EMULATOR_FOLDER) + "/examples/one-tunnel-with-faults.json") +
+            " " + STARTER);
+    EXPECT_EQ(outcome.output, "init_mts good, 1 tunnels, lab-sw9\n");
+}
+
+TEST(Environment, BadFileIsToldAndLeavesADarkSwitch) {
+    const std::string path = file_with("bad-switch.json", R"({"system": {"hostName": 1}})");
+    const Outcome outcome = run("KESTO_SWITCH=" + quoted(path) + " " + STARTER);
+    EXPECT_EQ(outcome.output, "emulated switch: " + path +
+                                  ": /system/hostName: is not a text\ninit_mts failed, 0 tunnels, switch\n");
+    EXPECT_EQ(outcome.status, 0) << "the process goes on";
+}
+
+TEST(Environment, MissingFileIsTold) {
+    const Outcome outcome = run("KESTO_SWITCH=/nowhere.json " + STARTER);
+    EXPECT_THAT(outcome.output,
+                StartsWith("emulated switch: /nowhere.json: cannot be read\ninit_mts failed"));
+}
+
+TEST(Program, ChecksAFile) {
+    const std::string good = std::string(EMULATOR_FOLDER) + "/examples/two-sites.json";
+    EXPECT_EQ(run(PROGRAM + " check " + quoted(good)).output, good + ": good\n");
+    const std::string bad = file_with("bad-member.json", "{\"tunnel\": []}");
+    const Outcome outcome = run("KESTO_SWITCH=/nowhere.json " + PROGRAM + " check " + quoted(bad));
+    EXPECT_EQ(outcome.output, bad + ": /tunnel: is not a member of a scenario\n");
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST(Program, GeneratesWhatItAccepts) {
+    const std::string path = testing::TempDir() + "generated-switch.json";
+    EXPECT_EQ(run(PROGRAM + " generate --tunnels 25 --seed 3 > " + quoted(path)).status, 0);
+    EXPECT_EQ(run(PROGRAM + " check " + quoted(path)).status, 0);
+    EXPECT_THAT(run("KESTO_SWITCH=" + quoted(path) + " " + STARTER).output, HasSubstr("25 tunnels"));
+}
+
+TEST(Program, RefusesWhatItCannotGenerate) {
+    EXPECT_NE(run(PROGRAM + " generate").status, 0);
+    EXPECT_NE(run(PROGRAM + " generate --tunnels 50001").status, 0);
+    EXPECT_NE(run(PROGRAM).status, 0);
+}
+
+TEST(Program, PrintsTheBuiltInScenario) {
+    EXPECT_EQ(run(PROGRAM + " builtin").output, emulator::builtin_text());
+}
+
+} // namespace
+} // namespace emulator_test
