@@ -1,0 +1,239 @@
+// What all builders and fillers of the instance model have in common, and each one's table.
+#include <algorithm>
+
+#include "tests/classes/class_test.h"
+#include "tests/classes/golden_classes.h"
+
+namespace class_tests {
+namespace {
+
+template <class Golden>
+std::string test_name(const testing::TestParamInfo<Golden>& info) {
+    return info.param.function;
+}
+
+// The ways in which a platform service may let its caller down.
+constexpr emulator::Effect EVERY_EFFECT[] = {emulator::Effect::fail, emulator::Effect::fail_with_row,
+                                             emulator::Effect::succeed_without_row};
+
+// The services that were called and that may fail: the lock and the release of a message cannot.
+std::vector<std::string> services_of(const std::vector<std::string>& calls) {
+    std::vector<std::string> services;
+    for (const std::string& call : calls) {
+        std::string service = call.substr(0, call.find(' '));
+        if (service.starts_with("mutex_") || service == "mts_drop") continue;
+        if (std::find(services.begin(), services.end(), service) == services.end())
+            services.push_back(std::move(service));
+    }
+    return services;
+}
+
+class Builder : public ClassTest, public testing::WithParamInterface<GoldenBuilder> {
+  protected:
+    RecordedInstance build(const char* className, const char** properties = nullptr,
+                           const char* requestNameSpace = NAMESPACE) {
+        return make([&] { return GetParam().build(className, requestNameSpace, properties); });
+    }
+    RecordedInstance build() { return build(GetParam().className); }
+    std::string entry() const { return GetParam().entryTrace ? entering(GetParam().function) : ""; }
+};
+
+class Filler : public ClassTest, public testing::WithParamInterface<GoldenFiller> {
+  protected:
+    RecordedPath fill(const char* className, const char* requestNameSpace = NAMESPACE) {
+        return make([&] { return GetParam().fill(className, requestNameSpace); });
+    }
+    RecordedPath fill() { return fill(GetParam().className); }
+};
+
+class ProfileBuilder : public Builder {};
+class ProfileFiller : public Filler {};
+
+template <class Golden>
+std::vector<Golden> those_that_need_the_profile(std::vector<Golden> all) {
+    std::erase_if(all, [](const Golden& golden) { return !golden.needsProfile; });
+    return all;
+}
+
+// --- Builders ---------------------------------------------------------------------------------------------
+
+TEST_P(Builder, SetsThePropertiesOfItsTableInOrder) {
+    EXPECT_EQ(build().sets(), GetParam().properties);
+}
+
+TEST_P(Builder, PassesClassNameAndNamespaceThroughAsSpelled) {
+    const RecordedInstance instance = build("kesto_AnyClassAtAll", nullptr, "Some/Other/nameSpace");
+    EXPECT_EQ(instance.path().class_name(), "kesto_AnyClassAtAll");
+    EXPECT_EQ(instance.path().name_space(), "Some/Other/nameSpace");
+}
+
+TEST_P(Builder, MakesTheInstanceOnAKeylessPathWithTheSwitchsHostName) {
+    const RecordedInstance instance = build();
+    EXPECT_EQ(instance.path().host(), one_tunnel::HOST);
+    EXPECT_EQ(instance.path().keys(), Sets{});
+    EXPECT_EQ(broker.made(Make::object_path), 1u);
+    EXPECT_EQ(broker.made(Make::instance), 1u);
+}
+
+TEST_P(Builder, FiltersByTheRequestsPropertiesAfterTheLastOneWithNoKeys) {
+    const char* wanted[] = {"Name", "InstanceID", nullptr};
+    const RecordedInstance instance = build(GetParam().className, wanted);
+    ASSERT_EQ(instance.filters().size(), 1u);
+    EXPECT_EQ(instance.filters()[0], (Filter{{{"Name", "InstanceID"}}, {{}}}));
+    EXPECT_EQ(instance.sets_before_filter(), GetParam().properties.size());
+    EXPECT_EQ(instance.sets(), GetParam().properties) << "the broker leaves out what is not wanted";
+}
+
+TEST_P(Builder, FiltersByNoListWhenTheRequestHasNone) {
+    const RecordedInstance instance = build();
+    ASSERT_EQ(instance.filters().size(), 1u);
+    EXPECT_EQ(instance.filters()[0], (Filter{std::nullopt, {{}}}));
+}
+
+TEST_P(Builder, TracesItsEntryAndExit) {
+    build();
+    EXPECT_TRUE(matches(trace, GetParam().trace)) << trace;
+}
+
+TEST_P(Builder, ReturnsNullWithoutAnObjectPath) {
+    for (const Failure how : {Failure::null, Failure::without_handle}) {
+        broker.fail_nth(Make::object_path, 1, how);
+        EXPECT_EQ(build().kind(), Object::null);
+        EXPECT_TRUE(broker.fault_hit());
+        EXPECT_EQ(trace.find(entry()), 0u) << trace;
+        EXPECT_EQ(trace.ends_with(exiting(GetParam().function)), GetParam().exitTraceWithoutPath) << trace;
+        broker.clear_faults();
+    }
+}
+
+TEST_P(Builder, ReturnsNullWithoutAnInstance) {
+    broker.fail_nth(Make::instance, 1, Failure::null);
+    EXPECT_EQ(build().kind(), Object::null);
+    EXPECT_TRUE(broker.fault_hit());
+    EXPECT_FALSE(trace.ends_with(exiting(GetParam().function))) << trace;
+}
+
+TEST_P(Builder, ReturnsAnInstanceWithoutAHandleAsItIs) {
+    broker.fail_nth(Make::instance, 1, Failure::without_handle);
+    const RecordedInstance instance = build();
+    EXPECT_TRUE(broker.fault_hit());
+    EXPECT_EQ(instance.kind(), Object::without_handle);
+    EXPECT_EQ(instance.sets(), Sets{});
+    EXPECT_TRUE(instance.filters().empty());
+    EXPECT_FALSE(trace.ends_with(exiting(GetParam().function))) << trace;
+}
+
+TEST_P(ProfileBuilder, AsksForTheLinksOwnProfileFirst) {
+    build();
+    const auto calls = emulator::calls("fcip_get_entity_entry");
+    ASSERT_FALSE(calls.empty());
+    EXPECT_EQ(calls.front(), "fcip_get_entity_entry op=1 id=3 5");
+}
+
+TEST_P(ProfileBuilder, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {
+    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+        let_down({.symbol = "fcip_get_entity_entry", .effect = effect});
+        EXPECT_EQ(build().kind(), Object::null);
+        EXPECT_EQ(trace, entry()) << "no exit trace";
+        EXPECT_EQ(broker.made(Make::object_path), 0u);
+        emulator::clear_faults();
+    }
+}
+
+// Whatever service fails, at whatever call and in whatever way: no row and no message stays behind (the
+// fixture and the sanitizers tell), and what is still built keeps to the table.
+TEST_P(Builder, SurvivesEveryServiceLettingItDown) {
+    build();
+    const auto services = services_of(emulator::calls());
+    for (const std::string& service : services) {
+        for (const auto effect : EVERY_EFFECT) {
+            SCOPED_TRACE(service + " effect " + std::to_string(static_cast<int>(effect)));
+            for_each_platform_failure(service, effect, [&](std::size_t) {
+                const RecordedInstance instance = build();
+                if (!instance.is_valid()) return;
+                EXPECT_EQ(instance.class_name(), GetParam().className);
+                const auto golden = GetParam().properties.names();
+                for (const std::string& name : instance.sets().names())
+                    EXPECT_NE(std::find(golden.begin(), golden.end(), name), golden.end()) << name;
+            });
+            emulator::release_messages();
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, Builder, testing::ValuesIn(golden_builders()), test_name<GoldenBuilder>);
+INSTANTIATE_TEST_SUITE_P(Classes, ProfileBuilder,
+                         testing::ValuesIn(those_that_need_the_profile(golden_builders())),
+                         test_name<GoldenBuilder>);
+
+// --- Fillers ----------------------------------------------------------------------------------------------
+
+TEST_P(Filler, AddsTheKeysOfItsTableInOrder) {
+    EXPECT_EQ(fill().keys(), GetParam().keys);
+}
+
+TEST_P(Filler, PassesClassNameAndNamespaceThroughAsSpelled) {
+    const RecordedPath path = fill("kesto_AnyClassAtAll", "Some/Other/nameSpace");
+    EXPECT_EQ(path.class_name(), "kesto_AnyClassAtAll");
+    EXPECT_EQ(path.name_space(), "Some/Other/nameSpace");
+}
+
+TEST_P(Filler, SetsTheHostNameOnlyWhereItsClassHasOne) {
+    EXPECT_EQ(fill().host(),
+              GetParam().hostName ? std::optional<std::string>(one_tunnel::HOST) : std::nullopt);
+}
+
+TEST_P(Filler, TracesAsItsClassDoes) {
+    fill();
+    EXPECT_TRUE(matches(trace, GetParam().trace)) << trace;
+}
+
+TEST_P(Filler, ReturnsNullWithoutAnObjectPath) {
+    broker.fail_nth(Make::object_path, 1, Failure::null);
+    EXPECT_EQ(fill().kind(), Object::null);
+    EXPECT_TRUE(broker.fault_hit());
+    EXPECT_EQ(trace, GetParam().traceWithoutPath);
+}
+
+TEST_P(Filler, AddsNoKeyToAPathWithoutAHandle) {
+    broker.fail_nth(Make::object_path, 1, Failure::without_handle);
+    const RecordedPath path = fill();
+    EXPECT_TRUE(broker.fault_hit());
+    EXPECT_NE(path.kind(), Object::valid);
+    EXPECT_EQ(path.keys(), Sets{});
+}
+
+TEST_P(ProfileFiller, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {
+    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+        let_down({.symbol = "fcip_get_entity_entry", .effect = effect});
+        EXPECT_EQ(fill().kind(), Object::null);
+        EXPECT_TRUE(matches(trace, GetParam().traceWithoutProfile)) << trace;
+        EXPECT_EQ(broker.made(Make::object_path), 0u);
+        emulator::clear_faults();
+    }
+    EXPECT_EQ(emulator::calls("fcip_get_entity_entry").front(), "fcip_get_entity_entry op=1 id=3 5");
+}
+
+TEST_P(Filler, SurvivesEveryServiceLettingItDown) {
+    fill();
+    for (const std::string& service : services_of(emulator::calls())) {
+        for (const auto effect : EVERY_EFFECT) {
+            SCOPED_TRACE(service + " effect " + std::to_string(static_cast<int>(effect)));
+            for_each_platform_failure(service, effect, [&](std::size_t) {
+                const RecordedPath path = fill();
+                if (!path.is_valid()) return;
+                // A path has all its keys or, where the profile was missing, none.
+                if (path.keys().empty()) return;
+                EXPECT_EQ(path.keys().names(), GetParam().keys.names());
+            });
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, Filler, testing::ValuesIn(golden_fillers()), test_name<GoldenFiller>);
+INSTANTIATE_TEST_SUITE_P(Classes, ProfileFiller,
+                         testing::ValuesIn(those_that_need_the_profile(golden_fillers())),
+                         test_name<GoldenFiller>);
+
+} // namespace
+} // namespace class_tests

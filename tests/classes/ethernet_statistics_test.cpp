@@ -1,0 +1,406 @@
+// KESTO_EthernetPortStatistics, and the enumerations of KESTO_EthernetPortStatisticalData.
+#include <cstring>
+
+#include "tests/classes/class_test.h"
+#include "tests/classes/golden_classes.h"
+
+namespace class_tests {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// Where the properties that the line card counts begin, and the first of them that nothing was set for
+// before.
+constexpr std::size_t FIRST_PASS = 14;
+constexpr const char* DATA_CLASS = "KESTO_EthernetPortStatisticalData";
+
+class EthernetStatistics : public ClassTest {
+  protected:
+    RecordedInstance build() {
+        return make([&] {
+            return eth_statistics_build_instance("KESTO_EthernetPortStatistics", NAMESPACE, &row, nullptr);
+        });
+    }
+    RecordedPath fill() {
+        return make(
+            [&] { return eth_statistics_fill_reference("KESTO_EthernetPortStatistics", NAMESPACE, &row); });
+    }
+    static void addPort(std::uint32_t ifIndex, std::uint8_t type) {
+        emulator::Port port;
+        port.ifIndex = ifIndex;
+        port.type = type;
+        port.name = "port" + std::to_string(ifIndex & 0xFFFF);
+        emulator::add_port(port);
+    }
+    Sets firstPass() const { return Sets(properties.begin(), properties.begin() + FIRST_PASS); }
+
+    PortInfo row = one_tunnel::ethernet_row();
+    const Sets properties = golden_properties("eth_statistics_build_instance");
+};
+
+TEST_F(EthernetStatistics, CountersAreAskedForByIfIndexBeforeTheBrokerIs) {
+    build();
+    EXPECT_EQ(emulator::calls("pm_get_port_counters"),
+              std::vector<std::string>{"pm_get_port_counters if=0x9b010000 0 6 0"});
+    const auto requests = emulator::sent_requests();
+    ASSERT_EQ(requests.size(), 1u);
+    EXPECT_EQ(requests[0].code, one_tunnel::MAC_STATISTICS);
+    EXPECT_EQ(Bytes(requests[0].payload.begin() + 24, requests[0].payload.begin() + 28),
+              (Bytes{0x9B, 0x01, 0x00, 0x00}));
+}
+
+TEST_F(EthernetStatistics, WithoutCountersThereIsNoInstance) {
+    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+        let_down({.symbol = "pm_get_port_counters", .effect = effect});
+        EXPECT_EQ(build().kind(), Object::null);
+        EXPECT_EQ(trace.find(entering("eth_statistics_build_instance")), 0u);
+        EXPECT_EQ(occurrences(trace, "\n"), 2u) << "one line of text, and no exit: " << trace;
+        EXPECT_EQ(trace.find("Exiting"), std::string::npos);
+        EXPECT_EQ(broker.made(Make::object_path), 0u);
+        emulator::clear_faults();
+    }
+}
+
+TEST_F(EthernetStatistics, WithoutTheLineCardTheFirstPassStandsAndNothingIsFiltered) {
+    const auto expectFirstPass = [this](const char* when) {
+        const RecordedInstance instance = build();
+        EXPECT_EQ(instance.sets(), firstPass()) << when;
+        EXPECT_EQ(instance.value("BytesTransmitted"), 8589934899) << when;
+        EXPECT_FALSE(instance.has("FCSErrors")) << when;
+        EXPECT_TRUE(instance.filters().empty()) << when;
+        EXPECT_TRUE(trace.ends_with(exiting("eth_statistics_build_instance"))) << when;
+        EXPECT_NE(trace.find("Failed retrieval of mac stats information from linecard"), std::string::npos)
+            << when;
+        EXPECT_EQ(trace.find("Bytes Tran"), std::string::npos) << when;
+    };
+    emulator::fail_always("mts_send");
+    expectFirstPass("failed send");
+    emulator::clear_faults();
+    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::no_answer});
+    expectFirstPass("no answer");
+    emulator::clear_faults();
+    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::reply_status, .status = 3});
+    expectFirstPass("status 3");
+    emulator::clear_faults();
+    emulator::set_reply(one_tunnel::MAC_STATISTICS, Bytes(11));
+    expectFirstPass("too short for a status");
+}
+
+TEST_F(EthernetStatistics, CollisionAndMacErrorCountersShareTheirValues) {
+    Bytes reply(256);
+    one_tunnel::put_big_endian_64(reply, 56, 0x0000000100000002);
+    one_tunnel::put_big_endian_64(reply, 40, 0x0000000300000004);
+    one_tunnel::put_big_endian_64(reply, 184, 0x0000000500000006);
+    emulator::set_reply(one_tunnel::MAC_STATISTICS, reply);
+    const RecordedInstance instance = build();
+    EXPECT_EQ(instance.value("ExcessiveCollissions"), 4294967298);
+    for (const char* name :
+         {"InternalMACTransmitErrors", "InternalMACReceiveErrors", "CarrierSenseErrors", "FrameTooLongs"})
+        EXPECT_EQ(instance.value(name), 2) << name;
+    for (const char* name : {"SingleCollisionFrames", "MultipleCollisionFrames", "DeferredTransmissions"})
+        EXPECT_EQ(instance.value(name), 4) << name;
+    EXPECT_EQ(instance.value("SymbolErrors"), 6);
+}
+
+TEST_F(EthernetStatistics, TheByteCountersRawWordsAreTraced) {
+    Bytes reply = one_tunnel::mac_reply();
+    const std::uint32_t transmitted = 0x12345678, received = 0xFFFFFFFE;
+    std::memcpy(reply.data() + 32, &transmitted, 4); // as it lies in the reply
+    std::memcpy(reply.data() + 112, &received, 4);
+    emulator::set_reply(one_tunnel::MAC_STATISTICS, reply);
+    build();
+    EXPECT_NE(trace.find("Bytes Tran 305419896 \nBytes Received -2\n"), std::string::npos) << trace;
+}
+
+TEST_F(EthernetStatistics, CountersBehindAShortReplyAreZero) {
+    Bytes reply = one_tunnel::mac_reply();
+    reply.resize(100);
+    emulator::set_reply(one_tunnel::MAC_STATISTICS, reply);
+    const RecordedInstance instance = build();
+    EXPECT_EQ(instance.value("PacketsTransmitted"), 4294967384); // at 88
+    EXPECT_EQ(instance.value("BytesReceived"), 0);               // at 112
+    EXPECT_EQ(instance.value("AlignmentErrors"), 0);             // at 192
+    EXPECT_EQ(instance.sets().names(), properties.names());
+}
+
+TEST_F(EthernetStatistics, ThirtyTwoBitCountersOfTheRecordAreNotMixedWithTheirNeighbours) {
+    emulator::Port port = emulator::find_port(one_tunnel::ETHERNET).value();
+    port.inMulticast.start = 0xFFFFFFFF;
+    port.inBroadcast.start = 0;
+    port.outMulticast.start = 0xFFFFFFFE;
+    port.outBroadcast.start = 1;
+    emulator::add_port(port);
+    const RecordedInstance instance = build();
+    EXPECT_EQ(instance.value("MulticastFramesReceived"), 4294967295);
+    EXPECT_EQ(instance.value("BroadcastFramesReceived"), 0);
+    EXPECT_EQ(instance.value("MulticastFramesTransmitted"), 4294967294);
+    EXPECT_EQ(instance.value("BroadcastFramesTransmitted"), 1);
+}
+
+TEST_F(EthernetStatistics, SixtyFourBitCountersAreWhole) {
+    emulator::Port port = emulator::find_port(one_tunnel::ETHERNET).value();
+    port.outUnicast.start = 0x0123456789ABCDEF;
+    emulator::add_port(port);
+    EXPECT_EQ(build().value("UnicastFramesTransmitted"), 0x0123456789ABCDEF);
+    Bytes reply = one_tunnel::mac_reply();
+    one_tunnel::put_big_endian_64(reply, 192, 0xFEDCBA9876543210);
+    emulator::set_reply(one_tunnel::MAC_STATISTICS, reply);
+    EXPECT_EQ(build().value("AlignmentErrors"), 0xFEDCBA9876543210);
+}
+
+TEST_F(EthernetStatistics, NamesOfThirtyCharactersAreWhole) {
+    emulator::Port port = emulator::find_port(one_tunnel::ETHERNET).value();
+    port.name = "an-interface-of-30-characters-";
+    emulator::add_port(port);
+    const RecordedInstance instance = build();
+    for (const char* name : {"Caption", "ElementName", "Description"})
+        EXPECT_EQ(instance.value(name), port.name);
+}
+
+TEST_F(EthernetStatistics, APathWithoutAHandleIsReturnedAsItIs) {
+    broker.fail_nth(Make::object_path, 1, Failure::without_handle);
+    EXPECT_EQ(fill().kind(), Object::without_handle);
+    EXPECT_EQ(trace, entering("eth_statistics_fill_reference") + exiting("eth_statistics_fill_reference"));
+}
+
+TEST_F(EthernetStatistics, OnlyTheRowsIfIndexIsRead) {
+    const std::uint32_t ifIndex = 5;
+    std::memset(&row, 0xEE, sizeof row);
+    row.ifIndex = ifIndex;
+    addPort(ifIndex, 26);
+    EXPECT_EQ(build().value("InstanceID"), "5");
+    EXPECT_EQ(fill().keys(), (Sets{{"InstanceID", CMPI_chars, "5"}}));
+}
+
+// --- Walkers ----------------------------------------------------------------------------------------------
+
+class EthernetWalk : public EthernetStatistics {
+  protected:
+    Answer walkInstances(const char** wanted = nullptr) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_eth_stat_instances("KESTO_EthernetPortStatistics", result, wanted, NAMESPACE);
+            },
+            &status);
+    }
+    Answer walkPaths() {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_eth_stat_references("KESTO_EthernetPortStatistics", result, NAMESPACE);
+            },
+            &status);
+    }
+    Answer walkDataInstances(const char** wanted = nullptr) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_eth_stat_data_instances(DATA_CLASS, result, wanted, NAMESPACE);
+            },
+            &status);
+    }
+    Answer walkDataPaths() {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_eth_stat_data_references(DATA_CLASS, result, NAMESPACE);
+            },
+            &status);
+    }
+    static std::vector<std::string> idsOf(const Answer& answer) {
+        std::vector<std::string> ids;
+        for (const RecordedInstance& instance : answer.instances)
+            ids.push_back(instance.value("InstanceID").text());
+        for (const RecordedPath& path : answer.paths)
+            ids.push_back(path.key("InstanceID").text());
+        return ids;
+    }
+    int status = -99;
+};
+
+TEST_F(EthernetWalk, EveryPortBehindTheStartIndexIsReturned) {
+    addPort(0x9B010001, 26);
+    addPort(0x9AFFFFFF, 26); // the walk starts behind it
+    const std::vector<std::string> want{"-1694433280", "-1694433279"};
+    const Answer instances = walkInstances();
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(idsOf(instances), want);
+    EXPECT_EQ(instances.instances[0].sets(), properties);
+    EXPECT_EQ(instances.doneCalls, 0u);
+    const Answer paths = walkPaths();
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(idsOf(paths), want);
+    EXPECT_EQ(paths.doneCalls, 0u);
+}
+
+TEST_F(EthernetWalk, PortsOfTypes2And5And26AreServedAndAllOthersSkipped) {
+    emulator::clear_ports();
+    for (std::uint32_t type = 0; type < 256; ++type)
+        addPort(0x9B000000 + type, static_cast<std::uint8_t>(type));
+    const std::vector<std::string> want{std::to_string(static_cast<std::int32_t>(0x9B000002)),
+                                        std::to_string(static_cast<std::int32_t>(0x9B000005)),
+                                        std::to_string(static_cast<std::int32_t>(0x9B00001A))};
+    EXPECT_EQ(idsOf(walkInstances()), want);
+    EXPECT_EQ(idsOf(walkPaths()), want);
+}
+
+TEST_F(EthernetWalk, APortWhoseTypeCannotBeReadIsServed) {
+    addPort(0x9B010001, 6);
+    EXPECT_EQ(walkInstances().instances.size(), 1u);
+    EXPECT_EQ(walkPaths().paths.size(), 1u);
+    let_down({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
+    EXPECT_EQ(walkInstances().instances.size(), 2u);
+    EXPECT_EQ(walkPaths().paths.size(), 2u);
+}
+
+TEST_F(EthernetWalk, SkippedPortsDoNotEndTheWalk) {
+    addPort(0x9B000000, 6);
+    addPort(0x9B010001, 30);
+    addPort(0x9B010002, 5);
+    const std::vector<std::string> want{"-1694433280", "-1694433278"};
+    EXPECT_EQ(idsOf(walkInstances()), want);
+    EXPECT_EQ(idsOf(walkPaths()), want);
+}
+
+TEST_F(EthernetWalk, EveryPortIsTracedSkippedOnesToo) {
+    addPort(0x9B000000, 6);
+    const std::string traced = walkInstances().output;
+    EXPECT_EQ(traced.find("if_index -1694498816 \nif_index -1694433280 \n" +
+                          entering("eth_statistics_build_instance")),
+              0u)
+        << traced;
+}
+
+TEST_F(EthernetWalk, AFailedRequestEndsTheWalk) {
+    addPort(0x9B010001, 26);
+    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+        const Fault fault{.symbol = "pm_cim_get_port_info", .first = 2, .effect = effect};
+        let_down(fault);
+        EXPECT_EQ(walkInstances().instances.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+        let_down(fault);
+        EXPECT_EQ(walkPaths().paths.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+        let_down(fault);
+        EXPECT_EQ(walkDataInstances().instances.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+        let_down(fault);
+        EXPECT_EQ(walkDataPaths().paths.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+    }
+}
+
+TEST_F(EthernetWalk, ABuildThatFailsIsHandedOverAsNull) {
+    addPort(0x9B010001, 26);
+    let_down({.symbol = "pm_get_port_counters", .first = 1, .last = 1});
+    const Answer answer = walkInstances();
+    ASSERT_EQ(answer.instances.size(), 2u);
+    EXPECT_EQ(answer.instances[0].kind(), Object::null);
+    EXPECT_TRUE(answer.instances[1].is_valid());
+}
+
+TEST_F(EthernetWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
+    addPort(0x9B010001, 26);
+    for (const Make what : {Make::object_path, Make::instance}) {
+        EXPECT_EQ(for_each_broker_failure(what, Failure::null,
+                                          [&](std::size_t nth) {
+                                              const Answer answer = walkInstances();
+                                              ASSERT_EQ(answer.instances.size(), 2u);
+                                              for (std::size_t i = 0; i < 2; ++i)
+                                                  EXPECT_EQ(answer.instances[i].kind(),
+                                                            i + 1 == nth ? Object::null : Object::valid);
+                                          }),
+                  2u);
+    }
+    EXPECT_EQ(for_each_broker_failure(Make::object_path, Failure::null,
+                                      [&](std::size_t nth) {
+                                          const Answer answer = walkPaths();
+                                          ASSERT_EQ(answer.paths.size(), 2u);
+                                          for (std::size_t i = 0; i < 2; ++i)
+                                              EXPECT_EQ(answer.paths[i].kind(),
+                                                        i + 1 == nth ? Object::null : Object::valid);
+                                      }),
+              2u);
+}
+
+TEST_F(EthernetWalk, PassesThePropertyListOn) {
+    const char* wanted[] = {"Caption", nullptr};
+    const Answer answer = walkInstances(wanted);
+    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances[0].filters().size(), 1u);
+    EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"Caption"}));
+}
+
+// --- Statistical data -------------------------------------------------------------------------------------
+
+TEST_F(EthernetWalk, DataObjectsAreThePlatformsOwnAskedForWithTheNamespaceFirst) {
+    const Answer instances = walkDataInstances();
+    EXPECT_EQ(calls_of(instances.platformCalls, {"fcport_build_instance_pm"}),
+              std::vector<std::string>{
+                  "fcport_build_instance_pm root/kesto KESTO_EthernetPortStatisticalData if=0x9b010000"});
+    ASSERT_EQ(instances.instances.size(), 1u);
+    EXPECT_EQ(instances.instances[0].class_name(), DATA_CLASS);
+    const Answer paths = walkDataPaths();
+    EXPECT_EQ(calls_of(paths.platformCalls, {"fcport_fill_reference_pm"}),
+              std::vector<std::string>{
+                  "fcport_fill_reference_pm root/kesto KESTO_EthernetPortStatisticalData if=0x9b010000"});
+    ASSERT_EQ(paths.paths.size(), 1u);
+    EXPECT_EQ(paths.paths[0].class_name(), DATA_CLASS);
+}
+
+TEST_F(EthernetWalk, DataInstancesEndAtTheFirstPortOfAnotherTypePathsDoNot) {
+    addPort(0x9B010001, 5);
+    addPort(0x9B010002, 26);
+    EXPECT_EQ(walkDataInstances().instances.size(), 1u);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(walkDataPaths().paths.size(), 3u);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(EthernetWalk, DataInstancesEndAtAPortWhoseTypeCannotBeReadPathsDoNotAsk) {
+    addPort(0x9B010001, 26);
+    addPort(0x9B010002, 26);
+    let_down({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
+    EXPECT_EQ(walkDataInstances().instances.size(), 1u);
+    const Answer paths = walkDataPaths();
+    EXPECT_EQ(paths.paths.size(), 3u);
+    EXPECT_TRUE(calls_of(paths.platformCalls, {"if_index_get_type"}).empty());
+}
+
+TEST_F(EthernetWalk, DataInstancesTraceTheirStartAndEachCall) {
+    addPort(0x9B010001, 5);
+    const std::string start = "\n Entering get_all_eth_stat_data_instances \n ";
+    const std::string traced = walkDataInstances().output;
+    EXPECT_EQ(traced.find(start), 0u) << traced;
+    EXPECT_EQ(occurrences(traced, start), 1u);
+    EXPECT_EQ(occurrences(traced, " Call to fcport_build_instance_pm "), 1u) << "for the Ethernet port alone";
+    EXPECT_NE(traced.find("-1694433280"), std::string::npos);
+    EXPECT_NE(traced.find("-1694433279"), std::string::npos);
+}
+
+TEST_F(EthernetWalk, APlatformObjectThatCannotBeMadeIsHandedOverAsNull) {
+    addPort(0x9B010001, 26);
+    let_down({.symbol = "fcport_build_instance_pm", .first = 1, .last = 1});
+    let_down({.symbol = "fcport_fill_reference_pm", .first = 1, .last = 1});
+    const Answer instances = walkDataInstances();
+    ASSERT_EQ(instances.instances.size(), 2u);
+    EXPECT_EQ(instances.instances[0].kind(), Object::null);
+    EXPECT_TRUE(instances.instances[1].is_valid());
+    const Answer paths = walkDataPaths();
+    ASSERT_EQ(paths.paths.size(), 2u);
+    EXPECT_EQ(paths.paths[0].kind(), Object::null);
+    EXPECT_TRUE(paths.paths[1].is_valid());
+}
+
+TEST_F(EthernetWalk, WithoutPortsNothingIsReturned) {
+    emulator::clear_ports();
+    EXPECT_TRUE(walkInstances().returned.empty());
+    EXPECT_TRUE(walkPaths().returned.empty());
+    EXPECT_TRUE(walkDataInstances().returned.empty());
+    EXPECT_TRUE(walkDataPaths().returned.empty());
+    EXPECT_EQ(status, 0);
+}
+
+} // namespace
+} // namespace class_tests

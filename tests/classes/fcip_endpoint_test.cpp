@@ -1,0 +1,338 @@
+// KESTO_FCIPProtocolEndPoint, and the walkers that serve it and KESTO_RemoteFCIPPort.
+#include "tests/classes/class_test.h"
+#include "tests/classes/golden_classes.h"
+
+namespace class_tests {
+namespace {
+
+constexpr const char* CLASS_NAME = "KESTO_FCIPProtocolEndPoint";
+
+class FcipEndpoint : public ClassTest {
+  protected:
+    RecordedInstance build() {
+        return make([&] { return fcip_pe_build_instance(CLASS_NAME, NAMESPACE, &link, nullptr); });
+    }
+    RecordedPath fill() {
+        return make([&] { return fcip_pe_fill_reference(CLASS_NAME, NAMESPACE, &link); });
+    }
+    void useAddresses(const std::string& local, const std::string& remote) {
+        profile.kfmFcipEntityAddress = test_support::address(local);
+        emulator::add_entity(profile);
+        link.kfmFcipLinkRemFcipEntityAddress = test_support::address(remote);
+    }
+};
+
+TEST_F(FcipEndpoint, TunnelNumberIsTheLinkIndexPlusOne) {
+    link.kfmFcipLinkIndex = 0;
+    const RecordedInstance instance = build();
+    EXPECT_EQ(instance.value("TunnelID"), 1);
+    EXPECT_EQ(instance.value("Name"), "1_10.1.1.1_10.1.1.2");
+    EXPECT_EQ(fill().key("Name"), "1_10.1.1.1_10.1.1.2");
+}
+
+TEST_F(FcipEndpoint, TunnelNumberIsCutToSixteenBitsInTunnelIdOnly) {
+    link.kfmFcipLinkIndex = 65540;
+    const RecordedInstance instance = build();
+    EXPECT_EQ(instance.value("TunnelID"), 5);
+    EXPECT_EQ(instance.value("Name"), "65541_10.1.1.1_10.1.1.2");
+}
+
+TEST_F(FcipEndpoint, NameIsCutToThirtyCharactersInInstanceAndPath) {
+    useAddresses("192.168.100.100", "192.168.100.101");
+    link.kfmFcipLinkIndex = 0;
+    EXPECT_EQ(build().value("Name"), "1_192.168.100.100_192.168.100.");
+    EXPECT_EQ(fill().key("Name"), "1_192.168.100.100_192.168.100.");
+}
+
+TEST_F(FcipEndpoint, NameOfThirtyCharactersIsWhole) {
+    useAddresses("192.168.10.100", "192.168.10.10");
+    link.kfmFcipLinkIndex = 0;
+    EXPECT_EQ(build().value("Name"), "1_192.168.10.100_192.168.10.10");
+    EXPECT_EQ(fill().key("Name"), "1_192.168.10.100_192.168.10.10");
+}
+
+TEST_F(FcipEndpoint, PathCutsEachAddressToNineteenCharactersTheInstanceDoesNot) {
+    useAddresses("2001:db8:1111:2222:3333:4444:5555:6666", "2001:db8::2");
+    EXPECT_EQ(build().value("Name"), "5_2001:db8:1111:2222:3333:4444");
+    EXPECT_EQ(fill().key("Name"), "5_2001:db8:1111:2222:_2001:db8");
+}
+
+TEST_F(FcipEndpoint, AddressPropertiesAreNotCut) {
+    useAddresses("2001:db8:1111:2222:3333:4444:5555:6666", "2001:db8:1111:2222:3333:4444:5555:7777");
+    const RecordedInstance instance = build();
+    EXPECT_EQ(instance.value("LocalIPAddress"), "2001:db8:1111:2222:3333:4444:5555:6666");
+    EXPECT_EQ(instance.value("RemoteIPAddress"), "2001:db8:1111:2222:3333:4444:5555:7777");
+}
+
+TEST_F(FcipEndpoint, AddressesAreConvertedWith128CharactersForInstancesAnd20ForPaths) {
+    build();
+    for (const std::string& call : emulator::calls("ip_addr_to_str"))
+        EXPECT_TRUE(call.ends_with(" 128")) << call;
+    forget();
+    fill();
+    EXPECT_EQ(emulator::calls("ip_addr_to_str"),
+              (std::vector<std::string>{"ip_addr_to_str 10.1.1.1 20", "ip_addr_to_str 10.1.1.2 20"}));
+}
+
+TEST_F(FcipEndpoint, CompressionIsFalseForModeOneOnly) {
+    for (const std::uint32_t mode : {0u, 2u, 3u, 256u, 257u, 0xFFFFFFFFu}) {
+        link.kfmFcipLinkExtIpCompression = mode;
+        EXPECT_EQ(build().value("Compression"), 1) << mode;
+    }
+    link.kfmFcipLinkExtIpCompression = 1;
+    EXPECT_EQ(build().value("Compression"), 0);
+}
+
+TEST_F(FcipEndpoint, SelectiveAckAndWanTovAreTheSackOptionsLowByte) {
+    const std::pair<std::uint32_t, int> cases[] = {{0, 0}, {1, 1}, {2, 2}, {0x1FF, 255}, {0x100, 0}};
+    for (const auto& [option, byte] : cases) {
+        profile.kfmFcipEntitySackOption = option;
+        emulator::add_entity(profile);
+        const RecordedInstance instance = build();
+        EXPECT_EQ(instance.value("SelectiveACK"), byte) << option;
+        EXPECT_EQ(instance.value("WAN_TOV"), byte) << option;
+        EXPECT_EQ(instance.value("PathMTU"), 1) << "another flag";
+    }
+}
+
+TEST_F(FcipEndpoint, PathMtuIsThePmtuFlagsLowByte) {
+    const std::pair<std::uint32_t, int> cases[] = {{0, 0}, {1, 1}, {3, 3}, {0x200, 0}};
+    for (const auto& [flag, byte] : cases) {
+        profile.kfmFcipEntityPmtuEnable = flag;
+        emulator::add_entity(profile);
+        EXPECT_EQ(build().value("PathMTU"), byte) << flag;
+    }
+}
+
+TEST_F(FcipEndpoint, RetransmitTimeIsTheSameForEveryTunnel) {
+    profile.kfmFcipEntityMinRetransmitTime = 1;
+    emulator::add_entity(profile);
+    link.kfmFcipLinkIndex = 77;
+    EXPECT_EQ(build().value("RetransmitTime"), 29775);
+}
+
+TEST_F(FcipEndpoint, LocalWwnIsTheSwitchsAndRemoteWwnTheRows) {
+    emulator::set_system(one_tunnel::HOST, one_tunnel::SYSTEM, {1, 2, 3, 4, 5, 6, 7, 8});
+    const RecordedInstance instance = build();
+    EXPECT_EQ(instance.value("LocalWWN"), "01:02:03:04:05:06:07:08");
+    EXPECT_EQ(instance.value("RemoteWWN"), "20:00:00:05:30:04:05:06");
+}
+
+TEST_F(FcipEndpoint, VsanSystemIsLookedUpByTheFcipInterface) {
+    build();
+    EXPECT_EQ(emulator::calls("pm_cim_get_port_info"),
+              std::vector<std::string>{"pm_cim_get_port_info op=1 if=0x00000011"});
+    EXPECT_EQ(emulator::calls("dm_cim_get_dmEntry"),
+              std::vector<std::string>{"dm_cim_get_dmEntry vsan=10 1"});
+}
+
+TEST_F(FcipEndpoint, WithoutItsPortTheSystemNameIsEmptyInTheInstanceAndUnknownInThePath) {
+    emulator::remove_port(one_tunnel::IF_INDEX);
+    EXPECT_EQ(build().sets(), with(golden_properties("fcip_pe_build_instance"), "SystemName", ""));
+    EXPECT_NE(trace.find("error : pm_cim_get_port_info "), std::string::npos);
+    EXPECT_EQ(fill().keys(), with(golden_keys("fcip_pe_fill_reference"), "SystemName", "Unknown"));
+}
+
+TEST_F(FcipEndpoint, WithoutItsDomainTheSystemNameIsNullInTheInstanceAndUnknownInThePath) {
+    emulator::fail_always("dm_cim_get_dmEntry");
+    EXPECT_EQ(build().sets(), with(golden_properties("fcip_pe_build_instance"), "SystemName", "NULL"));
+    EXPECT_NE(trace.find("error : dm_cim_get_dmEntry "), std::string::npos);
+    EXPECT_EQ(fill().keys(), with(golden_keys("fcip_pe_fill_reference"), "SystemName", "Unknown"));
+}
+
+TEST_F(FcipEndpoint, ShortVsanSystemNamesAreWhole) {
+    emulator::add_vsan({10, "fcip", true, "vsan-ten"});
+    EXPECT_EQ(build().value("SystemName"), "vsan-ten");
+    EXPECT_EQ(fill().key("SystemName"), "vsan-ten");
+}
+
+TEST_F(FcipEndpoint, AnUnsetProfileAddressIsAnEmptyText) {
+    profile.kfmFcipEntityAddress = IpAddr{};
+    emulator::add_entity(profile);
+    EXPECT_EQ(build().value("Name"), "5__10.1.1.2");
+    EXPECT_EQ(build().value("LocalIPAddress"), "");
+    EXPECT_EQ(fill().key("Name"), "5__10.1.1.2");
+}
+
+// --- Walkers ----------------------------------------------------------------------------------------------
+
+class FcipEndpointWalk : public ClassTest {
+  protected:
+    // Two more tunnels: one of the same profile, one of another.
+    void addTunnels() {
+        FcipLinkEntry second = one_tunnel::link();
+        second.kfmFcipLinkIndex = 8;
+        second.kfmFcipLinkIfIndex = 18;
+        emulator::add_link(second);
+        FcipLinkEntry third = one_tunnel::link();
+        third.kfmFcipEntityId = 9;
+        third.kfmFcipLinkIndex = 0;
+        third.kfmFcipLinkIfIndex = 19;
+        emulator::add_link(third);
+        FcipEntityEntry other = one_tunnel::profile();
+        other.kfmFcipEntityId = 9;
+        other.kfmFcipEntityAddress = test_support::address("10.9.9.9");
+        emulator::add_entity(other);
+    }
+    Answer walkInstances(const char* className, const char** properties = nullptr) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_fcip_pe_instances(className, result, properties, NAMESPACE);
+            },
+            &status);
+    }
+    Answer walkPaths(const char* className) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_fcip_pe_references(className, result, NAMESPACE);
+            },
+            &status);
+    }
+    int status = -99;
+};
+
+TEST_F(FcipEndpointWalk, WithoutTunnelsNothingIsReturned) {
+    emulator::clear_links();
+    const Answer instances = walkInstances(CLASS_NAME);
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(instances.returned.empty());
+    EXPECT_EQ(instances.output, entering("get_all_fcip_pe_instances"));
+    const Answer paths = walkPaths(CLASS_NAME);
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(paths.returned.empty());
+    EXPECT_EQ(paths.output, entering("get_all_fcip_pe_references"));
+}
+
+TEST_F(FcipEndpointWalk, OneInstanceAndOnePathATunnelInTableOrder) {
+    addTunnels();
+    const Answer instances = walkInstances(CLASS_NAME);
+    EXPECT_EQ(status, 0);
+    ASSERT_EQ(instances.instances.size(), 3u);
+    EXPECT_EQ(instances.instances[0].value("Name"), "5_10.1.1.1_10.1.1.2");
+    EXPECT_EQ(instances.instances[1].value("Name"), "9_10.1.1.1_10.1.1.2");
+    EXPECT_EQ(instances.instances[2].value("Name"), "1_10.9.9.9_10.1.1.2");
+    const Answer paths = walkPaths(CLASS_NAME);
+    EXPECT_EQ(status, 0);
+    ASSERT_EQ(paths.paths.size(), 3u);
+    EXPECT_EQ(paths.paths[0].key("Name"), "5_10.1.1.1_10.1.1.2");
+    EXPECT_EQ(paths.paths[1].key("Name"), "9_10.1.1.1_10.1.1.2");
+    EXPECT_EQ(paths.paths[2].key("Name"), "1_10.9.9.9_10.1.1.2");
+}
+
+TEST_F(FcipEndpointWalk, AsksForTheNextLinkBehindEachOnesKeyFromZero) {
+    addTunnels();
+    const Answer answer = walkInstances(CLASS_NAME);
+    EXPECT_EQ(calls_of(answer.platformCalls, {"fcip_get_link_entry"}),
+              (std::vector<std::string>{
+                  "fcip_get_link_entry op=2 key={0,0} 30 1", "fcip_get_link_entry op=2 key={3,4} 30 1",
+                  "fcip_get_link_entry op=2 key={3,8} 30 1", "fcip_get_link_entry op=2 key={9,0} 30 1"}));
+}
+
+TEST_F(FcipEndpointWalk, NeitherWalkerEndsTheResult) {
+    EXPECT_EQ(walkInstances(CLASS_NAME).doneCalls, 0u);
+    EXPECT_EQ(walkPaths(CLASS_NAME).doneCalls, 0u);
+}
+
+TEST_F(FcipEndpointWalk, TracesItsEntryAndItsBuildersOnly) {
+    EXPECT_EQ(walkInstances(CLASS_NAME).output, entering("get_all_fcip_pe_instances") +
+                                                    entering("fcip_pe_build_instance") +
+                                                    exiting("fcip_pe_build_instance"));
+    EXPECT_EQ(walkPaths(CLASS_NAME).output, entering("get_all_fcip_pe_references"));
+}
+
+TEST_F(FcipEndpointWalk, PassesThePropertyListOn) {
+    const char* wanted[] = {"Name", nullptr};
+    const Answer answer = walkInstances(CLASS_NAME, wanted);
+    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances[0].filters().size(), 1u);
+    EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"Name"}));
+}
+
+TEST_F(FcipEndpointWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
+    const Answer instances = walkInstances("kesto_fcipprotocolendpoint");
+    ASSERT_EQ(instances.instances.size(), 1u);
+    EXPECT_EQ(instances.instances[0].class_name(), "kesto_fcipprotocolendpoint");
+    EXPECT_EQ(instances.instances[0].value("CreationClassName"), "KESTO_FCIPProtocolEndPoint");
+    const Answer paths = walkPaths("kesto_fcipprotocolendpoint");
+    ASSERT_EQ(paths.paths.size(), 1u);
+    EXPECT_EQ(paths.paths[0].class_name(), "kesto_fcipprotocolendpoint");
+    EXPECT_EQ(paths.paths[0].key("CreationClassName"), "KESTO_FCIPProtocolEndPoint");
+}
+
+TEST_F(FcipEndpointWalk, ServesTheRemotePortToo) {
+    const Answer instances = walkInstances("KESTO_RemoteFCIPPort");
+    ASSERT_EQ(instances.instances.size(), 1u);
+    EXPECT_EQ(instances.instances[0].sets(), golden_properties("fcip_remote_pe_build_instance"));
+    const Answer paths = walkPaths("KESTO_RemoteFCIPPort");
+    ASSERT_EQ(paths.paths.size(), 1u);
+    EXPECT_EQ(paths.paths[0].keys(), golden_keys("fcip_remote_pe_fill_reference"));
+}
+
+TEST_F(FcipEndpointWalk, AnotherClassSkipsEveryRow) {
+    addTunnels();
+    EXPECT_TRUE(walkInstances("KESTO_TCPProtocolEndPoint").returned.empty());
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(emulator::calls("fcip_get_link_entry").size(), 4u) << "the table is walked all the same";
+    EXPECT_TRUE(walkPaths("KESTO_TCPProtocolEndPoint").returned.empty());
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(FcipEndpointWalk, HandsANullOverForATunnelWithoutItsProfileAndGoesOn) {
+    addTunnels();
+    emulator::remove_entity(one_tunnel::PROFILE);
+    const Answer instances = walkInstances(CLASS_NAME);
+    ASSERT_EQ(instances.instances.size(), 3u);
+    EXPECT_EQ(instances.instances[0].kind(), Object::null);
+    EXPECT_EQ(instances.instances[1].kind(), Object::null);
+    EXPECT_EQ(instances.instances[2].value("Name"), "1_10.9.9.9_10.1.1.2");
+    const Answer paths = walkPaths(CLASS_NAME);
+    ASSERT_EQ(paths.paths.size(), 3u);
+    EXPECT_EQ(paths.paths[0].kind(), Object::null);
+    EXPECT_EQ(paths.paths[1].kind(), Object::null);
+    EXPECT_EQ(paths.paths[2].key("Name"), "1_10.9.9.9_10.1.1.2");
+}
+
+TEST_F(FcipEndpointWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
+    addTunnels();
+    for (const Make what : {Make::object_path, Make::instance}) {
+        const std::size_t failures = for_each_broker_failure(what, Failure::null, [&](std::size_t nth) {
+            const Answer answer = walkInstances(CLASS_NAME);
+            ASSERT_EQ(answer.instances.size(), 3u);
+            for (std::size_t i = 0; i < 3; ++i)
+                EXPECT_EQ(answer.instances[i].kind(), i + 1 == nth ? Object::null : Object::valid);
+        });
+        EXPECT_EQ(failures, 3u) << "one object a tunnel";
+    }
+}
+
+TEST_F(FcipEndpointWalk, AFailureInTheMiddleOfTheTableEndsTheWalkWithWhatWasSent) {
+    addTunnels();
+    for (const auto effect :
+         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+        let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
+        EXPECT_EQ(walkInstances(CLASS_NAME).instances.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+        let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
+        EXPECT_EQ(walkPaths(CLASS_NAME).paths.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+    }
+}
+
+TEST_F(FcipEndpointWalk, ATunnelThatGoesAwayMeanwhileIsNotMissedByTheWalk) {
+    addTunnels();
+    let_down({.symbol = "fcip_get_link_entry",
+              .first = 2,
+              .last = 2,
+              .effect = emulator::Effect::none,
+              .action = [] {
+                  emulator::remove_link({3, 8});
+              }});
+    const Answer answer = walkInstances(CLASS_NAME);
+    ASSERT_EQ(answer.instances.size(), 2u);
+    EXPECT_EQ(answer.instances[1].value("Name"), "1_10.9.9.9_10.1.1.2");
+}
+
+} // namespace
+} // namespace class_tests

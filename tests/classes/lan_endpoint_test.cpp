@@ -1,0 +1,244 @@
+// KESTO_LANEndPoint: the Ethernet ports.
+#include "tests/classes/class_test.h"
+#include "tests/classes/golden_classes.h"
+
+namespace class_tests {
+namespace {
+
+constexpr const char* CLASS_NAME = "KESTO_LANEndPoint";
+
+class LanEndpoint : public ClassTest {
+  protected:
+    RecordedInstance build(std::uint32_t ifIndex = one_tunnel::ETHERNET) {
+        return make([&] { return lan_endpoint_build_instance(CLASS_NAME, NAMESPACE, ifIndex, nullptr); });
+    }
+    RecordedPath fill(std::uint32_t ifIndex = one_tunnel::ETHERNET) {
+        return make([&] { return lan_endpoint_fill_reference(CLASS_NAME, NAMESPACE, ifIndex); });
+    }
+    static void addPort(std::uint32_t ifIndex, std::uint8_t type, const char* address) {
+        emulator::Port port;
+        port.ifIndex = ifIndex;
+        port.type = type;
+        port.address = address;
+        emulator::add_port(port);
+    }
+    const Sets properties = golden_properties("lan_endpoint_build_instance");
+    const Sets keys = golden_keys("lan_endpoint_fill_reference");
+};
+
+TEST_F(LanEndpoint, NameIsIfIndexAndNetworkAddressInInstanceAndPath) {
+    addPort(5, 26, "02:00:00:00:00:01");
+    EXPECT_EQ(build(5).value("Name"), "5:02:00:00:00:00:01");
+    EXPECT_EQ(fill(5).key("Name"), "5:02:00:00:00:00:01");
+}
+
+TEST_F(LanEndpoint, TheLongestAddressIsWhole) {
+    const std::string address(31, 'a');
+    addPort(0x80000000, 26, address.c_str());
+    EXPECT_EQ(build(0x80000000).value("Name"), "-2147483648:" + address);
+    EXPECT_EQ(fill(0x80000000).key("Name"), "-2147483648:" + address);
+}
+
+TEST_F(LanEndpoint, InstanceAndPathSpellTheirCreationClassAndNameTheirSystemEachInItsOwnWay) {
+    const RecordedInstance instance = build();
+    const RecordedPath path = fill();
+    EXPECT_EQ(instance.value("CreationClassName"), "KESTO_LANEndPoint");
+    EXPECT_EQ(path.key("CreationClassName"), "KESTO_LanEndPoint");
+    EXPECT_EQ(instance.value("SystemName"), one_tunnel::SWITCH_WWN);
+    EXPECT_EQ(path.key("SystemName"), one_tunnel::SYSTEM);
+}
+
+TEST_F(LanEndpoint, ThePortIsAskedForExactly) {
+    build();
+    EXPECT_EQ(emulator::calls("pm_cim_get_port_info"),
+              std::vector<std::string>{"pm_cim_get_port_info op=1 if=0x9b010000"});
+    forget();
+    fill();
+    EXPECT_EQ(emulator::calls("pm_cim_get_port_info"),
+              std::vector<std::string>{"pm_cim_get_port_info op=1 if=0x9b010000"});
+}
+
+TEST_F(LanEndpoint, TheAddressIsAskedForByThePortsType) {
+    addPort(5, 2, "02:00:00:00:00:05");
+    build(5);
+    fill(5);
+    EXPECT_EQ(emulator::calls("pm_cim_get_network_address"),
+              (std::vector<std::string>{"pm_cim_get_network_address if=0x00000005 type=2",
+                                        "pm_cim_get_network_address if=0x00000005 type=2"}));
+}
+
+TEST_F(LanEndpoint, APortWhoseTypeCannotBeReadIsType26InTheInstanceAndType2InThePath) {
+    emulator::fail_always("if_index_get_type");
+    EXPECT_EQ(build().sets(), properties);
+    EXPECT_EQ(emulator::calls("pm_cim_get_network_address"),
+              std::vector<std::string>{"pm_cim_get_network_address if=0x9b010000 type=26"});
+    forget();
+    EXPECT_EQ(fill().keys(), keys);
+    EXPECT_EQ(emulator::calls("pm_cim_get_network_address"),
+              std::vector<std::string>{"pm_cim_get_network_address if=0x9b010000 type=2"});
+}
+
+TEST_F(LanEndpoint, WithoutANetworkAddressTheNameEndsWithTheColon) {
+    emulator::fail_always("pm_cim_get_network_address");
+    EXPECT_EQ(build().value("Name"), "-1694433280:");
+    EXPECT_EQ(fill().key("Name"), "-1694433280:");
+}
+
+TEST_F(LanEndpoint, AnUnknownPortIsNull) {
+    EXPECT_EQ(build(6).kind(), Object::null);
+    EXPECT_EQ(trace, "") << "a builder without an entry trace";
+    EXPECT_EQ(fill(6).kind(), Object::null);
+    EXPECT_EQ(trace, entering("lan_endpoint_fill_reference")) << "no exit trace";
+    EXPECT_EQ(broker.made(Make::object_path), 0u);
+}
+
+TEST_F(LanEndpoint, AFailedPortRequestIsNullEvenWithARow) {
+    let_down({.symbol = "pm_cim_get_port_info", .effect = emulator::Effect::fail_with_row});
+    EXPECT_EQ(build().kind(), Object::null);
+    EXPECT_EQ(fill().kind(), Object::null);
+    EXPECT_EQ(broker.made(Make::object_path), 0u);
+}
+
+TEST_F(LanEndpoint, PortZeroHasItsSystemCreationClassOnly) {
+    addPort(0, 26, "02:00:00:00:00:00");
+    const RecordedInstance instance = build(0);
+    EXPECT_EQ(instance.sets(),
+              (Sets{{"SystemCreationClassName", CMPI_chars, "KESTO_PhysicalComputerSystem"}}));
+    EXPECT_EQ(instance.filters().size(), 1u);
+    EXPECT_EQ(trace, exiting("lan_endpoint_build_instance"));
+    EXPECT_EQ(fill(0).key("Name"), "0:02:00:00:00:00:00") << "its path has all keys";
+}
+
+TEST_F(LanEndpoint, APathWithoutAHandleIsReturnedAsItIs) {
+    broker.fail_nth(Make::object_path, 1, Failure::without_handle);
+    EXPECT_EQ(fill().kind(), Object::without_handle);
+    EXPECT_EQ(trace, entering("lan_endpoint_fill_reference") + exiting("lan_endpoint_fill_reference"));
+}
+
+// --- Walkers ----------------------------------------------------------------------------------------------
+
+class LanWalk : public LanEndpoint {
+  protected:
+    Answer walkInstances(const char* className = CLASS_NAME, const char** wanted = nullptr) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_lan_endpoint_instances(className, result, wanted, NAMESPACE);
+            },
+            &status);
+    }
+    Answer walkPaths(const char* className = CLASS_NAME) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_lan_endpoint_references(className, result, NAMESPACE);
+            },
+            &status);
+    }
+    int status = -99;
+};
+
+TEST_F(LanWalk, EveryPortOfTheEthernetRunIsReturnedInOrder) {
+    addPort(0x9B010001, 26, "02:00:00:00:00:02");
+    addPort(0x9B020000, 26, "02:00:00:00:00:03");
+    const Answer instances = walkInstances();
+    EXPECT_EQ(status, 0);
+    ASSERT_EQ(instances.instances.size(), 3u);
+    EXPECT_EQ(instances.instances[0].sets(), properties);
+    EXPECT_EQ(instances.instances[1].value("Name"), "-1694433279:02:00:00:00:00:02");
+    EXPECT_EQ(instances.instances[2].value("Name"), "-1694367744:02:00:00:00:00:03");
+    EXPECT_EQ(instances.doneCalls, 0u);
+    const Answer paths = walkPaths();
+    EXPECT_EQ(status, 0);
+    ASSERT_EQ(paths.paths.size(), 3u);
+    EXPECT_EQ(paths.paths[0].keys(), keys);
+    EXPECT_EQ(paths.paths[1].key("Name"), "-1694433279:02:00:00:00:00:02");
+    EXPECT_EQ(paths.paths[2].key("Name"), "-1694367744:02:00:00:00:00:03");
+    EXPECT_EQ(paths.doneCalls, 0u);
+}
+
+TEST_F(LanWalk, TheFirstPortOfAnotherTypeEndsTheRun) {
+    addPort(0x9B010001, 5, "02:00:00:00:00:02");
+    addPort(0x9B020000, 26, "02:00:00:00:00:03");
+    EXPECT_EQ(walkInstances().instances.size(), 1u);
+    EXPECT_EQ(walkPaths().paths.size(), 1u);
+}
+
+TEST_F(LanWalk, ATableWhoseFirstPortIsOfAnotherTypeGivesNothing) {
+    addPort(0x9B000000, 2, "02:00:00:00:00:02");
+    EXPECT_TRUE(walkInstances().returned.empty());
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(walkPaths().returned.empty());
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(LanWalk, APortWhoseTypeCannotBeReadEndsTheRun) {
+    addPort(0x9B010001, 26, "02:00:00:00:00:02");
+    // The walker asks for each port's type before its object is made, which asks once more.
+    let_down({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
+    EXPECT_EQ(walkInstances().instances.size(), 1u);
+    EXPECT_EQ(walkPaths().paths.size(), 1u);
+}
+
+TEST_F(LanWalk, PortsBeforeTheRunAreNotAskedFor) {
+    addPort(0x9AFFFFFF, 26, "02:00:00:00:00:09");
+    const Answer answer = walkInstances();
+    EXPECT_EQ(answer.instances.size(), 1u);
+    const auto calls = calls_of(answer.platformCalls, {"pm_cim_get_port_info op=0"});
+    EXPECT_EQ(calls, (std::vector<std::string>{"pm_cim_get_port_info op=0 if=0x9affffff",
+                                               "pm_cim_get_port_info op=0 if=0x9b010000"}));
+}
+
+TEST_F(LanWalk, EachPortIsTraced) {
+    addPort(0x9B010001, 5, "02:00:00:00:00:02");
+    EXPECT_EQ(walkInstances().output,
+              "if_index -1694433280 \n" + exiting("lan_endpoint_build_instance") + "if_index -1694433279 \n");
+    EXPECT_EQ(walkPaths().output, "if_index -1694433280 \n" + entering("lan_endpoint_fill_reference") +
+                                      exiting("lan_endpoint_fill_reference") + "if_index -1694433279 \n");
+}
+
+TEST_F(LanWalk, TheClassNameIsNotLookedAt) {
+    const Answer instances = walkInstances("kesto_anything");
+    ASSERT_EQ(instances.instances.size(), 1u);
+    EXPECT_EQ(instances.instances[0].class_name(), "kesto_anything");
+    const Answer paths = walkPaths("kesto_anything");
+    ASSERT_EQ(paths.paths.size(), 1u);
+    EXPECT_EQ(paths.paths[0].class_name(), "kesto_anything");
+}
+
+TEST_F(LanWalk, AFailedRequestEndsTheWalk) {
+    addPort(0x9B010001, 26, "02:00:00:00:00:02");
+    for (const auto effect :
+         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+        let_down({.symbol = "pm_cim_get_port_info", .where = "op=0", .first = 2, .effect = effect});
+        EXPECT_EQ(walkInstances().instances.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+        let_down({.symbol = "pm_cim_get_port_info", .where = "op=0", .first = 2, .effect = effect});
+        EXPECT_EQ(walkPaths().paths.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+    }
+}
+
+TEST_F(LanWalk, APortThatGoesAwayMeanwhileIsHandedOverAsNull) {
+    addPort(0x9B010001, 26, "02:00:00:00:00:02");
+    let_down({.symbol = "pm_cim_get_port_info", .where = "op=1 if=0x9b010000"});
+    const Answer instances = walkInstances();
+    ASSERT_EQ(instances.instances.size(), 2u);
+    EXPECT_EQ(instances.instances[0].kind(), Object::null);
+    EXPECT_TRUE(instances.instances[1].is_valid());
+    const Answer paths = walkPaths();
+    ASSERT_EQ(paths.paths.size(), 2u);
+    EXPECT_EQ(paths.paths[0].kind(), Object::null);
+    EXPECT_TRUE(paths.paths[1].is_valid());
+}
+
+TEST_F(LanWalk, PassesThePropertyListOn) {
+    const char* wanted[] = {"Name", nullptr};
+    const Answer answer = walkInstances(CLASS_NAME, wanted);
+    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances[0].filters().size(), 1u);
+    EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"Name"}));
+}
+
+} // namespace
+} // namespace class_tests

@@ -1,0 +1,519 @@
+// KESTO_IPEndPointStatistics, KESTO_TCPEndPointStatistics and KESTO_TCPStatisticalData.
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "tests/classes/class_test.h"
+#include "tests/classes/golden_classes.h"
+
+namespace class_tests {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A block of exactly this many bytes of a row, so that reading past them is noticed.
+struct FreeBlock {
+    void operator()(void* block) const { std::free(block); }
+};
+using Block = std::unique_ptr<void, FreeBlock>;
+
+Block first_bytes_of(const void* row, std::size_t size) {
+    Block block(std::malloc(size));
+    std::memcpy(block.get(), row, size);
+    return block;
+}
+
+const FcipLinkEntry* as_link(const Block& block) {
+    return static_cast<const FcipLinkEntry*>(block.get());
+}
+
+// A link error row whose word n holds 1000 * n, but for the two words that name the tunnel.
+FcipLinkErrors error_row() {
+    FcipLinkErrors row{};
+    row.kfmFcipEntityId = one_tunnel::PROFILE;
+    row.kfmFcipLinkIndex = one_tunnel::LINK_INDEX;
+    for (std::uint32_t word = 2; word < 28; ++word)
+        row.counters[word - 2] = 1000 * word;
+    return row;
+}
+
+class StatisticsClasses : public ClassTest {
+  protected:
+    RecordedInstance buildIp() {
+        return make([&] {
+            return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE, &link, nullptr);
+        });
+    }
+    RecordedInstance buildTcp() {
+        return make([&] {
+            return tcp_statistics_build_instance("KESTO_TCPEndPointStatistics", NAMESPACE, &link, nullptr);
+        });
+    }
+    RecordedInstance buildData() {
+        return make([&] {
+            return tcp_statistical_data_build_instance("KESTO_TCPStatisticalData", NAMESPACE, &link, nullptr);
+        });
+    }
+    RecordedPath fill() {
+        return make([&] { return stat_fill_reference("KESTO_IPEndPointStatistics", NAMESPACE, &link); });
+    }
+    // A tunnel of another profile that has the one tunnel's link index and stands behind it in the table.
+    void useTwinOfAnotherProfile() {
+        FcipEntityEntry other = one_tunnel::profile();
+        other.kfmFcipEntityId = 9;
+        emulator::add_entity(other);
+        link.kfmFcipEntityId = 9;
+        link.kfmFcipLinkIfIndex = 99;
+        link.kfmFcipLinkExtEthIfIndex = 0x9B020000;
+        emulator::add_link(link);
+    }
+    void expectOneRequestForThePortOfTheFirstTunnel(std::uint32_t code) {
+        const auto requests = emulator::sent_requests();
+        ASSERT_EQ(requests.size(), 1u);
+        EXPECT_EQ(requests[0].code, code);
+        EXPECT_EQ(Bytes(requests[0].payload.begin() + 24, requests[0].payload.begin() + 28),
+                  (Bytes{0x9B, 0x01, 0x00, 0x00}));
+    }
+    const Sets ip = golden_properties("ip_statistics_build_instance");
+    const Sets tcp = golden_properties("tcp_statistics_build_instance");
+    const Sets data = golden_properties("tcp_statistical_data_build_instance");
+};
+
+// --- IP statistics ----------------------------------------------------------------------------------------
+
+TEST_F(StatisticsClasses, IpCountersAreThoseOfTheTunnelsEthernetPort) {
+    buildIp();
+    expectOneRequestForThePortOfTheFirstTunnel(one_tunnel::IP_STATISTICS);
+    EXPECT_EQ(emulator::sent_requests()[0].payload.at(31), 1) << "a copy is asked for";
+}
+
+TEST_F(StatisticsClasses, IpReassemblyRequiredsWrapsBelowZero) {
+    Bytes reply = one_tunnel::ip_reply();
+    one_tunnel::put_big_endian_32(reply, 80, 5);
+    one_tunnel::put_big_endian_32(reply, 116, 7);
+    emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
+    const RecordedInstance instance = buildIp();
+    EXPECT_EQ(instance.value("ReassemblyRequireds"), 4294967294);
+    EXPECT_EQ(instance.value("ReceivedPDUAddressErrors"), 5);
+    EXPECT_EQ(instance.value("ReassembledPackets"), 7);
+}
+
+TEST_F(StatisticsClasses, IpHeaderErrorsAreASumOfSixWordsThatWraps) {
+    for (const std::size_t position : {68u, 64u, 76u, 72u, 56u, 140u}) {
+        Bytes reply(172);
+        one_tunnel::put_big_endian_32(reply, position, 0xFFFFFFFF);
+        emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
+        EXPECT_EQ(buildIp().value("ReceivedPDUHeaderErrors"), 4294967295) << position;
+    }
+    Bytes reply(172);
+    one_tunnel::put_big_endian_32(reply, 68, 0xFFFFFFFF);
+    one_tunnel::put_big_endian_32(reply, 140, 3);
+    emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
+    EXPECT_EQ(buildIp().value("ReceivedPDUHeaderErrors"), 2);
+}
+
+TEST_F(StatisticsClasses, IpCountersBehindAShortReplyAreZero) {
+    Bytes reply = one_tunnel::ip_reply();
+    reply.resize(42); // ends within the word at 40
+    emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
+    const RecordedInstance instance = buildIp();
+    EXPECT_EQ(instance.value("ReceivedPDUs"), 100036);
+    EXPECT_EQ(instance.value("PDUDelivers"), 65536) << "100040 is 0x000186C8, of which 0x0001 arrived";
+    EXPECT_EQ(instance.value("SentPDUs"), 0);
+    EXPECT_EQ(instance.sets().names(), ip.names());
+}
+
+TEST_F(StatisticsClasses, IpUsesTheFirst172BytesOfALongReply) {
+    Bytes reply = one_tunnel::ip_reply();
+    reply.resize(400, 0xEE);
+    emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
+    EXPECT_EQ(buildIp().sets(), ip);
+}
+
+TEST_F(StatisticsClasses, IpWithoutCountersIsNullBehindTheMadeInstance) {
+    const auto expectNull = [this](const char* when) {
+        broker.clear_calls();
+        EXPECT_EQ(buildIp().kind(), Object::null) << when;
+        EXPECT_EQ(trace.find("Great!!!"), std::string::npos) << when;
+        EXPECT_EQ(broker.call_texts("newInstance").size(), 1u) << when;
+        EXPECT_TRUE(broker.call_texts("setProperty").empty()) << when;
+    };
+    emulator::fail_always("mts_send");
+    expectNull("failed send");
+    emulator::clear_faults();
+    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::no_answer});
+    expectNull("no answer");
+    emulator::clear_faults();
+    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::reply_status, .status = 3});
+    expectNull("status 3");
+    emulator::clear_faults();
+    emulator::set_reply(one_tunnel::IP_STATISTICS, Bytes(8));
+    expectNull("too short for a status");
+}
+
+TEST_F(StatisticsClasses, IpOfNoLinkIsNullBehindTheMadeInstance) {
+    const RecordedInstance instance = make([] {
+        return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE, nullptr, nullptr);
+    });
+    EXPECT_EQ(instance.kind(), Object::null);
+    EXPECT_EQ(broker.call_texts("newInstance").size(), 1u);
+    EXPECT_TRUE(emulator::sent_requests().empty());
+    EXPECT_EQ(trace.find(entering("ip_statistics_build_instance")), 0u);
+}
+
+TEST_F(StatisticsClasses, IpReadsNothingPastTheWordsOfALinkErrorRow) {
+    // In an error row word 2 stands for the if-index and word 26 for the Ethernet port.
+    FcipLinkErrors errors = error_row();
+    errors.counters[0] = one_tunnel::IF_INDEX;
+    errors.counters[24] = one_tunnel::ETHERNET;
+    const Block block = first_bytes_of(&errors, 28 * 4);
+    const RecordedInstance instance = make([&] {
+        return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE, as_link(block), nullptr);
+    });
+    EXPECT_EQ(instance.sets(), ip);
+    expectOneRequestForThePortOfTheFirstTunnel(one_tunnel::IP_STATISTICS);
+}
+
+TEST_F(StatisticsClasses, IpNeedsNoLinkTableAndNoProfile) {
+    emulator::clear_links();
+    emulator::clear_entities();
+    EXPECT_EQ(buildIp().sets(), ip);
+    EXPECT_TRUE(emulator::calls("fcip_get_link_entry").empty());
+    EXPECT_TRUE(emulator::calls("fcip_get_entity_entry").empty());
+}
+
+TEST_F(StatisticsClasses, IpWithoutItsVsanSystemHasTheNameThatTheLookupLeft) {
+    emulator::fail_always("pm_cim_get_port_info");
+    EXPECT_EQ(buildIp().sets(), with(ip, "SystemName", ""));
+    emulator::clear_faults();
+    emulator::fail_always("dm_cim_get_dmEntry");
+    EXPECT_EQ(buildIp().sets(), with(ip, "SystemName", "NULL"));
+}
+
+// --- TCP end point statistics -----------------------------------------------------------------------------
+
+TEST_F(StatisticsClasses, TcpErrorCountersAreWords20To27OfTheRowHandedInLowWordFirst) {
+    FcipLinkErrors errors = error_row();
+    const Block block = first_bytes_of(&errors, 28 * 4);
+    const RecordedInstance instance = make([&] {
+        return tcp_statistics_build_instance("KESTO_TCPEndPointStatistics", NAMESPACE, as_link(block),
+                                             nullptr);
+    });
+    EXPECT_EQ(instance.value("TooManyErrors"), 20000 + (21000ULL << 32));
+    EXPECT_EQ(instance.value("KeepAliveTimeOut"), 22000 + (23000ULL << 32));
+    EXPECT_EQ(instance.value("DatagramsDropped"), 24000 + (25000ULL << 32));
+    EXPECT_EQ(instance.value("SaParamMismatch"), 26000 + (27000ULL << 32));
+    EXPECT_EQ(instance.value("InstanceID"), "17") << "of the tunnel found again";
+}
+
+TEST_F(StatisticsClasses, TcpIsBuiltFromTheFirstTunnelOfTheSameIndex) {
+    useTwinOfAnotherProfile();
+    link.kfmFcipLinkExtCntrlQos = 5;
+    link.kfmFcipLinkExtDataQos = 6;
+    Sets want = with(tcp, "DatagramsDropped", 5 + (6ULL << 32));
+    want = with(want, "SaParamMismatch", 0x9B020000 + (1ULL << 32));
+    EXPECT_EQ(buildTcp().sets(), want) << "only the error counters are those of the row handed in";
+    EXPECT_EQ(emulator::calls("fcip_get_entity_entry"),
+              std::vector<std::string>{"fcip_get_entity_entry op=1 id=3 5"});
+    EXPECT_EQ(emulator::calls("pm_cim_get_port_info"),
+              std::vector<std::string>{"pm_cim_get_port_info op=1 if=0x00000011"});
+    expectOneRequestForThePortOfTheFirstTunnel(one_tunnel::TCP_STATISTICS);
+}
+
+TEST_F(StatisticsClasses, TcpSegmentCountersAreZeroWhateverTheLineCardSays) {
+    Bytes reply(1352, 0xFF);
+    reply[10] = reply[11] = 0;
+    emulator::set_reply(one_tunnel::TCP_STATISTICS, reply, {Bytes(64)});
+    EXPECT_EQ(buildTcp().sets(), tcp);
+    EXPECT_EQ(buildData().sets(), data);
+}
+
+TEST_F(StatisticsClasses, TcpSystemNameIsZeroesWithoutItsVsanSystem) {
+    for (const char* symbol : {"pm_cim_get_port_info", "dm_cim_get_dmEntry"}) {
+        emulator::fail_always(symbol);
+        EXPECT_EQ(buildTcp().sets(), with(tcp, "SystemName", "0000")) << symbol;
+        emulator::clear_faults();
+    }
+}
+
+TEST_F(StatisticsClasses, TcpIsNullWhenTheTunnelIsGone) {
+    emulator::clear_links();
+    EXPECT_EQ(buildTcp().kind(), Object::null);
+    EXPECT_TRUE(matches(
+        trace, entering("tcp_statistics_build_instance") + line_trace("tcp_statistics_build_instance")))
+        << trace;
+    EXPECT_EQ(broker.made(Make::object_path), 0u) << "the tunnel is looked up before the broker is asked";
+}
+
+TEST_F(StatisticsClasses, TcpIsNullWithoutTheTunnelsProfile) {
+    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+        let_down({.symbol = "fcip_get_entity_entry", .effect = effect});
+        EXPECT_EQ(buildTcp().kind(), Object::null);
+        EXPECT_TRUE(matches(
+            trace, entering("tcp_statistics_build_instance") + line_trace("tcp_statistics_build_instance")))
+            << trace;
+        EXPECT_EQ(broker.made(Make::object_path), 0u);
+        emulator::clear_faults();
+    }
+}
+
+TEST_F(StatisticsClasses, TcpGoesOnWithoutCountersAndSaysSo) {
+    emulator::fail_always("mts_send");
+    EXPECT_EQ(buildTcp().sets(), tcp);
+    EXPECT_NE(trace.find("******* Error ******** "), std::string::npos);
+    EXPECT_TRUE(trace.ends_with(exiting("tcp_statistics_build_instance")));
+}
+
+// --- TCP statistical data ---------------------------------------------------------------------------------
+
+TEST_F(StatisticsClasses, DataInstanceIsKeyedByTheTunnelNumberAndItsPathByTheIfIndex) {
+    EXPECT_EQ(buildData().value("InstanceID"), "5");
+    const RecordedPath path =
+        make([&] { return stat_fill_reference("KESTO_TCPStatisticalData", NAMESPACE, &link); });
+    EXPECT_EQ(path.keys(), (Sets{{"InstanceID", CMPI_chars, "17"}}));
+}
+
+TEST_F(StatisticsClasses, DataIsBuiltFromTheFirstTunnelOfTheSameIndex) {
+    useTwinOfAnotherProfile();
+    EXPECT_EQ(buildData().sets(), data);
+    EXPECT_EQ(emulator::calls("pm_cim_get_port_info"),
+              std::vector<std::string>{"pm_cim_get_port_info op=1 if=0x00000011"});
+    expectOneRequestForThePortOfTheFirstTunnel(one_tunnel::TCP_STATISTICS);
+    EXPECT_TRUE(emulator::calls("fcip_get_entity_entry").empty()) << "no profile is needed";
+}
+
+TEST_F(StatisticsClasses, DataIsMinusOneWhenTheTunnelIsGone) {
+    emulator::clear_links();
+    EXPECT_EQ(buildData().kind(), Object::minus_one);
+    const std::string line = line_trace("tcp_statistical_data_build_instance");
+    EXPECT_TRUE(matches(trace, entering("tcp_statistical_data_build_instance") + line + line)) << trace;
+    EXPECT_EQ(broker.call_texts("newInstance").size(), 1u) << "the instance made so far is abandoned";
+    EXPECT_EQ(broker.call_texts("setProperty").size(), 1u) << "SystemCreationClassName";
+}
+
+TEST_F(StatisticsClasses, DataGoesOnWithoutCountersAndSaysSo) {
+    emulator::fail_always("mts_send");
+    EXPECT_EQ(buildData().sets(), data);
+    EXPECT_NE(trace.find("******* Error ******** "), std::string::npos);
+}
+
+TEST_F(StatisticsClasses, DataWithoutItsVsanSystemHasNoFallbackName) {
+    emulator::fail_always("pm_cim_get_port_info");
+    EXPECT_EQ(buildData().sets(), with(data, "SystemName", ""));
+    emulator::clear_faults();
+    emulator::fail_always("dm_cim_get_dmEntry");
+    EXPECT_EQ(buildData().sets(), with(data, "SystemName", "NULL"));
+}
+
+// --- Object paths -----------------------------------------------------------------------------------------
+
+TEST_F(StatisticsClasses, PathsAreMadeFromTheTwoKeyWordsAlone) {
+    const Block block = first_bytes_of(&link, 8);
+    const RecordedPath path =
+        make([&] { return stat_fill_reference("KESTO_TCPEndPointStatistics", NAMESPACE, as_link(block)); });
+    EXPECT_EQ(path, RecordedPath(NAMESPACE, "KESTO_TCPEndPointStatistics", {{"InstanceID", CMPI_chars, "17"}},
+                                 one_tunnel::HOST));
+    EXPECT_EQ(calls_of(emulator::calls(), {"fcip_get_entity_entry", "fcip_get_link_entry"}),
+              (std::vector<std::string>{"fcip_get_entity_entry op=1 id=3 5",
+                                        "fcip_get_link_entry op=1 key={3,4} 30 1"}));
+}
+
+TEST_F(StatisticsClasses, PathsTakeTheIfIndexOfTheTunnelFoundAgain) {
+    link.kfmFcipLinkIfIndex = 999;
+    EXPECT_EQ(fill().key("InstanceID"), "17");
+}
+
+TEST_F(StatisticsClasses, ATunnelThatIsGoneHasNoPath) {
+    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+        let_down({.symbol = "fcip_get_link_entry", .effect = effect});
+        EXPECT_EQ(fill().kind(), Object::null);
+        EXPECT_NE(trace, "");
+        emulator::clear_faults();
+    }
+    EXPECT_EQ(broker.made(Make::object_path), 0u);
+}
+
+TEST_F(StatisticsClasses, ATunnelWithoutAnEthernetPortHasInstancesButNoPath) {
+    link.kfmFcipLinkExtEthIfIndex = 0;
+    emulator::add_link(link);
+    EXPECT_EQ(fill().kind(), Object::null);
+    EXPECT_EQ(broker.made(Make::object_path), 0u);
+    for (const char* className :
+         {"KESTO_IPEndPointStatistics", "KESTO_TCPEndPointStatistics", "KESTO_TCPStatisticalData"}) {
+        const Answer instances = enumerate(className);
+        ASSERT_EQ(instances.instances.size(), 1u) << className;
+        EXPECT_TRUE(instances.instances[0].is_valid()) << className;
+        const Answer paths = enumerate_names(className);
+        ASSERT_EQ(paths.paths.size(), 1u) << className;
+        EXPECT_EQ(paths.paths[0].kind(), Object::null) << className;
+    }
+}
+
+// --- Walkers ----------------------------------------------------------------------------------------------
+
+class StatisticsWalk : public StatisticsClasses {
+  protected:
+    void addTunnels() {
+        for (std::uint32_t i = 1; i < 3; ++i) {
+            FcipLinkEntry another = one_tunnel::link();
+            another.kfmFcipLinkIndex += i;
+            another.kfmFcipLinkIfIndex += i;
+            emulator::add_link(another);
+        }
+    }
+    Answer walkInstances(const char* className, const char** properties = nullptr) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_statistics(className, result, properties, NAMESPACE);
+            },
+            &status);
+    }
+    Answer walkPaths(const char* className) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return get_all_statistic_references(className, result, NAMESPACE);
+            },
+            &status);
+    }
+    int status = -99;
+};
+
+const std::pair<const char*, const char*> STATISTICS[] = {
+    {"KESTO_IPEndPointStatistics", "ip_statistics_build_instance"},
+    {"KESTO_TCPEndPointStatistics", "tcp_statistics_build_instance"},
+    {"KESTO_TCPStatisticalData", "tcp_statistical_data_build_instance"},
+};
+
+TEST_F(StatisticsWalk, EachClassIsBuiltByItsOwnBuilderOnceATunnel) {
+    addTunnels();
+    for (const auto& [className, builder] : STATISTICS) {
+        const Answer answer = walkInstances(className);
+        EXPECT_EQ(status, 0);
+        ASSERT_EQ(answer.instances.size(), 3u) << className;
+        EXPECT_EQ(answer.instances[0].sets(), golden_properties(builder)) << className;
+        EXPECT_EQ(answer.instances[0].class_name(), className);
+        EXPECT_EQ(answer.doneCalls, 0u);
+    }
+    EXPECT_EQ(walkInstances("KESTO_IPEndPointStatistics").instances[2].value("InstanceID"), "19");
+    EXPECT_EQ(walkInstances("KESTO_TCPEndPointStatistics").instances[2].value("InstanceID"), "19");
+    EXPECT_EQ(walkInstances("KESTO_TCPStatisticalData").instances[2].value("InstanceID"), "7");
+}
+
+TEST_F(StatisticsWalk, EachClassHasOnePathATunnelWithTheIfIndex) {
+    addTunnels();
+    for (const auto& [className, builder] : STATISTICS) {
+        const Answer answer = walkPaths(className);
+        EXPECT_EQ(status, 0);
+        ASSERT_EQ(answer.paths.size(), 3u) << className;
+        for (std::size_t i = 0; i < 3; ++i)
+            EXPECT_EQ(answer.paths[i],
+                      RecordedPath(NAMESPACE, className, {{"InstanceID", CMPI_chars, std::to_string(17 + i)}},
+                                   one_tunnel::HOST));
+        EXPECT_EQ(answer.doneCalls, 0u);
+    }
+}
+
+TEST_F(StatisticsWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
+    for (const char* className :
+         {"kesto_ipendpointstatistics", "KESTO_TcpEndpointSTATISTICS", "kesto_tcpstatisticaldata"}) {
+        const Answer instances = walkInstances(className);
+        ASSERT_EQ(instances.instances.size(), 1u);
+        EXPECT_EQ(instances.instances[0].class_name(), className);
+        const Answer paths = walkPaths(className);
+        ASSERT_EQ(paths.paths.size(), 1u);
+        EXPECT_EQ(paths.paths[0].class_name(), className);
+    }
+}
+
+TEST_F(StatisticsWalk, AnotherClassGivesOneNullATunnel) {
+    addTunnels();
+    const Answer instances = walkInstances("KESTO_EthernetPortStatistics");
+    ASSERT_EQ(instances.instances.size(), 3u);
+    for (const RecordedInstance& instance : instances.instances)
+        EXPECT_EQ(instance.kind(), Object::null);
+    const Answer paths = walkPaths("KESTO_EthernetPortStatistics");
+    ASSERT_EQ(paths.paths.size(), 3u);
+    for (const RecordedPath& path : paths.paths)
+        EXPECT_EQ(path.kind(), Object::null);
+}
+
+TEST_F(StatisticsWalk, ABuildThatFailsIsHandedOverAsItIs) {
+    addTunnels();
+    let_down({.symbol = "mts_send", .first = 2, .last = 2});
+    const Answer ipWalk = walkInstances("KESTO_IPEndPointStatistics");
+    ASSERT_EQ(ipWalk.instances.size(), 3u);
+    EXPECT_TRUE(ipWalk.instances[0].is_valid());
+    EXPECT_EQ(ipWalk.instances[1].kind(), Object::null);
+    EXPECT_TRUE(ipWalk.instances[2].is_valid());
+    emulator::clear_faults();
+
+    // The second look at the first tunnel fails, whichever walk step that is.
+    let_down({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
+    const Answer dataWalk = walkInstances("KESTO_TCPStatisticalData");
+    ASSERT_EQ(dataWalk.instances.size(), 3u);
+    EXPECT_EQ(dataWalk.instances[0].kind(), Object::minus_one);
+    EXPECT_TRUE(dataWalk.instances[1].is_valid());
+    emulator::clear_faults();
+
+    let_down({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
+    const Answer tcpWalk = walkInstances("KESTO_TCPEndPointStatistics");
+    ASSERT_EQ(tcpWalk.instances.size(), 3u);
+    EXPECT_EQ(tcpWalk.instances[0].kind(), Object::null);
+    EXPECT_TRUE(tcpWalk.instances[1].is_valid());
+}
+
+TEST_F(StatisticsWalk, AWalkErrorEndsTheWalkWithWhatWasSent) {
+    addTunnels();
+    for (const auto effect :
+         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+        let_down({.symbol = "fcip_get_link_entry", .where = "op=2", .first = 2, .effect = effect});
+        EXPECT_EQ(walkInstances("KESTO_IPEndPointStatistics").instances.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+        let_down({.symbol = "fcip_get_link_entry", .where = "op=2", .first = 2, .effect = effect});
+        EXPECT_EQ(walkPaths("KESTO_IPEndPointStatistics").paths.size(), 1u);
+        EXPECT_EQ(status, 0);
+        emulator::clear_faults();
+    }
+}
+
+TEST_F(StatisticsWalk, WithoutTunnelsNothingIsReturned) {
+    emulator::clear_links();
+    for (const auto& [className, builder] : STATISTICS) {
+        EXPECT_TRUE(walkInstances(className).returned.empty());
+        EXPECT_EQ(status, 0);
+        EXPECT_TRUE(walkPaths(className).returned.empty());
+        EXPECT_EQ(status, 0);
+    }
+}
+
+TEST_F(StatisticsWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
+    addTunnels();
+    for (const auto& entry : STATISTICS) {
+        SCOPED_TRACE(entry.first);
+        for (const Make what : {Make::object_path, Make::instance}) {
+            EXPECT_EQ(for_each_broker_failure(what, Failure::null,
+                                              [&](std::size_t nth) {
+                                                  const Answer answer = walkInstances(entry.first);
+                                                  ASSERT_EQ(answer.instances.size(), 3u);
+                                                  for (std::size_t i = 0; i < 3; ++i)
+                                                      EXPECT_EQ(answer.instances[i].kind(),
+                                                                i + 1 == nth ? Object::null : Object::valid);
+                                              }),
+                      3u);
+        }
+    }
+}
+
+TEST_F(StatisticsWalk, PassesThePropertyListOn) {
+    const char* wanted[] = {"InstanceID", nullptr};
+    for (const auto& [className, builder] : STATISTICS) {
+        const Answer answer = walkInstances(className, wanted);
+        ASSERT_EQ(answer.instances.size(), 1u);
+        ASSERT_EQ(answer.instances[0].filters().size(), 1u);
+        EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"InstanceID"}));
+    }
+}
+
+} // namespace
+} // namespace class_tests
