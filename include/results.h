@@ -23,20 +23,18 @@ bool is_object(const Object* object) {
     return object != nullptr && reinterpret_cast<std::intptr_t>(object) != -1;
 }
 
-inline bool withheld([[maybe_unused]] bool usable) {
 #ifdef FCIP_GUARD_RESULTS
-    return !usable;
+inline constexpr bool RESULTS_ARE_GUARDED = true;
 #else
-    return false;
+inline constexpr bool RESULTS_ARE_GUARDED = false;
 #endif
-}
 
 inline void hand_over(const CMPIResult* result, const CMPIInstance* instance) {
-    if (!withheld(is_object(instance))) result->ft->returnInstance(result, instance);
+    if (!RESULTS_ARE_GUARDED || is_object(instance)) result->ft->returnInstance(result, instance);
 }
 
 inline void hand_over(const CMPIResult* result, const CMPIObjectPath* path) {
-    if (!withheld(is_object(path))) result->ft->returnObjectPath(result, path);
+    if (!RESULTS_ARE_GUARDED || is_object(path)) result->ft->returnObjectPath(result, path);
 }
 
 // Hands an object over only when it could be built.

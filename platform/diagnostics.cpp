@@ -66,36 +66,35 @@ void print_parameter(std::uint32_t flag, std::uint32_t parameter, const char* te
 } // namespace
 
 int fcip_print_entity(const FcipEntityEntry* entity, const EntityIfList* tunnels) {
-    const auto number = [](std::uint32_t word) { return as_printed(word); };
-    std::printf("FCIP Profile %d\n", number(entity->kfmFcipEntityId));
+    std::printf("FCIP Profile %d\n", as_printed(entity->kfmFcipEntityId));
     print_address(*entity);
     print_tunnels(*tunnels);
-    std::printf("    Listen Port is %d\n", number(entity->kfmFcipEntityTcpPort));
+    std::printf("    Listen Port is %d\n", as_printed(entity->kfmFcipEntityTcpPort));
     std::puts("    TCP parameters");
     std::printf("        SACK is %s\n", enabled(entity->kfmFcipEntitySackOption));
     std::printf("        PMTU discovery is %s", enabled(entity->kfmFcipEntityPmtuEnable));
     print_parameter(entity->kfmFcipEntityPmtuEnable, entity->kfmFcipEntityPmtuResetTimeout, "reset timeout",
                     "sec");
-    std::printf("        Keep alive is %d sec\n", number(entity->kfmFcipEntityKeepAliveTimeout));
+    std::printf("        Keep alive is %d sec\n", as_printed(entity->kfmFcipEntityKeepAliveTimeout));
     std::printf("        Minimum retransmission timeout is %d ms\n",
-                number(entity->kfmFcipEntityMinRetransmitTime));
+                as_printed(entity->kfmFcipEntityMinRetransmitTime));
     std::printf("        Maximum number of re-transmissions is %d\n",
-                number(entity->kfmFcipEntityMaxRetransmissions));
-    std::printf("        Send buffer size is %d KB\n", number(entity->kfmFcipEntitySendBufSize));
-    // Listings show this line twice, and scripts that read them count on it.
+                as_printed(entity->kfmFcipEntityMaxRetransmissions));
+    std::printf("        Send buffer size is %d KB\n", as_printed(entity->kfmFcipEntitySendBufSize));
+    // The line stands twice in the listing.
     for (int line = 0; line < 2; ++line) {
         std::printf("        Maximum allowed bandwidth is %d kbps\n",
-                    number(entity->kfmFcipEntityMaxBandwidth));
+                    as_printed(entity->kfmFcipEntityMaxBandwidth));
     }
     std::printf("        Minimum available bandwidth is %d kbps\n",
-                number(entity->kfmFcipEntityMinBandwidth));
+                as_printed(entity->kfmFcipEntityMinBandwidth));
     std::printf("        Configured round trip time is %d usec\n",
-                number(entity->kfmFcipEntityRoundTripTime));
+                as_printed(entity->kfmFcipEntityRoundTripTime));
     std::printf("        Congestion window monitoring is %s", enabled(entity->kfmFcipEntityCwmEnable));
     print_parameter(entity->kfmFcipEntityCwmEnable, entity->kfmFcipEntityCwmBurstSize, "burst size", "KB");
     if (entity->kfmFcipEntityMaxJitter == 0) return std::puts("        Auto jitter detection is enabled");
     return std::printf("        Configured maximum jitter is %d us\n",
-                       number(entity->kfmFcipEntityMaxJitter));
+                       as_printed(entity->kfmFcipEntityMaxJitter));
 }
 
 int fcip_print_link_entity_brief(const FcipLinkEntry* link) {

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
-#include <optional>
 
 #include "include/results.h"
 #include "include/trace.h"
@@ -44,14 +43,17 @@ bool remote_address_is(const FcipLinkEntry& link, const char* text) {
     return strcasecmp(address, text) == 0;
 }
 
-// Whether the key names this link, or nothing when the key lacks a token that the mode needs.
-std::optional<bool> matches(const FcipLinkEntry& link, const char* keyValue, int mode) {
-    KeyTokens tokens{.separators = mode == LINK_BY_ETHERNET_IF_INDEX ? ":_" : "_"};
+LinkLookup found_if(bool matches) {
+    return matches ? LinkLookup::Found : LinkLookup::Missing;
+}
+
+// Whether the key names this link.
+LinkLookup match(const FcipLinkEntry& link, const char* keyValue, int mode) {
     switch (mode) {
         case LINK_BY_IF_INDEX:
-            return link.kfmFcipLinkIfIndex == key_number(keyValue);
+            return found_if(link.kfmFcipLinkIfIndex == key_number(keyValue));
         case LINK_BY_ENTITY:
-            return link.kfmFcipEntityId == key_number(keyValue);
+            return found_if(link.kfmFcipEntityId == key_number(keyValue));
         case LINK_BY_TUNNEL:
         case LINK_BY_IF_INDEX_TOKEN:
         case LINK_BY_ETHERNET_IF_INDEX:
@@ -59,21 +61,22 @@ std::optional<bool> matches(const FcipLinkEntry& link, const char* keyValue, int
         case LINK_BY_REMOTE_IF_INDEX:
             break;
         default:
-            return false;
+            return LinkLookup::Missing;
     }
+    KeyTokens tokens{.separators = mode == LINK_BY_ETHERNET_IF_INDEX ? ":_" : "_"};
     const char* token = first_token(tokens, keyValue);
-    if (token == nullptr) return std::nullopt;
+    if (token == nullptr) return LinkLookup::UnusableKey;
     const std::uint32_t number = key_number(token);
-    if (mode == LINK_BY_TUNNEL) return link.kfmFcipLinkIndex + 1 == number;
-    if (mode == LINK_BY_IF_INDEX_TOKEN) return link.kfmFcipLinkIfIndex == number;
-    if (mode == LINK_BY_ETHERNET_IF_INDEX) return link.kfmFcipLinkExtEthIfIndex == number;
+    if (mode == LINK_BY_TUNNEL) return found_if(link.kfmFcipLinkIndex + 1 == number);
+    if (mode == LINK_BY_IF_INDEX_TOKEN) return found_if(link.kfmFcipLinkIfIndex == number);
+    if (mode == LINK_BY_ETHERNET_IF_INDEX) return found_if(link.kfmFcipLinkExtEthIfIndex == number);
 
     // The keys of remote endpoints begin with an entity id of 0.
-    if (number != 0) return false;
+    if (number != 0) return LinkLookup::Missing;
     token = next_token(tokens);
-    if (token == nullptr) return std::nullopt;
-    return mode == LINK_BY_REMOTE_ADDRESS ? remote_address_is(link, token)
-                                          : link.kfmFcipLinkIfIndex == key_number(token);
+    if (token == nullptr) return LinkLookup::UnusableKey;
+    if (mode == LINK_BY_REMOTE_ADDRESS) return found_if(remote_address_is(link, token));
+    return found_if(link.kfmFcipLinkIfIndex == key_number(token));
 }
 
 // The VSAN and domain records that name a logical computer system, and that name.
@@ -83,21 +86,23 @@ struct LogicalComputer {
     char key[256] = {};
 };
 
-int fetch_vsan(std::uint32_t vsan, PlatformRow<void>& entry) {
-    return fetch_row(entry, [&](void** out) { return vsan_cim_get_vsanEntry(mts_q, vsan, out); });
+// False when there is no record, whatever the status.
+bool fetch_vsan(std::uint32_t vsan, PlatformRow<void>& entry) {
+    return fetch_row(entry, [&](void** out) { return vsan_cim_get_vsanEntry(mts_q, vsan, out); }) == 0 &&
+           entry;
 }
 
-int fetch_domain(std::uint32_t vsan, PlatformRow<void>& entry) {
-    return fetch_row(entry, [&](void** out) { return dm_cim_get_dmEntry(mts_q, vsan, 1, out); });
+bool fetch_domain(std::uint32_t vsan, PlatformRow<void>& entry) {
+    return fetch_row(entry, [&](void** out) { return dm_cim_get_dmEntry(mts_q, vsan, 1, out); }) == 0 &&
+           entry;
 }
 
 bool find_logical_computer(std::uint32_t ifIndex, LogicalComputer& system) {
     std::uint32_t vsan = 0;
     get_vsan_id(ifIndex, &vsan);
     std::printf("vsan_index %d \n", as_printed(vsan));
-    // The platform keeps what names the system in the record of VSAN 1, whatever the port's VSAN.
-    if (fetch_vsan(1, system.vsanEntry) != 0) return false;
-    if (fetch_domain(vsan, system.domainEntry) != 0) return false;
+    // Always the record of VSAN 1, whatever the port's own VSAN.
+    if (!fetch_vsan(1, system.vsanEntry) || !fetch_domain(vsan, system.domainEntry)) return false;
     void* vsanEntry = system.vsanEntry.get();
     void* domainEntry = system.domainEntry.get();
     if (vsan_cim_get_vsan_key(system.key, &vsanEntry, &domainEntry) != 0) {
@@ -111,10 +116,9 @@ bool find_logical_computer(std::uint32_t ifIndex, LogicalComputer& system) {
 LinkLookup find_link(const char* keyValue, int mode, FcipLinkEntry* out) {
     auto found = LinkLookup::Missing;
     walk_links(mts_q, [&](const FcipLinkEntry& link) {
-        const auto match = matches(link, keyValue != nullptr ? keyValue : "", mode);
-        if (match == false) return Visit::GoOn;
-        if (match == true) *out = link;
-        found = match ? LinkLookup::Found : LinkLookup::UnusableKey;
+        found = match(link, keyValue != nullptr ? keyValue : "", mode);
+        if (found == LinkLookup::Missing) return Visit::GoOn;
+        if (found == LinkLookup::Found) *out = link;
         return Visit::Stop;
     });
     return found;
@@ -178,7 +182,7 @@ int get_fcip_entity_from(const char* keyValue, FcipEntityEntry* out) {
 int get_profile_from_link_entry(const FcipLinkEntry* link, FcipEntityEntry* out) {
     PlatformRow<FcipEntityEntry> profile;
     const int status = fetch_profile(link->kfmFcipEntityId, profile);
-    // Operators know this line from good and bad outcomes alike; only a failure without a row is silent.
+    // The line is printed whenever a row came, of a good request too; a failure without a row is silent.
     if (profile) std::fputs("get_profile_from_link_entry : Error", stdout);
     if (status != 0 || !profile) return -1;
     *out = *profile;
@@ -223,7 +227,7 @@ int get_vsan_wwn(std::uint32_t ifIndex, char* out) {
     std::uint32_t vsan = 0;
     if (get_vsan_id(ifIndex, &vsan) != 0) return -1;
     PlatformRow<void> domain;
-    if (fetch_domain(vsan, domain) != 0) {
+    if (!fetch_domain(vsan, domain)) {
         std::fputs("error : dm_cim_get_dmEntry ", stdout);
         std::memcpy(out, "NULL", sizeof "NULL");
         return -1;
@@ -285,7 +289,7 @@ int get_etherport_from_if_index(std::uint32_t ifIndex, int wantInstance, const c
 
 int get_eth_ifidx_from_keyvalue(std::uint32_t* ifIndexOut, const char* keyValue) {
     KeyTokens tokens{.separators = ":_"};
-    const char* token = first_token(tokens, keyValue);
+    const char* token = first_token(tokens, keyValue != nullptr ? keyValue : "");
     trace_entering(__func__);
     if (token == nullptr) return -1;
     *ifIndexOut = key_number(token);

@@ -2,8 +2,9 @@
 // row, make its key the next one; the first failure ends the walk, and so does a success without a row.
 //
 // A platform that keeps handing out rows it has handed out before would hold the provider lock for ever.
-// Every walk remembers one of its keys, a later one each time its length has doubled, and ends when it meets
-// that key again: a table of any size in any order is walked whole, and a circle is left.
+// Every walk remembers one of its keys, a later one each time its length has doubled, and ends when it has
+// met remembered keys many times: a table of any size in any order is walked whole, even one that holds a key
+// more than once, and a circle is left.
 #ifndef KESTO_PLATFORM_TABLE_WALK_H
 #define KESTO_PLATFORM_TABLE_WALK_H
 
@@ -30,7 +31,9 @@ enum class EmptyAnswer { Ends, IsRepeated };
 // visit(row) looks at it.
 template <class Row, class Key, class Next, class KeyOf, class Visitor>
 WalkEnd walk_table(Key key, EmptyAnswer emptyAnswer, Next next, KeyOf key_of, Visitor visit) {
+    constexpr unsigned MANY_MEETINGS = 100;
     Key remembered{};
+    unsigned meetings = 0;
     std::uint64_t visited = 0;
     std::uint64_t rememberAgainAt = 1;
     for (;;) {
@@ -42,7 +45,7 @@ WalkEnd walk_table(Key key, EmptyAnswer emptyAnswer, Next next, KeyOf key_of, Vi
             return WalkEnd::NoRow;
         }
         key = key_of(*row);
-        if (visited > 0 && key == remembered) return WalkEnd::NoRow;
+        if (visited > 0 && key == remembered && ++meetings == MANY_MEETINGS) return WalkEnd::NoRow;
         if (++visited == rememberAgainAt) {
             remembered = key;
             rememberAgainAt *= 2;

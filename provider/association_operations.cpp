@@ -17,7 +17,7 @@ struct Route {
     Member* traverse; // null: answered with nothing
 };
 
-// The remote ends are taken for their local counterparts here.
+// The remote ends have no traversal of their own here: they take that of the IP or the TCP endpoint.
 constexpr Route<ReferenceNamesFn> REFERENCE_NAME_ROUTES[] = {
     {"KESTO_FCIPProtocolEndPoint", get_fcip_pe_reference_names},
     {"KESTO_RemoteFCIPPort", get_ip_pe_reference_names},

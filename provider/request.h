@@ -33,12 +33,18 @@ inline CMPIStatus invalid_key_name() {
     return status_of(CMPI_RC_OK, _broker->eft->newString(_broker, "invalid key name", nullptr));
 }
 
+struct ProviderLock {
+    ProviderLock() { mutex_lock(); }
+    ~ProviderLock() { mutex_unlock(); }
+    ProviderLock(const ProviderLock&) = delete;
+    ProviderLock& operator=(const ProviderLock&) = delete;
+};
+
 // Runs the routed part of an operation under the provider lock.
 template <class Routed>
 void with_provider_lock(Routed routed) {
-    mutex_lock();
+    const ProviderLock lock;
     routed();
-    mutex_unlock();
 }
 
 #endif

@@ -27,8 +27,8 @@ constexpr KeyRule KEY_RULES[] = {
     {"KESTO_FCIPSettings", "InstanceID"},
     {"KESTO_IPSettings", "InstanceID"},
     {"KESTO_TCPSettings", "InstanceID"},
-    {"KESTO_TCPEndPointStatistics",
-     ANY_KEY}, // unlike the other statistics it takes its first key, whatever its name
+    // Unlike the other statistics it takes its first key, whatever its name.
+    {"KESTO_TCPEndPointStatistics", ANY_KEY},
     {"KESTO_IPEndPointStatistics", "InstanceID"},
     {"KESTO_RemoteFCIPPort", "Name"},
     {"KESTO_RemoteIPServiceAccessPoint", "Name"},
