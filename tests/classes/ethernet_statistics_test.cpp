@@ -1,5 +1,7 @@
 // KESTO_EthernetPortStatistics, and the enumerations of KESTO_EthernetPortStatisticalData.
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include "tests/classes/class_test.h"
 #include "tests/classes/golden_classes.h"
@@ -163,13 +165,18 @@ TEST_F(EthernetStatistics, APathWithoutAHandleIsReturnedAsItIs) {
     EXPECT_EQ(trace, entering("eth_statistics_fill_reference") + exiting("eth_statistics_fill_reference"));
 }
 
-TEST_F(EthernetStatistics, OnlyTheRowsIfIndexIsRead) {
-    const std::uint32_t ifIndex = 5;
-    std::memset(&row, 0xEE, sizeof row);
-    row.ifIndex = ifIndex;
-    addPort(ifIndex, 26);
-    EXPECT_EQ(build().value("InstanceID"), "5");
-    EXPECT_EQ(fill().keys(), (Sets{{"InstanceID", CMPI_chars, "5"}}));
+TEST_F(EthernetStatistics, NothingOfTheRowIsReadButItsIfIndex) {
+    // A block that ends behind the if-index, so that reading past it is noticed.
+    const std::unique_ptr<void, void (*)(void*)> block(std::malloc(sizeof row.ifIndex), std::free);
+    std::memcpy(block.get(), &row, sizeof row.ifIndex);
+    const auto* port = static_cast<const PortInfo*>(block.get());
+    const RecordedInstance instance = make([&] {
+        return eth_statistics_build_instance("KESTO_EthernetPortStatistics", NAMESPACE, port, nullptr);
+    });
+    EXPECT_EQ(instance.sets(), properties);
+    const RecordedPath path =
+        make([&] { return eth_statistics_fill_reference("KESTO_EthernetPortStatistics", NAMESPACE, port); });
+    EXPECT_EQ(path.keys(), golden_keys("eth_statistics_fill_reference"));
 }
 
 // --- Walkers ----------------------------------------------------------------------------------------------

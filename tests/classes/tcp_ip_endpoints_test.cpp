@@ -257,6 +257,7 @@ class LinkWalk : public ClassTest {
             another.kfmFcipLinkIndex += i;
             another.kfmFcipLinkIfIndex += i;
             emulator::add_link(another);
+            emulator::add_port(test_support::port_row(another.kfmFcipLinkIfIndex, 11, 10));
         }
     }
     Answer walkInstances(const std::string& className, const char** properties = nullptr) {
@@ -352,12 +353,14 @@ TEST_F(LinkWalk, EveryLinkIsTracedBeforeItsObject) {
     std::string want = entering("get_all_ip_pe_instances");
     for (int i = 0; i < 3; ++i)
         want += instanceTrace + builderTrace;
-    EXPECT_TRUE(matches(walkInstances("KESTO_FCIPSettings").output, want));
+    std::string traced = walkInstances("KESTO_FCIPSettings").output;
+    EXPECT_TRUE(matches(traced, want)) << traced;
 
     want = entering("get_all_ip_pe_references");
     for (int i = 0; i < 3; ++i)
         want += line_trace("get_all_ip_pe_references") + entering("tcp_pe_fill_reference");
-    EXPECT_TRUE(matches(walkPaths("KESTO_TCPProtocolEndPoint").output, want));
+    traced = walkPaths("KESTO_TCPProtocolEndPoint").output;
+    EXPECT_TRUE(matches(traced, want)) << traced;
 }
 
 TEST_F(LinkWalk, OneObjectALinkInTableOrder) {

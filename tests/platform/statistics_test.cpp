@@ -9,17 +9,18 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <functional>
 #include <memory>
-#include <numeric>
 #include <string>
 #include <vector>
 
 #include "emulator/control.h"
 #include "platform/platform_services.h"
+#include "tests/support/recording_broker.h"
+#include "tests/support/stdout_capture.h"
 
 namespace {
 
+using test_support::printed_by;
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::uint32_t ETHERNET_PORT = 0x9B034005;
@@ -85,12 +86,6 @@ Bytes joined(std::initializer_list<Bytes> pieces) {
     return all;
 }
 
-std::string stdoutOf(const std::function<void()>& action) {
-    testing::internal::CaptureStdout();
-    action();
-    return testing::internal::GetCapturedStdout();
-}
-
 class Statistics : public testing::Test {
   protected:
     void SetUp() override {
@@ -125,7 +120,7 @@ class Statistics : public testing::Test {
     }
     // Each of the three operations on a port, for what they have in common.
     static void askAll(std::uint32_t ifIndex) {
-        stdoutOf([ifIndex] {
+        printed_by([ifIndex] {
             IpStatsReply* ip = nullptr;
             get_ip_stats(mts_q, ifIndex, 1, &ip);
             std::free(ip);
@@ -162,7 +157,7 @@ extern "C" __attribute__((visibility("default"))) int mts_recv(std::uint32_t que
 TEST_F(Statistics, IpRequestCarriesPortIfIndexAndTheCopyFlag) {
     emulator::set_reply(IP_STATISTICS, reply(172));
     IpStatsReply* out = nullptr;
-    stdoutOf([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 1, &out), 0); });
+    printed_by([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 1, &out), 0); });
     const IpBlock owner(out);
 
     const auto requests = emulator::sent_requests();
@@ -180,7 +175,7 @@ TEST_F(Statistics, IpRequestCarriesPortIfIndexAndTheCopyFlag) {
 TEST_F(Statistics, IpRequestHandsTheCopyFlagOnInNetworkOrder) {
     emulator::set_reply(IP_STATISTICS, reply(172));
     IpStatsReply* out = nullptr;
-    stdoutOf([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 0x01020304, &out), 0); });
+    printed_by([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 0x01020304, &out), 0); });
     const IpBlock owner(out);
     const Bytes payload = onlyRequest();
     ASSERT_EQ(payload.size(), 32u);
@@ -190,7 +185,7 @@ TEST_F(Statistics, IpRequestHandsTheCopyFlagOnInNetworkOrder) {
 TEST_F(Statistics, EthernetRequestCarriesPortIfIndexAndAHostOrderOne) {
     emulator::set_reply(MAC_STATISTICS, reply(256));
     EthMacStats out;
-    stdoutOf([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); });
+    printed_by([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); });
 
     const auto requests = emulator::sent_requests();
     ASSERT_EQ(requests.size(), 1u);
@@ -206,7 +201,7 @@ TEST_F(Statistics, TcpRequestCarriesTheProvidersOwnAccessPointToo) {
     const std::uint32_t accessPoint = mts_sap_get(mts_q);
     ASSERT_NE(accessPoint, 0u);
     TcpStatsReply out;
-    stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
+    printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
 
     const auto requests = emulator::sent_requests();
     ASSERT_EQ(requests.size(), 1u);
@@ -358,7 +353,8 @@ TEST_F(Statistics, ReceivingFromAnEmptyQueueFails) {
 TEST_F(Statistics, IpStatisticsTraceTheirStartAndNothingElse) {
     emulator::set_reply(IP_STATISTICS, reply(172));
     IpStatsReply* out = nullptr;
-    EXPECT_EQ(stdoutOf([&out] { get_ip_stats(mts_q, ETHERNET_PORT, 1, &out); }), "\n inside get_ip_stats\n ");
+    EXPECT_EQ(printed_by([&out] { get_ip_stats(mts_q, ETHERNET_PORT, 1, &out); }),
+              "\n inside get_ip_stats\n ");
     const IpBlock owner(out);
 }
 
@@ -367,7 +363,7 @@ TEST_F(Statistics, IpStatisticsCopyReplysOfEverySizeWholeAndZeroTheRest) {
         const Bytes payload = reply(size);
         emulator::set_reply(IP_STATISTICS, payload);
         IpStatsReply* out = nullptr;
-        stdoutOf([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 1, &out), 0); });
+        printed_by([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 1, &out), 0); });
         const IpBlock owner(out);
         ASSERT_NE(out, nullptr) << size;
         Bytes want = payload;
@@ -380,7 +376,7 @@ TEST_F(Statistics, IpStatisticsCopyReplysOfEverySizeWholeAndZeroTheRest) {
 TEST_F(Statistics, IpStatisticsWithoutACopyKeepTheReplyAndGiveNoBlock) {
     emulator::set_reply(IP_STATISTICS, reply(172));
     auto* out = reinterpret_cast<IpStatsReply*>(this);
-    stdoutOf([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 0, &out), 0); });
+    printed_by([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 0, &out), 0); });
     EXPECT_EQ(out, nullptr);
     EXPECT_EQ(emulator::messages_outstanding(), 1u);
     emulator::release_messages();
@@ -389,7 +385,7 @@ TEST_F(Statistics, IpStatisticsWithoutACopyKeepTheReplyAndGiveNoBlock) {
 TEST_F(Statistics, IpStatisticsClearTheBlockPointerBeforeTheySend) {
     emulator::fail_call("mts_send", 1, 22);
     auto* out = reinterpret_cast<IpStatsReply*>(this);
-    stdoutOf([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 1, &out), -1); });
+    printed_by([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 1, &out), -1); });
     EXPECT_EQ(out, nullptr);
 }
 
@@ -397,7 +393,7 @@ TEST_F(Statistics, IpStatisticsReturnTheFailureStatusItself) {
     const auto ask = [] {
         IpStatsReply* out = nullptr;
         int status = 0;
-        stdoutOf([&] { status = get_ip_stats(mts_q, ETHERNET_PORT, 1, &out); });
+        printed_by([&] { status = get_ip_stats(mts_q, ETHERNET_PORT, 1, &out); });
         EXPECT_EQ(out, nullptr);
         return status;
     };
@@ -417,7 +413,7 @@ TEST_F(Statistics, EthernetStatisticsAreTheReplysFirst256Bytes) {
     for (const std::size_t size : {256u, 257u, 300u}) {
         emulator::set_reply(MAC_STATISTICS, reply(size));
         EthMacStats out;
-        EXPECT_EQ(stdoutOf([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); }),
+        EXPECT_EQ(printed_by([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); }),
                   "Exiting get_ethernetport_statistics\n");
         EXPECT_EQ(bytesOf(&out, sizeof out), reply(256)) << size;
         EXPECT_EQ(emulator::messages_outstanding(), 0u);
@@ -429,7 +425,7 @@ TEST_F(Statistics, EthernetStatisticsReadAShortReplysRestAsZero) {
         emulator::set_reply(MAC_STATISTICS, reply(size));
         EthMacStats out;
         std::memset(&out, 0xEE, sizeof out);
-        stdoutOf([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); });
+        printed_by([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); });
         Bytes want = reply(size);
         want.resize(256, 0);
         EXPECT_EQ(bytesOf(&out, sizeof out), want) << size;
@@ -440,7 +436,7 @@ TEST_F(Statistics, EthernetStatisticsFailWithMinusOneAndSaySo) {
     const auto expectFailure = [](const char* when) {
         EthMacStats out;
         const std::string trace =
-            stdoutOf([&] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), -1) << when; });
+            printed_by([&] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), -1) << when; });
         EXPECT_EQ(trace.find("Failed retrieval of mac stats information from linecard"), 0u) << when;
         EXPECT_EQ(trace.find("Exiting"), std::string::npos) << when;
         EXPECT_EQ(emulator::messages_outstanding(), 0u) << when;
@@ -463,7 +459,7 @@ TEST_F(Statistics, TcpStatisticsAreTheReplysFirst1352Bytes) {
     for (const std::size_t size : {1352u, 1353u, 1500u}) {
         emulator::set_reply(TCP_STATISTICS, reply(size), {continuation(0)});
         TcpStatsReply out;
-        stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
+        printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
         EXPECT_EQ(bytesOf(&out, sizeof out), reply(1352)) << size;
     }
 }
@@ -473,7 +469,7 @@ TEST_F(Statistics, TcpStatisticsReadAShortReplysRestAsZero) {
         emulator::set_reply(TCP_STATISTICS, reply(size), {continuation(0)});
         TcpStatsReply out;
         std::memset(&out, 0xEE, sizeof out);
-        stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
+        printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
         Bytes want = reply(size);
         want.resize(1352, 0);
         EXPECT_EQ(bytesOf(&out, sizeof out), want) << size;
@@ -483,7 +479,7 @@ TEST_F(Statistics, TcpStatisticsReadAShortReplysRestAsZero) {
 TEST_F(Statistics, TcpStatisticsTraceEntryAndExit) {
     emulator::set_reply(TCP_STATISTICS, reply(1352), {continuation(0)});
     TcpStatsReply out;
-    const std::string trace = stdoutOf([&out] { get_tcp_stats(ETHERNET_PORT, &out); });
+    const std::string trace = printed_by([&out] { get_tcp_stats(ETHERNET_PORT, &out); });
     const std::string entry = "Entering get_tcp_stats\n", exit = "Exiting get_tcp_stats\n";
     EXPECT_EQ(trace.substr(0, entry.size()), entry);
     ASSERT_GE(trace.size(), exit.size());
@@ -493,7 +489,7 @@ TEST_F(Statistics, TcpStatisticsTraceEntryAndExit) {
 TEST_F(Statistics, TcpStatisticsDrainOneContinuation) {
     emulator::set_reply(TCP_STATISTICS, reply(1352), {continuation(0)});
     TcpStatsReply out;
-    stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
+    printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
     EXPECT_EQ(emulator::count("mts_recv"), 2u);
     EXPECT_EQ(emulator::messages_queued(), 0u);
 }
@@ -502,7 +498,7 @@ TEST_F(Statistics, TcpStatisticsDrainContinuationsAsLongAsMoreFollows) {
     emulator::set_reply(TCP_STATISTICS, reply(1352),
                         {continuation(1), continuation(0x0100), continuation(0xFFFF), continuation(0)});
     TcpStatsReply out;
-    stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
+    printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
     EXPECT_EQ(emulator::count("mts_recv"), 5u);
     EXPECT_EQ(emulator::messages_queued(), 0u);
     EXPECT_EQ(bytesOf(&out, sizeof out), reply(1352)) << "the continuations add nothing to the counters";
@@ -511,7 +507,7 @@ TEST_F(Statistics, TcpStatisticsDrainContinuationsAsLongAsMoreFollows) {
 TEST_F(Statistics, TcpStatisticsLeaveWhatComesBehindTheSeries) {
     emulator::set_reply(TCP_STATISTICS, reply(1352), {continuation(1), continuation(0), continuation(1)});
     TcpStatsReply out;
-    stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
+    printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
     EXPECT_EQ(emulator::messages_queued(), 1u);
     emulator::release_messages();
 }
@@ -520,7 +516,7 @@ TEST_F(Statistics, TcpStatisticsFailBehindTheCopyWhenNoContinuationComes) {
     emulator::set_reply(TCP_STATISTICS, reply(1352), {});
     TcpStatsReply out;
     std::memset(&out, 0xEE, sizeof out);
-    const std::string trace = stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), -1); });
+    const std::string trace = printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), -1); });
     EXPECT_EQ(bytesOf(&out, sizeof out), reply(1352)) << "the counters stay";
     EXPECT_EQ(trace.find("Exiting"), std::string::npos);
 }
@@ -528,7 +524,7 @@ TEST_F(Statistics, TcpStatisticsFailBehindTheCopyWhenNoContinuationComes) {
 TEST_F(Statistics, TcpStatisticsFailWhenTheSeriesBreaksOff) {
     emulator::set_reply(TCP_STATISTICS, reply(1352), {continuation(1), continuation(1)});
     TcpStatsReply out;
-    stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), -1); });
+    printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), -1); });
     EXPECT_EQ(bytesOf(&out, sizeof out), reply(1352));
     EXPECT_EQ(emulator::count("mts_recv"), 4u);
 }
@@ -537,7 +533,7 @@ TEST_F(Statistics, AContinuationTooShortForItsWordEndsTheSeries) {
     for (const std::size_t size : {0u, 11u, 12u, 36u, 37u}) {
         emulator::set_reply(TCP_STATISTICS, reply(1352), {Bytes(size, 0), continuation(1)});
         TcpStatsReply out;
-        stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0) << "success"; });
+        printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0) << "success"; });
         EXPECT_EQ(emulator::messages_queued(), 1u) << size << " bytes";
         emulator::release_messages();
     }
@@ -546,7 +542,7 @@ TEST_F(Statistics, AContinuationTooShortForItsWordEndsTheSeries) {
 TEST_F(Statistics, AContinuationThatEndsWithItsWordIsComplete) {
     emulator::set_reply(TCP_STATISTICS, reply(1352), {continuation(1, 38), continuation(0, 38)});
     TcpStatsReply out;
-    stdoutOf([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
+    printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
     EXPECT_EQ(emulator::messages_queued(), 0u);
 }
 
@@ -554,7 +550,7 @@ TEST_F(Statistics, TcpStatisticsFailSilentlyWithMinusOne) {
     const auto expectFailure = [](const char* when) {
         TcpStatsReply out;
         const std::string trace =
-            stdoutOf([&] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), -1) << when; });
+            printed_by([&] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), -1) << when; });
         EXPECT_EQ(trace.find("Exiting"), std::string::npos) << when;
         EXPECT_EQ(trace.find("Failed"), std::string::npos) << when;
         EXPECT_EQ(emulator::messages_outstanding(), 0u) << when;
@@ -579,7 +575,7 @@ TEST_F(Statistics, APortThatNoLineCardKnowsFailsInEveryOperation) {
     IpStatsReply* ip = nullptr;
     EthMacStats mac;
     TcpStatsReply tcp;
-    stdoutOf([&] {
+    printed_by([&] {
         EXPECT_NE(get_ip_stats(mts_q, UNKNOWN_PORT, 1, &ip), 0);
         EXPECT_EQ(get_ethernetport_statistics(UNKNOWN_PORT, &mac), -1);
         EXPECT_EQ(get_tcp_stats(UNKNOWN_PORT, &tcp), -1);
@@ -589,6 +585,65 @@ TEST_F(Statistics, APortThatNoLineCardKnowsFailsInEveryOperation) {
         EXPECT_EQ(request.payload.at(4), 0xFF);
         EXPECT_EQ(request.payload.at(5), 0xFF);
     }
+}
+
+// --- The error counters of a link -------------------------------------------------------------------------
+
+class LinkErrorCounters : public testing::Test {
+  protected:
+    LinkErrorCounters() {
+        // Word n of the row holds 100 * n.
+        for (std::uint32_t word = 2; word < 28; ++word)
+            errors.counters[word - 2] = 100 * word;
+    }
+    CMPIInstance* newInstance() {
+        const CMPIObjectPath* path = broker.path("root/kesto", "KESTO_Statistics");
+        return broker.cmpi()->eft->newInstance(broker.cmpi(), path, nullptr);
+    }
+    test_support::RecordingBroker broker;
+    FcipLinkErrors errors{};
+};
+
+TEST_F(LinkErrorCounters, AreSetAsNineLongsFromWordTwoLowWordFirst) {
+    const auto pair = [](std::uint64_t low, std::uint64_t high) { return low + (high << 32); };
+    const test_support::Sets want{
+        {"FcipLossofFcSynchs", CMPI_uint64, pair(200, 300)},
+        {"FcipSfNotRcv", CMPI_uint64, pair(400, 500)},
+        {"FcipSfRespNotRcv", CMPI_uint64, pair(600, 700)},
+        {"FcipSfRespMismatch", CMPI_uint64, pair(800, 900)},
+        {"FcipSfInvalidNonce", CMPI_uint64, pair(1000, 1100)},
+        {"FcipDuplicateSfRcv", CMPI_uint64, pair(1200, 1300)},
+        {"FcipSfInvalidWWN", CMPI_uint64, pair(1400, 1500)},
+        {"FcipBB2LkaTimeOut", CMPI_uint64, pair(1600, 1700)},
+        {"FcipSntpTimeStampExp", CMPI_uint64, pair(1800, 1900)},
+    };
+    CMPIInstance* instance = newInstance();
+    CMPIInstance* returned = nullptr;
+    EXPECT_EQ(printed_by([&] { returned = populate_fcip_statistics(instance, &errors); }),
+              "Entering populate_fcip_statistics\nExiting populate_fcip_statistics\n");
+    EXPECT_EQ(returned, instance);
+    EXPECT_EQ(broker.recorded(instance).sets(), want);
+    EXPECT_TRUE(broker.recorded(instance).filters().empty());
+}
+
+TEST_F(LinkErrorCounters, OfNoInstanceAreSetNowhere) {
+    CMPIInstance* returned = newInstance();
+    broker.clear_calls();
+    EXPECT_EQ(printed_by([&] { returned = populate_fcip_statistics(nullptr, &errors); }),
+              "Entering populate_fcip_statistics\n");
+    EXPECT_EQ(returned, nullptr);
+    EXPECT_TRUE(broker.calls().empty());
+}
+
+TEST_F(LinkErrorCounters, OfAnInstanceWithoutAHandleAreSetNowhere) {
+    broker.fail_nth(test_support::Make::instance, 1, test_support::Failure::without_handle);
+    CMPIInstance* instance = newInstance();
+    ASSERT_EQ(broker.recorded(instance).kind(), test_support::Object::without_handle);
+    CMPIInstance* returned = nullptr;
+    EXPECT_EQ(printed_by([&] { returned = populate_fcip_statistics(instance, &errors); }),
+              "Entering populate_fcip_statistics\n");
+    EXPECT_EQ(returned, instance);
+    EXPECT_TRUE(broker.recorded(instance).sets().empty());
 }
 
 // --- The dump of a port record ----------------------------------------------------------------------------
@@ -614,7 +669,7 @@ TEST(PrintErrors, ShowsFourWordsAndTheLowHalvesOfEightLongs) {
     put64(323, 27);
     put64(331, 0xFFFFFFFF00000000 + 1234);
     int last = 0;
-    EXPECT_EQ(stdoutOf([&] { last = print_errors(record.data()); }),
+    EXPECT_EQ(printed_by([&] { last = print_errors(record.data()); }),
               " 11 \n 12 \n -2147483648 \n -1 \n"
               " 21 \n 22 \n 23 \n -2147483648 \n 25 \n 26 \n 27 \n"
               " 1234 \n");
