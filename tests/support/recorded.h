@@ -12,6 +12,7 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace test_support {
@@ -71,6 +72,11 @@ struct Filter {
     friend bool operator==(const Filter&, const Filter&) = default;
     friend std::ostream& operator<<(std::ostream& out, const Filter& filter);
 };
+
+// The filter that a builder applies: the request's properties, and a key list that is empty.
+inline Filter filter_for(std::optional<std::vector<std::string>> properties) {
+    return {std::move(properties), std::vector<std::string>{}};
+}
 
 // What a pointer handed to a result, or returned by a builder, was. What had been done to an object without a
 // handle before its handle was taken away is still recorded.
