@@ -215,7 +215,7 @@ class GetTcpStatisticsTest : public GetTest {
         emulator::set_link_errors({3, 4, {}});
         emulator::clear_calls();
     }
-    Answer get() { return get_instance("KESTO_TCPEndPointStatistics", Names{"InstanceID", "17"}); }
+    Answer get() { return get_instance("KESTO_TCPEndPointStatistics", {{"InstanceID", "17"}}); }
     const std::string beforeBuilder = entry_trace("InstanceID", "17");
     const std::string builder = "Entering tcp_statistics_build_instance\n";
     const std::string lineTrace = " Function : FCIP_GetInstance Line 435 \n";
@@ -329,7 +329,7 @@ TEST_F(GetProfileTest, KeyThatNamesATunnelAndTheProfileFindsTheProfile) {
 }
 
 TEST_F(GetProfileTest, ClassNameIsTheLiteralWhateverTheClientsSpelling) {
-    const Answer answer = get_instance("kesto_fcipprofile", Names{"InstanceID", "3"});
+    const Answer answer = get_instance("kesto_fcipprofile", {{"InstanceID", "3"}});
     ASSERT_EQ(answer.instances.size(), 1u);
     EXPECT_EQ(answer.instances[0].class_name(), "KESTO_FCIPProfile");
 }
@@ -407,7 +407,7 @@ void PrintTo(const AssociationRoute& route, std::ostream* out) {
 class AssociationRouteTest : public GetTest, public testing::WithParamInterface<AssociationRoute> {
   protected:
     CMPIObjectPath* end(const char* className) {
-        return broker.path(NAMESPACE, className, Names{"Name", "x"});
+        return broker.path(NAMESPACE, className, {{"Name", "x"}});
     }
 };
 
