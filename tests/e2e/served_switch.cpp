@@ -33,8 +33,10 @@ std::vector<std::string> settings_for(const std::string& scenario) {
 
 } // namespace
 
+// setpriv lets the server end with the test program even when that crashes.
 CimServer::CimServer(const std::string& scenario)
-    : program({KESTO_CIMSERVER, "--provider", FCIP_PROVIDER, "--port", "0", "--provider-log", "/dev/null"},
+    : program({"setpriv", "--pdeathsig", "TERM", KESTO_CIMSERVER, "--provider", FCIP_PROVIDER, "--port", "0",
+               "--provider-log", "/dev/null"},
               settings_for(scenario)) {
     using namespace std::chrono_literals;
     const auto deadline = std::chrono::steady_clock::now() + 60s;

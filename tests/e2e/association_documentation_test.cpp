@@ -1,0 +1,241 @@
+// docs/associations.md against the switch: its diagram and tables are what a client is answered, made anew
+// here and compared. To bring the document up to date run this suite with KESTO_UPDATE_DOCUMENTS=1.
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "tests/e2e/traversal.h"
+
+namespace e2e {
+namespace {
+
+const std::string DOCUMENT = PROJECT_FOLDER "/docs/associations.md";
+const std::string BEGIN = "<!-- made by tests/e2e: begin -->\n";
+const std::string END = "<!-- made by tests/e2e: end -->\n";
+
+std::string file_text(const std::string& name) {
+    std::ifstream file(name);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+// The classes of the registration, by whether they are associations.
+Names registered(bool associations) {
+    Names names;
+    std::istringstream lines(file_text(PROJECT_FOLDER "/packaging/classes.txt"));
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t blank = line.find(' ');
+        if (line.starts_with("#") || blank == std::string::npos) continue;
+        if (line.ends_with(" association") == associations) names.push_back(line.substr(0, blank));
+    }
+    return names;
+}
+
+// The names that single operations listen to, beside those of the association classes.
+const Names OTHER_ASSOCIATION_NAMES = {"KESTO_FCIPTCPEnpoint", "KESTO_EthernetPortStatistics",
+                                       "KESTO_TCPEndPointStatistics", "CIM_HostedAccessPoint"};
+
+Names association_names() {
+    Names names = registered(true);
+    names.insert(names.end(), OTHER_ASSOCIATION_NAMES.begin(), OTHER_ASSOCIATION_NAMES.end());
+    return names;
+}
+
+Names source_classes() {
+    Names names = registered(false);
+    std::erase(names, "KESTO_RemoteIPPort"); // has no objects
+    names.insert(names.end(), {"KESTO_EthernetPort", "KESTO_LogicalComputerSystem"});
+    return names;
+}
+
+// One spelling for each class, whatever the place that its objects came from.
+std::string usual_spelling(const std::string& className) {
+    static const std::map<std::string, std::string> spellings = [] {
+        std::map<std::string, std::string> byLowerCase;
+        for (const Names& names : {registered(false), registered(true), source_classes()}) {
+            for (const std::string& name : names)
+                byLowerCase[lower_case(name)] = name;
+        }
+        return byLowerCase;
+    }();
+    const auto found = spellings.find(lower_case(className));
+    return found == spellings.end() ? className : found->second;
+}
+
+std::string joined(const Names& names, const std::string& separator) {
+    std::string text;
+    for (const std::string& name : names)
+        text += (text.empty() ? "" : separator) + name;
+    return text;
+}
+
+// What one object is answered about one association class.
+struct Answer {
+    Names associatorNames;
+    Names associators;
+    Names referenceNames;
+    Names references;
+
+    bool operator==(const Answer&) const = default;
+    bool empty() const { return *this == Answer{}; }
+};
+
+struct Row {
+    std::string source;
+    std::string association;
+    Answer answer;
+};
+
+class AssociationDocumentation : public Traversal {
+  protected:
+    Answer ask(const CimPath& object, const std::string& association) const {
+        const Filter through = {association, "", "", ""};
+        const Filter named = {"", association, "", ""};
+        Answer answer = {classes_of(client().associator_names(object, through)),
+                         classes_of(client().associators(object, through)),
+                         classes_of(client().reference_names(object, named)),
+                         classes_of(client().references(object, named))};
+        for (Names* names :
+             {&answer.associatorNames, &answer.associators, &answer.referenceNames, &answer.references}) {
+            std::transform(names->begin(), names->end(), names->begin(), usual_spelling);
+        }
+        return answer;
+    }
+
+    std::vector<Row> rows() const {
+        std::vector<Row> rows;
+        for (const std::string& name : source_classes()) {
+            const CimPath object = source(name);
+            // One operation answers every class that it does not know: that is one row, not thirty.
+            const Answer unknown = ask(object, "KESTO_NoSuchAssociation");
+            for (const std::string& association : association_names()) {
+                const Answer answer = ask(object, association);
+                if (answer != unknown) rows.push_back({name, association, answer});
+            }
+            if (!unknown.empty()) rows.push_back({name, "any other", unknown});
+        }
+        return rows;
+    }
+
+    // An arrow for every association that leads from one class to another; one with two heads when it leads
+    // back as well.
+    static std::string diagram(const std::vector<Row>& rows) {
+        std::set<std::vector<std::string>> ways; // from, to, label
+        for (const Row& row : rows) {
+            if (row.association == "any other") continue;
+            const Answer& answer = row.answer;
+            std::set<std::string> far(answer.associatorNames.begin(), answer.associatorNames.end());
+            far.insert(answer.associators.begin(), answer.associators.end());
+            for (const std::string& to : far) {
+                const auto in = [&](const Names& names) {
+                    return std::count(names.begin(), names.end(), to) > 0;
+                };
+                const std::string only = !in(answer.associators)       ? " (names only)"
+                                         : !in(answer.associatorNames) ? " (instances only)"
+                                                                       : "";
+                ways.insert({row.source, to, row.association + only});
+            }
+        }
+        const auto node = [](const std::string& name) { return name.substr(name.find('_') + 1); };
+        std::string text = "```mermaid\nflowchart LR\n";
+        for (const std::vector<std::string>& way : ways) {
+            const bool leadsBack = ways.contains({way[1], way[0], way[2]});
+            if (leadsBack && way[1] < way[0]) continue; // drawn from its other end
+            text += "    " + node(way[0]) + (leadsBack ? " <-->" : " -->") + "|\"" + node(way[2]) + "\"| " +
+                    node(way[1]) + "\n";
+        }
+        return text + "```\n";
+    }
+
+    static std::string traversal_table(const std::vector<Row>& rows) {
+        std::string text =
+            "| Source class | Association class | AssociatorNames | Associators | References |\n"
+            "|---|---|---|---|---|\n";
+        const auto cell = [](const Names& names) { return names.empty() ? "–" : joined(names, ", "); };
+        for (const Row& row : rows) {
+            const Answer& answer = row.answer;
+            std::string references = "–";
+            if (!answer.references.empty()) references = "yes";
+            if (!answer.references.empty() && answer.referenceNames.empty()) references = "without names";
+            if (answer.references != Names{row.association} && !answer.references.empty()) {
+                references += ", of class " + joined(answer.references, ", ");
+            }
+            text += "| " + row.source + " | " + row.association + " | " + cell(answer.associatorNames) +
+                    " | " + cell(answer.associators) + " | " + references + " |\n";
+        }
+        return text;
+    }
+
+    // The two references of each association class, as the enumerations give them.
+    std::string ends_table() const {
+        std::string text =
+            "| Association class | Instances | Names, where they differ |\n"
+            "|---|---|---|\n";
+        for (const std::string& association : registered(true)) {
+            const std::vector<CimInstance> instances = client().enumerate(association);
+            const std::vector<CimPath> names = client().enumerate_names(association);
+            Names inInstances;
+            Names inNames;
+            if (!instances.empty()) {
+                for (const auto& [role, value] : instances.front().properties) {
+                    if (value.starts_with("{")) {
+                        inInstances.push_back(role + ": " +
+                                              usual_spelling(instances.front().reference(role).className));
+                    }
+                }
+            }
+            if (!names.empty()) {
+                for (const CimKey& key : names.front().keys) {
+                    if (key.reference.empty()) continue;
+                    inNames.push_back(key.name + ": " + usual_spelling(key.reference.front().className));
+                }
+            }
+            const std::string first = joined(inInstances, ", ");
+            const std::string second = joined(inNames, ", ");
+            text += "| " + association + " | " + (first.empty() ? "none" : first) + " | " +
+                    (first == second ? "" : second) + " |\n";
+        }
+        return text;
+    }
+};
+
+TEST_F(AssociationDocumentation, IsWhatTheSwitchAnswers) {
+    const std::vector<Row> all = rows();
+    const std::string made = "## Which class leads to which\n\n" + diagram(all) +
+                             "\n## What each operation answers\n\n" + traversal_table(all) +
+                             "\n## The ends of each association class\n\n" + ends_table();
+    const std::string document = file_text(DOCUMENT);
+    const std::size_t begin = document.find(BEGIN);
+    const std::size_t end = document.find(END);
+    ASSERT_NE(begin, std::string::npos);
+    ASSERT_NE(end, std::string::npos);
+    const std::size_t start = begin + BEGIN.size();
+    if (std::getenv("KESTO_UPDATE_DOCUMENTS") != nullptr) {
+        std::ofstream(DOCUMENT) << document.substr(0, start) << made << document.substr(end);
+        return;
+    }
+    EXPECT_EQ(document.substr(start, end - start), made);
+}
+
+// The rows of the traversal tables start with the association class that they listen to.
+TEST(AssociationDocumentationSources, AskForEveryAssociationClassOfTheTables) {
+    const Names asked = folded(association_names());
+    for (const char* file : {"associators.cpp", "references.cpp", "association_walkers.cpp"}) {
+        const std::string text = file_text(std::string(PROJECT_FOLDER "/assoc/") + file);
+        const std::regex row(R"row(\n    \{"(\w+)",)row");
+        std::size_t found = 0;
+        for (std::sregex_iterator match(text.begin(), text.end(), row), end; match != end; ++match, ++found) {
+            const std::string name = lower_case((*match)[1].str());
+            EXPECT_NE(std::find(asked.begin(), asked.end(), name), asked.end()) << name << " in " << file;
+        }
+        EXPECT_GT(found, 10u) << "the tables of " << file << " are not where they were";
+    }
+}
+
+} // namespace
+} // namespace e2e
