@@ -9,7 +9,7 @@ bool Call::reads_arguments() const {
 
 void Call::enter(CallerLock lock, const std::string& arguments) {
     Runtime& emulated = runtime();
-    ++emulated.callCounts[symbol_];
+    emulated.count_call(symbol_);
     if (emulated.recording)
         emulated.callLog.push_back(arguments.empty() ? symbol_ : symbol_ + (" " + arguments));
     if (lock == CallerLock::needed) require(lock_held(), "called without the lock");

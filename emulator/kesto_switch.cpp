@@ -2,17 +2,35 @@
 #include <CLI/CLI.hpp>
 #include <cstdlib>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "emulator/control.h"
 #include "emulator/generator.h"
+
+namespace {
+
+// Tells whether a scenario can be loaded, and why it cannot.
+bool is_good(const std::string& file) {
+    try {
+        emulator::load_file(file);
+        std::cout << file << ": good\n";
+        return true;
+    } catch (const emulator::ScenarioError& error) {
+        std::cerr << error.what() << '\n';
+        return false;
+    }
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     CLI::App app("Checks and makes scenarios of the emulated switch (the files that KESTO_SWITCH names).");
     app.require_subcommand(1);
 
-    std::string file;
-    CLI::App* check = app.add_subcommand("check", "Read a scenario and say what is wrong with it");
-    check->add_option("FILE", file, "The scenario")->required();
+    std::vector<std::string> files;
+    CLI::App* check = app.add_subcommand("check", "Read scenarios and say what is wrong with each");
+    check->add_option("FILE", files, "The scenarios")->required();
 
     std::uint32_t tunnels = 0;
     std::uint32_t seed = 1;
@@ -27,18 +45,10 @@ int main(int argc, char** argv) {
 
     unsetenv("KESTO_SWITCH"); // only the scenario of the command line counts here
 
-    try {
-        if (check->parsed()) {
-            emulator::load_file(file);
-            std::cout << file << ": good\n";
-        } else if (generate->parsed()) {
-            std::cout << emulator::generate_scenario(tunnels, seed);
-        } else if (builtin->parsed()) {
-            std::cout << emulator::builtin_text();
-        }
-    } catch (const emulator::ScenarioError& error) {
-        std::cerr << error.what() << '\n';
-        return 1;
-    }
-    return std::cout.flush() ? 0 : 1;
+    int bad = 0;
+    for (const std::string& file : files)
+        bad += is_good(file) ? 0 : 1;
+    if (generate->parsed()) std::cout << emulator::generate_scenario(tunnels, seed);
+    if (builtin->parsed()) std::cout << emulator::builtin_text();
+    return bad == 0 && std::cout.flush() ? 0 : 1;
 }

@@ -119,6 +119,14 @@ void Runtime::load(SwitchState loaded) {
     mts_q = QUEUE_HANDLE;
 }
 
+void Runtime::count_call(const char* symbol) {
+    const auto found = callCounts.find(symbol); // without making a string of every symbol that is called
+    if (found != callCounts.end())
+        ++found->second;
+    else
+        callCounts.emplace(symbol, 1);
+}
+
 void Runtime::misuse(const std::string& what) {
     ++misuses;
     if (misuseTexts.size() < LONGEST_MISUSE_REPORT) misuseTexts.push_back(what);

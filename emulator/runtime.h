@@ -71,6 +71,7 @@ class Runtime {
     std::vector<std::string> misuseTexts;
 
     void load(SwitchState loaded); // replaces the switch
+    void count_call(const char* symbol);
     void misuse(const std::string& what);
     const char* keep(const std::string& text); // the same text at an address that stays valid
 
