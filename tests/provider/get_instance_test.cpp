@@ -406,9 +406,7 @@ void PrintTo(const AssociationRoute& route, std::ostream* out) {
 
 class AssociationRouteTest : public GetTest, public testing::WithParamInterface<AssociationRoute> {
   protected:
-    CMPIObjectPath* end(const char* className) {
-        return broker.path(NAMESPACE, className, {{"Name", "x"}});
-    }
+    CMPIObjectPath* end(const char* className) { return broker.path(NAMESPACE, className, {{"Name", "x"}}); }
 };
 
 TEST_P(AssociationRouteTest, TheReferencesComeBack) {
