@@ -98,8 +98,10 @@ TEST_P(Builder, TracesItsEntryAndExit) {
 TEST_P(Builder, ReturnsNullWithoutAnObjectPath) {
     for (const Failure how : {Failure::null, Failure::without_handle}) {
         broker.fail_nth(Make::object_path, 1, how);
+        broker.clear_calls();
         EXPECT_EQ(build().kind(), Object::null);
         EXPECT_TRUE(broker.fault_hit());
+        EXPECT_EQ(broker.calls().size(), 1u) << "nothing but newObjectPath";
         EXPECT_EQ(trace.find(entry()), 0u) << trace;
         EXPECT_EQ(trace.ends_with(exiting(GetParam().function)), GetParam().exitTraceWithoutPath) << trace;
         broker.clear_faults();
@@ -118,8 +120,7 @@ TEST_P(Builder, ReturnsAnInstanceWithoutAHandleAsItIs) {
     const RecordedInstance instance = build();
     EXPECT_TRUE(broker.fault_hit());
     EXPECT_EQ(instance.kind(), Object::without_handle);
-    EXPECT_EQ(instance.sets(), Sets{});
-    EXPECT_TRUE(instance.filters().empty());
+    EXPECT_EQ(broker.calls().size(), 3u) << "newObjectPath, setHostname, newInstance";
     EXPECT_FALSE(trace.ends_with(exiting(GetParam().function))) << trace;
 }
 
@@ -195,12 +196,15 @@ TEST_P(Filler, ReturnsNullWithoutAnObjectPath) {
     EXPECT_EQ(trace, GetParam().traceWithoutPath);
 }
 
-TEST_P(Filler, AddsNoKeyToAPathWithoutAHandle) {
+TEST_P(Filler, ReturnsAPathWithoutAHandleAsItIs) {
     broker.fail_nth(Make::object_path, 1, Failure::without_handle);
     const RecordedPath path = fill();
     EXPECT_TRUE(broker.fault_hit());
-    EXPECT_NE(path.kind(), Object::valid);
+    EXPECT_EQ(path.kind(), Object::without_handle);
     EXPECT_EQ(path.keys(), Sets{});
+    if (GetParam().checksHandle) {
+        EXPECT_EQ(broker.calls().size(), 1u) << "nothing but newObjectPath";
+    }
 }
 
 TEST_P(ProfileFiller, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {

@@ -518,6 +518,7 @@ const std::vector<GoldenFiller>& golden_fillers() {
          .hostName = true,
          .trace = framed("fcip_settings_fill_reference", line_trace("fcip_settings_fill_reference")),
          .traceWithoutPath = framed("fcip_settings_fill_reference"),
+         .checksHandle = true,
          .needsProfile = true,
          .traceWithoutProfile = entering("fcip_settings_fill_reference")},
         {.function = "fcip_profile_fill_reference",
@@ -532,6 +533,7 @@ const std::vector<GoldenFiller>& golden_fillers() {
          .hostName = true,
          .trace = framed("ip_settings_fill_reference", "[^]+"),
          .traceWithoutPath = framed("ip_settings_fill_reference"),
+         .checksHandle = true,
          .needsProfile = true,
          .traceWithoutProfile = entering("ip_settings_fill_reference")},
         {.function = "tcp_settings_fill_reference",
@@ -541,6 +543,7 @@ const std::vector<GoldenFiller>& golden_fillers() {
          .hostName = true,
          .trace = framed("tcp_settings_fill_reference", "[^]+"),
          .traceWithoutPath = framed("tcp_settings_fill_reference"),
+         .checksHandle = true,
          .needsProfile = true,
          .traceWithoutProfile = entering("tcp_settings_fill_reference")},
         {.function = "fcip_remote_pe_fill_reference",
@@ -576,7 +579,8 @@ const std::vector<GoldenFiller>& golden_fillers() {
          .keys = LAN_ENDPOINT_KEYS,
          .hostName = true,
          .trace = framed("lan_endpoint_fill_reference"),
-         .traceWithoutPath = framed("lan_endpoint_fill_reference")},
+         .traceWithoutPath = framed("lan_endpoint_fill_reference"),
+         .checksHandle = true},
         {.function = "stat_fill_reference",
          .className = "KESTO_IPEndPointStatistics",
          .fill = of_link(stat_fill_reference),
@@ -590,7 +594,8 @@ const std::vector<GoldenFiller>& golden_fillers() {
          .keys = ETHERNET_STATISTICS_KEYS,
          .hostName = true,
          .trace = framed("eth_statistics_fill_reference"),
-         .traceWithoutPath = framed("eth_statistics_fill_reference")},
+         .traceWithoutPath = framed("eth_statistics_fill_reference"),
+         .checksHandle = true},
     };
     return fillers;
 }
