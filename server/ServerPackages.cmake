@@ -7,6 +7,7 @@
 # ones. The headers are the same, so the run-time packages are enough; the libraries are then found by the name
 # that they are loaded by.
 set(THREADS_PREFER_PTHREAD_FLAG ON)
+set(CMAKE_FIND_PACKAGE_TARGETS_GLOBAL ON) # the tests link what the server links
 find_package(Threads REQUIRED)
 find_package(CLI11 REQUIRED)
 

@@ -19,7 +19,8 @@ std::string quoted(std::string_view text) {
     return result + '"';
 }
 
-// A value as people write it in object paths and instance listings.
+// A value as people write it in object paths and instance listings. References are put in parentheses: quoting
+// them would double the quotes' escapes at every level of nesting.
 std::string displayText(const Value& value) {
     if (value.isNull()) return "NULL";
     if (const auto* elements = value.asArray()) {
@@ -30,7 +31,7 @@ std::string displayText(const Value& value) {
         }
         return result + "}";
     }
-    if (const ObjectPath* path = value.asReference()) return quoted(path->toString());
+    if (const ObjectPath* path = value.asReference()) return "(" + path->toString() + ")";
     if (const Instance* instance = value.asInstance()) return instance->toString();
     return value.asText() ? quoted(*value.asText()) : scalarText(value);
 }
@@ -65,17 +66,9 @@ bool sameNameSpace(std::string_view a, std::string_view b) {
     return sameName(bare(a), bare(b));
 }
 
-// "switch1" and "switch1.example.com:5988" are one host.
-std::string_view firstLabel(std::string_view host) {
-    return host.substr(0, host.find_first_of(".:"));
-}
-
-bool sameWhere(const ObjectPath& a, const ObjectPath& b) {
-    const auto agree = [](std::string_view x, std::string_view y, auto same) {
-        return x.empty() || y.empty() || same(x, y);
-    };
-    return sameName(a.className, b.className) && agree(a.nameSpace, b.nameSpace, sameNameSpace) &&
-           agree(firstLabel(a.host), firstLabel(b.host), sameName);
+bool sameClassAndNameSpace(const ObjectPath& a, const ObjectPath& b) {
+    return sameName(a.className, b.className) &&
+           (a.nameSpace.empty() || b.nameSpace.empty() || sameNameSpace(a.nameSpace, b.nameSpace));
 }
 
 } // namespace
@@ -220,7 +213,7 @@ bool sameProperties(const NamedValues& a, const NamedValues& b) {
 }
 
 bool mayBeSameObject(const ObjectPath& a, const ObjectPath& b) {
-    if (!sameWhere(a, b)) return false;
+    if (!sameClassAndNameSpace(a, b)) return false;
     if (a.keys.empty() && b.keys.empty()) return true;
     bool common = false;
     for (const NamedValue& key : a.keys.all()) {
@@ -233,7 +226,7 @@ bool mayBeSameObject(const ObjectPath& a, const ObjectPath& b) {
 }
 
 bool isSamePath(const ObjectPath& a, const ObjectPath& b) {
-    return sameWhere(a, b) && sameProperties(a.keys, b.keys);
+    return sameClassAndNameSpace(a, b) && sameProperties(a.keys, b.keys);
 }
 
 } // namespace cimserver

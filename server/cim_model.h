@@ -85,7 +85,7 @@ struct ObjectPath {
     std::string className;
     NamedValues keys;
 
-    std::string toString() const; // //host/namespace:Class.Key="value",...
+    std::string toString() const; // //host/namespace:Class.Key="value",Ref=(...)
 };
 
 // The properties that a request wants of an instance.
@@ -116,9 +116,9 @@ std::string realText(double value, CMPIType type);
 bool sameValue(const Value& a, const Value& b);
 bool sameProperties(const NamedValues& a, const NamedValues& b);
 
-// The two paths may name the same object. Clients and providers leave out what goes without saying, so host
-// and namespace count only where both paths have them, and so do keys, of which at least one must be common
-// (or neither path has any). Names compare without case; of host names only the first label counts.
+// The two paths may name the same object. Clients and providers leave out what goes without saying, so the
+// namespace counts only where both paths have it, and so do keys, of which at least one must be common (or
+// neither path has any). The host never counts: one machine has many names, and all objects here are its own.
 bool mayBeSameObject(const ObjectPath& a, const ObjectPath& b);
 
 // The two paths name the same object and carry the same keys: what makes a result a duplicate of another.

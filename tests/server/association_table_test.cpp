@@ -1,0 +1,48 @@
+#include "server/association_table.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+using cimserver::AssociationTable;
+using cimserver::AssociationTableError;
+
+AssociationTable read(const std::string& text) {
+    std::istringstream stream(text);
+    return AssociationTable::read(stream, "table");
+}
+
+TEST(AssociationTable, TellsTheAssociationsOfASource) {
+    const AssociationTable table =
+        read("# comment\n\nA_First: A_Thing A_Other\n  A_Second :A_Other\nA_Any\n");
+    EXPECT_EQ(table.from("a_thing"), (std::vector<std::string>{"A_First", "A_Any"}));
+    EXPECT_EQ(table.from("A_Other"), (std::vector<std::string>{"A_First", "A_Second", "A_Any"}));
+    EXPECT_EQ(table.from("A_Else"), std::vector<std::string>{"A_Any"});
+}
+
+TEST(AssociationTable, RefusesWhatIsNoTableAndSaysWhere) {
+    for (const char* wrong :
+         {"A_First:", ": A_Thing", "A First", "A_First: A-Thing", "A_First: A_Thing: A_Other"}) {
+        try {
+            read(std::string("A_Good\n") + wrong + "\n");
+            FAIL() << wrong;
+        } catch (const AssociationTableError& error) {
+            EXPECT_TRUE(std::string(error.what()).starts_with("table:2: ")) << error.what();
+        }
+    }
+}
+
+TEST(AssociationTable, ComesWithTheTableOfTheFcipProviderOnly) {
+    EXPECT_TRUE(AssociationTable::builtIn("AnotherProvider").empty());
+    const AssociationTable table = AssociationTable::builtIn("FCIPProvider");
+    EXPECT_EQ(table.rows().size(), 21U);
+    EXPECT_EQ(table.from("KESTO_FCIPSettings"), std::vector<std::string>{"KESTO_FCIPElementSettingData"});
+    EXPECT_EQ(table.from("kesto_lanendpoint"),
+              (std::vector<std::string>{"KESTO_IPEthernetEndpoint", "KESTO_EthernetPortProtocolEndpoint",
+                                        "CIM_HostedAccessPoint"}));
+    EXPECT_TRUE(table.from("KESTO_LogicalComputerSystem").empty());
+}
+
+} // namespace

@@ -1,0 +1,171 @@
+// Traversal of associations: what the provider leaves to the server.
+#include "tests/server/probe_service.h"
+
+namespace {
+
+class Associations : public ProbeService {
+  protected:
+    Response traverse(const std::string& method, const std::string& source,
+                      const std::string& filter = "") const {
+        return ask(method, parameter("ObjectName", source) + filter);
+    }
+    // The far ends as class and key value.
+    std::vector<std::string> farEnds(const std::string& source, const std::string& filter = "") const {
+        const Response response = traverse("AssociatorNames", source, filter);
+        EXPECT_EQ(response.errorCode(), 0);
+        std::vector<std::string> ends;
+        const auto classes = response.texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/@CLASSNAME");
+        const auto keys = response.texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/KEYBINDING/KEYVALUE");
+        for (std::size_t i = 0; i < classes.size(); ++i) {
+            ends.push_back(classes[i] + " " + keys.at(i));
+        }
+        return ends;
+    }
+};
+
+using List = std::vector<std::string>;
+
+std::string association(const std::string& name) {
+    return parameter("AssocClass", className(name));
+}
+std::string resultClass(const std::string& name) {
+    return parameter("ResultClass", className(name));
+}
+std::string role(const std::string& name) {
+    return parameter("Role", value(name));
+}
+std::string resultRole(const std::string& name) {
+    return parameter("ResultRole", value(name));
+}
+std::string piece() {
+    return instanceName("Probe_Piece", key("InstanceID", "p"));
+}
+
+TEST_F(Associations, ANamedClassIsAskedForAsItIs) {
+    EXPECT_EQ(farEnds(thingName("one"), association("probe_LINK")), List{"Probe_Thing two"});
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Unheard")), List{"Probe_Junk Probe_Unheard"});
+}
+
+TEST_F(Associations, WithoutAClassEveryClassOfTheSourceIsAskedForAndMerged) {
+    // Probe_Link and Probe_Twin lead to the same thing, differently spelled; junk classes are not asked for.
+    EXPECT_EQ(farEnds(thingName("one")), (List{"Probe_Thing two", "Probe_Piece p"}));
+    EXPECT_EQ(farEnds(thingName("two")), List{"Probe_Thing one"});
+    EXPECT_EQ(farEnds(piece()), List{"Probe_Thing one"});
+}
+
+TEST_F(Associations, InstancesAreMergedByTheirNames) {
+    const Response response = traverse("Associators", thingName("one"));
+    EXPECT_EQ(response.texts("//VALUE.OBJECTWITHPATH/INSTANCE/@CLASSNAME"),
+              (List{"Probe_Thing", "Probe_Piece"}));
+    EXPECT_EQ(response.count("//VALUE.OBJECTWITHPATH/INSTANCEPATH"), 2U);
+    EXPECT_EQ(response.property("Colour"), "green");
+}
+
+TEST_F(Associations, ReferencesOfEveryClassAreMerged) {
+    EXPECT_EQ(traverse("ReferenceNames", thingName("one"))
+                  .texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/@CLASSNAME"),
+              (List{"Probe_Link", "Probe_Twin"}));
+    EXPECT_EQ(traverse("References", thingName("one")).texts("//VALUE.OBJECTWITHPATH/INSTANCE/@CLASSNAME"),
+              (List{"Probe_Link", "Probe_Twin"}));
+}
+
+TEST_F(Associations, ReferencesOfANamedClass) {
+    const Response names = traverse("ReferenceNames", thingName("one"), resultClass("Probe_Link"));
+    EXPECT_EQ(names.texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/@CLASSNAME"), List{"Probe_Link"});
+    EXPECT_EQ(names.texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/KEYBINDING/@NAME"),
+              (List{"Left", "Right"}));
+    const Response instances = traverse("References", thingName("one"), resultClass("Probe_Link"));
+    EXPECT_EQ(instances.texts("//INSTANCE/PROPERTY.REFERENCE/@NAME"), (List{"Left", "Right"}));
+}
+
+TEST_F(Associations, PathsTellHostAndNamespace) {
+    const Response response = traverse("AssociatorNames", thingName("one"), association("Probe_Link"));
+    EXPECT_EQ(response.text("//OBJECTPATH/INSTANCEPATH/NAMESPACEPATH/HOST"), "testhost");
+    EXPECT_EQ(response.texts("//OBJECTPATH/INSTANCEPATH/NAMESPACEPATH/LOCALNAMESPACEPATH/NAMESPACE/@NAME"),
+              (List{"root", "cimv2"}));
+}
+
+TEST_F(Associations, ResultClassLetsItsOwnObjectsPass) {
+    EXPECT_EQ(farEnds(thingName("one"), resultClass("PROBE_piece")), List{"Probe_Piece p"});
+    EXPECT_EQ(farEnds(thingName("one"), resultClass("Probe_Link")), List{});
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + resultClass("Probe_Piece")), List{});
+}
+
+TEST_F(Associations, RoleIsTheSourcesRole) {
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("left")), List{"Probe_Thing two"});
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("Right")), List{});
+    EXPECT_EQ(farEnds(thingName("two"), association("Probe_Link") + role("Right")), List{"Probe_Thing one"});
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("Middle")), List{});
+}
+
+TEST_F(Associations, ResultRoleIsTheFarEndsRole) {
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + resultRole("Right")),
+              List{"Probe_Thing two"});
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + resultRole("Left")), List{});
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("Left") + resultRole("Right")),
+              List{"Probe_Thing two"});
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("Left") + resultRole("Left")),
+              List{});
+}
+
+TEST_F(Associations, RolesApplyToEachClassOfATraversalWithoutOne) {
+    EXPECT_EQ(farEnds(thingName("one"), role("Left")), List{"Probe_Thing two"});
+    EXPECT_EQ(farEnds(thingName("one"), role("Whole")), List{"Probe_Piece p"});
+}
+
+TEST_F(Associations, TheFarEndsReferencesTellTheRolesWhereTheSourcesDoNot) {
+    EXPECT_EQ(traverse("ReferenceNames", thingName("one"), resultClass("Probe_Part")).count("//OBJECTPATH"),
+              0U);
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Part") + role("Whole") + resultRole("Piece")),
+              List{"Probe_Piece p"});
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Part") + role("Piece")), List{});
+}
+
+TEST_F(Associations, ObjectsWhoseRoleNothingTellsDoNotPass) {
+    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Unheard") + role("Left")), List{});
+}
+
+TEST_F(Associations, RolesApplyToInstancesToo) {
+    const std::string left = association("Probe_Link") + role("Left");
+    EXPECT_EQ(traverse("Associators", thingName("one"), left).count("//INSTANCE"), 1U);
+    EXPECT_EQ(traverse("Associators", thingName("two"), left).count("//INSTANCE"), 0U);
+}
+
+TEST_F(Associations, RoleSelectsReferences) {
+    EXPECT_EQ(traverse("ReferenceNames", thingName("one"), role("Left")).count("//OBJECTPATH"), 2U);
+    EXPECT_EQ(traverse("ReferenceNames", thingName("one"), role("Right")).count("//OBJECTPATH"), 0U);
+    EXPECT_EQ(traverse("References", thingName("two"), role("Right")).count("//VALUE.OBJECTWITHPATH"), 2U);
+}
+
+TEST_F(Associations, AnErrorReplacesWhatWasFound) {
+    const Response response = traverse("AssociatorNames", thingName("one"), association("Probe_Failing"));
+    EXPECT_EQ(response.errorCode(), 1);
+    EXPECT_EQ(response.errorDescription(), "no way");
+}
+
+TEST_F(Associations, PropertyListsLimitInstances) {
+    const Response response =
+        traverse("Associators", thingName("one"),
+                 association("Probe_Link") + parameter("PropertyList", valueArray({"Colour"})));
+    EXPECT_EQ(response.texts("//INSTANCE/PROPERTY/@NAME"), List{"Colour"});
+}
+
+TEST_F(Associations, AProviderWithoutAssociationsDoesNotSupportThem) {
+    const cimserver::Provider instancesOnly(PROBE_PROVIDER, "InstancesOnly", broker_);
+    const cimserver::ProviderCalls calls(instancesOnly);
+    const cimserver::Operations operations(calls, {});
+    const cimserver::CimXmlService service(operations, {{"root/cimv2"}, "testhost", {}});
+    const auto reply = service.answer(
+        post(imethodCall("AssociatorNames", parameter("ObjectName", thingName("one"))), "AssociatorNames"));
+    EXPECT_EQ(Response(reply.body).errorCode(), 7);
+}
+
+TEST_F(Associations, WithoutATableTheProviderIsAskedOnceWithoutAClass) {
+    const cimserver::Operations operations(calls_, {});
+    const cimserver::CimXmlService service(operations, {{"root/cimv2"}, "testhost", {}});
+    const auto reply = service.answer(
+        post(imethodCall("AssociatorNames", parameter("ObjectName", thingName("one"))), "AssociatorNames"));
+    EXPECT_EQ(Response(reply.body).count("//IRETURNVALUE/*"), 0U);
+}
+
+} // namespace

@@ -1,0 +1,36 @@
+// A broker outside of any server, and a request's pool to make objects in.
+#ifndef KESTO_TESTS_SERVER_BROKER_FIXTURE_H
+#define KESTO_TESTS_SERVER_BROKER_FIXTURE_H
+
+#include <cmpimacs.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+
+#include "server/cmpi_broker.h"
+#include "server/cmpi_memory.h"
+
+class BrokerFixture : public testing::Test {
+  protected:
+    static const CMPIValue* chars(const char* text) { return reinterpret_cast<const CMPIValue*>(text); }
+    template <typename Object>
+    static Object* minusOne() {
+        return reinterpret_cast<Object*>(static_cast<std::intptr_t>(-1));
+    }
+    CMPIObjectPath* path(const char* className = "A_Class") {
+        return CMNewObjectPath(face, "root/test", className, nullptr);
+    }
+    CMPIInstance* instance() { return CMNewInstance(face, path(), nullptr); }
+    static std::string text(const CMPIString* string) { return CMGetCharPtr(string); }
+    static std::string propertyText(const CMPIInstance* of, const char* name) {
+        return text(CMGetProperty(of, name, nullptr).value.string);
+    }
+
+    std::vector<std::string> logged;
+    cimserver::Broker broker{[this](const std::string& line) { logged.push_back(line); }};
+    const CMPIBroker* face = broker.face();
+    cimserver::RequestScope request;
+    CMPIStatus rc{};
+};
+
+#endif

@@ -1,0 +1,189 @@
+// Who owns what a provider makes, and what happens to what it gives back.
+#include <cstring>
+
+#include "server/cmpi_objects.h"
+#include "server/result_sink.h"
+#include "tests/server/broker_fixture.h"
+
+namespace {
+
+using namespace cimserver;
+
+class Memory : public BrokerFixture {};
+
+template <typename Object>
+void expectClonesOutliveTheRequest(Object* (*make)(const CMPIBroker*)) {
+    const Broker broker([](const std::string&) {});
+    Object* clone = nullptr;
+    {
+        const RequestScope scope;
+        CMPIStatus rc{CMPI_RC_ERR_FAILED, nullptr};
+        clone = CMClone(make(broker.face()), &rc);
+        EXPECT_EQ(rc.rc, CMPI_RC_OK);
+    }
+    const RequestScope scope;
+    ASSERT_NE(clone, nullptr);
+    EXPECT_NE(clone->hdl, nullptr);
+    EXPECT_NE(CDToString(broker.face(), clone, nullptr), nullptr);
+    EXPECT_EQ(CMRelease(clone).rc, CMPI_RC_OK);
+}
+
+TEST_F(Memory, ClonesOutliveTheRequest) {
+    expectClonesOutliveTheRequest<CMPIString>([](auto* b) { return CMNewString(b, "s", nullptr); });
+    expectClonesOutliveTheRequest<CMPIObjectPath>(
+        [](auto* b) { return CMNewObjectPath(b, "n", "c", nullptr); });
+    expectClonesOutliveTheRequest<CMPIInstance>(
+        [](auto* b) { return CMNewInstance(b, CMNewObjectPath(b, "n", "c", nullptr), nullptr); });
+    expectClonesOutliveTheRequest<CMPIArray>([](auto* b) { return CMNewArray(b, 1, CMPI_string, nullptr); });
+    expectClonesOutliveTheRequest<CMPIDateTime>([](auto* b) { return CMNewDateTime(b, nullptr); });
+    expectClonesOutliveTheRequest<CMPIArgs>([](auto* b) { return CMNewArgs(b, nullptr); });
+    expectClonesOutliveTheRequest<CMPIEnumeration>([](auto*) { return makeEnumeration(CMPI_ref, {}); });
+    expectClonesOutliveTheRequest<CMPIContext>(
+        [](auto*) -> CMPIContext* { return makePooled<ContextObject>(ContextContent{}); });
+    expectClonesOutliveTheRequest<CMPIResult>(
+        [](auto*) -> CMPIResult* { return makePooled<ResultObject>(ResultContent{}); });
+    expectClonesOutliveTheRequest<CMPIError>([](auto* b) {
+        return b->eft->newCMPIError(b, "", "", "", ErrorSevLow, ErrorProbCauseOther, CMPI_RC_OK, nullptr);
+    });
+    expectClonesOutliveTheRequest<CMPIPropertyList>(
+        [](auto* b) { return b->eft->newPropertyList(b, nullptr, nullptr); });
+}
+
+TEST_F(Memory, ClonesAreIndependent) {
+    CMPIInstance* made = instance();
+    CMSetProperty(made, "Colour", chars("red"), CMPI_chars);
+    CMPIInstance* clone = CMClone(made, nullptr);
+    CMSetProperty(made, "Colour", chars("blue"), CMPI_chars);
+    EXPECT_EQ(propertyText(clone, "Colour"), "red");
+    CMRelease(clone);
+}
+
+TEST_F(Memory, AReleasedObjectAnswersInvalidHandle) {
+    CMPIInstance* made = instance();
+    EXPECT_EQ(CMRelease(made).rc, CMPI_RC_OK);
+    EXPECT_TRUE(CMIsNullObject(made));
+    EXPECT_EQ(CMRelease(made).rc, CMPI_RC_ERR_INVALID_HANDLE);
+    EXPECT_EQ(CMSetProperty(made, "Colour", chars("red"), CMPI_chars).rc, CMPI_RC_ERR_INVALID_HANDLE);
+    CMGetPropertyCount(made, &rc);
+    EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
+    EXPECT_EQ(CMClone(made, &rc), nullptr);
+    EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
+}
+
+// Counts what arrives.
+class Counter : public ResultSink {
+  public:
+    void deliver(const Instance&) override { ++instances; }
+    void deliver(const ObjectPath&) override { ++paths; }
+    int instances = 0;
+    int paths = 0;
+};
+
+class Results : public BrokerFixture {
+  protected:
+    Results() : result(makePooled<ResultObject>(ResultContent{})) { result->content().sink = &arrived; }
+
+    Counter arrived;
+    ResultObject* result;
+};
+
+TEST_F(Results, WhatIsNoObjectIsIgnoredAndCounted) {
+    EXPECT_EQ(CMReturnInstance(result, nullptr).rc, CMPI_RC_OK);
+    EXPECT_EQ(CMReturnInstance(result, minusOne<CMPIInstance>()).rc, CMPI_RC_OK);
+    EXPECT_EQ(CMReturnObjectPath(result, nullptr).rc, CMPI_RC_OK);
+    EXPECT_EQ(CMReturnObjectPath(result, minusOne<CMPIObjectPath>()).rc, CMPI_RC_OK);
+    EXPECT_EQ(result->content().ignored, 4U);
+    EXPECT_EQ(arrived.instances + arrived.paths, 0);
+}
+
+TEST_F(Results, ObjectsLongHandedOverAreReleased) {
+    CMPIInstance* first = instance();
+    CMReturnInstance(result, first);
+    for (std::size_t i = 1; i < RequestPool::kKeptAfterHandOver; ++i) {
+        CMReturnInstance(result, instance());
+    }
+    EXPECT_FALSE(CMIsNullObject(first));
+    CMReturnInstance(result, instance());
+    EXPECT_TRUE(CMIsNullObject(first));
+    EXPECT_EQ(CMReturnInstance(result, first).rc,
+              CMPI_RC_OK); // and is ignored like any other that is no object
+    EXPECT_EQ(result->content().ignored, 1U);
+}
+
+TEST_F(Results, AnObjectInUseStaysWhole) {
+    CMPIInstance* reused = instance();
+    for (std::size_t i = 0; i < 3 * RequestPool::kKeptAfterHandOver; ++i) {
+        CMReturnInstance(result, reused);
+        CMReturnInstance(result, instance());
+    }
+    EXPECT_FALSE(CMIsNullObject(reused));
+    EXPECT_EQ(result->content().ignored, 0U);
+}
+
+TEST_F(Results, ClonesHandedOverStayTheirMakers) {
+    CMPIInstance* clone = CMClone(instance(), nullptr);
+    CMReturnInstance(result, clone);
+    for (std::size_t i = 0; i < 2 * RequestPool::kKeptAfterHandOver; ++i) {
+        CMReturnInstance(result, instance());
+    }
+    EXPECT_FALSE(CMIsNullObject(clone));
+    EXPECT_EQ(CMRelease(clone).rc, CMPI_RC_OK);
+}
+
+TEST_F(Results, DoneIsNotNeededAndDataIsNotSupported) {
+    CMPIValue value{};
+    EXPECT_EQ(CMReturnData(result, &value, CMPI_uint32).rc, CMPI_RC_ERR_NOT_SUPPORTED);
+    value.inst = instance();
+    EXPECT_EQ(CMReturnData(result, &value, CMPI_instance).rc, CMPI_RC_OK);
+    value.ref = path();
+    EXPECT_EQ(CMReturnData(result, &value, CMPI_ref).rc, CMPI_RC_OK);
+    EXPECT_EQ(arrived.instances, 1);
+    EXPECT_EQ(arrived.paths, 1);
+    EXPECT_EQ(CMReturnDone(result).rc, CMPI_RC_OK);
+    EXPECT_TRUE(result->content().done);
+}
+
+TEST_F(Memory, PlainMemoryIsClearedAndGrows) {
+    const CMPIBrokerMemFT* memory = face->mft;
+    auto* block = static_cast<char*>(memory->cmpiCalloc(face, 4, 4));
+    EXPECT_EQ(std::string(block, 16), std::string(16, '\0'));
+    std::memset(block, 'x', 16);
+    block = static_cast<char*>(memory->cmpiRealloc(face, block, 1000));
+    EXPECT_EQ(std::string(block, 16), std::string(16, 'x'));
+    memory->cmpiFree(face, block);
+    EXPECT_STREQ(memory->cmpiStrDup(face, "text"), "text");
+    EXPECT_NE(memory->cmpiMalloc(face, 0), nullptr);
+    memory->cmpiFree(face, nullptr);
+    EXPECT_EQ(memory->cmpiCalloc(face, SIZE_MAX, 2), nullptr);
+}
+
+TEST_F(Memory, AMarkFreesWhatCameAfterIt) {
+    const CMPIBrokerMemFT* memory = face->mft;
+    CMPIObjectPath* before = path();
+    const std::size_t size = RequestPool::current().size();
+    const CMPIGcStat* mark = memory->mark(face, &rc);
+    memory->cmpiMalloc(face, 10);
+    instance();
+    EXPECT_EQ(memory->release(face, mark).rc, CMPI_RC_OK);
+    EXPECT_EQ(RequestPool::current().size(), size);
+    EXPECT_EQ(text(CMGetClassName(before, nullptr)), "A_Class");
+}
+
+TEST_F(Memory, FreeingAnObjectIsReleasingIt) {
+    CMPIInstance* made = instance();
+    face->mft->freeInstance(face, made);
+    EXPECT_TRUE(CMIsNullObject(made));
+    face->mft->freeString(face, nullptr);
+}
+
+TEST_F(Memory, RequestsNest) {
+    const std::size_t outer = RequestPool::current().size();
+    {
+        const RequestScope inner;
+        path();
+        EXPECT_EQ(RequestPool::current().size(), 1U);
+    }
+    EXPECT_EQ(RequestPool::current().size(), outer);
+}
+
+} // namespace

@@ -1,0 +1,66 @@
+// No slot of any function table is empty: a provider may call whatever the interface has.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "server/cmpi_broker.h"
+#include "server/cmpi_objects.h"
+
+namespace {
+
+using namespace cimserver;
+
+// The tables are records of pointers behind a few numbers; `firstPointer` is where the pointers begin.
+template <typename Table>
+void expectNoEmptySlot(const Table* table, std::size_t firstPointer) {
+    ASSERT_NE(table, nullptr);
+    ASSERT_EQ((sizeof(Table) - firstPointer) % sizeof(void*), 0U);
+    for (std::size_t at = firstPointer; at < sizeof(Table); at += sizeof(void*)) {
+        const void* slot = nullptr;
+        std::memcpy(&slot, reinterpret_cast<const char*>(table) + at, sizeof slot);
+        EXPECT_NE(slot, nullptr) << "slot " << (at - firstPointer) / sizeof(void*);
+    }
+}
+
+class BrokerTables : public testing::Test {
+  protected:
+    Broker broker{[](const std::string&) {}};
+    const CMPIBroker* face = broker.face();
+};
+
+TEST_F(BrokerTables, CallsHaveNoEmptySlot) {
+    expectNoEmptySlot(face->bft, offsetof(CMPIBrokerFT, brokerName));
+}
+TEST_F(BrokerTables, ObjectsHaveNoEmptySlot) {
+    expectNoEmptySlot(face->eft, offsetof(CMPIBrokerEncFT, newInstance));
+}
+TEST_F(BrokerTables, ThreadsHaveNoEmptySlot) {
+    expectNoEmptySlot(face->xft, offsetof(CMPIBrokerExtFT, resolveFileName));
+}
+TEST_F(BrokerTables, MemoryHasNoEmptySlot) {
+    expectNoEmptySlot(face->mft, offsetof(CMPIBrokerMemFT, mark));
+}
+
+template <typename Face>
+class ObjectTables : public testing::Test {};
+
+using Faces = testing::Types<CMPIString, CMPIArray, CMPIDateTime, CMPIObjectPath, CMPIInstance, CMPIArgs,
+                             CMPIEnumeration, CMPIContext, CMPIResult, CMPIError, CMPIPropertyList>;
+TYPED_TEST_SUITE(ObjectTables, Faces);
+
+TYPED_TEST(ObjectTables, HaveNoEmptySlot) {
+    const auto* table = TableOf<TypeParam>::table();
+    expectNoEmptySlot(table, offsetof(std::remove_cvref_t<decltype(*table)>, release));
+    EXPECT_EQ(table->ftVersion, CMPICurrentVersion);
+}
+
+TEST_F(BrokerTables, TheBrokerTellsWhatItIs) {
+    EXPECT_EQ(face->bft->brokerVersion, CMPIVersion210);
+    EXPECT_STREQ(face->bft->brokerName, "kesto-cimserver");
+    constexpr unsigned kTraversal = CMPI_MB_AssociationTraversal;
+    constexpr unsigned kIndications = CMPI_MB_Indications ^ CMPI_MB_BasicRead;
+    EXPECT_EQ(face->bft->brokerCapabilities & kTraversal, kTraversal);
+    EXPECT_EQ(face->bft->brokerCapabilities & kIndications, 0U);
+}
+
+} // namespace

@@ -1,0 +1,111 @@
+#include "server/cim_model.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "server/cimxml_types.h"
+
+namespace {
+
+using namespace cimserver;
+
+ObjectPath path(const std::string& className, std::initializer_list<std::pair<const char*, Value>> keys = {},
+                const std::string& nameSpace = "") {
+    ObjectPath result{"", nameSpace, className, {}};
+    for (const auto& [name, value] : keys) {
+        result.keys.set(name, value);
+    }
+    return result;
+}
+
+Value text(const char* value) {
+    return Value::text(value);
+}
+
+TEST(ObjectPaths, MayBeOneObjectWhateverGoesWithoutSaying) {
+    const ObjectPath full = path("A_Class", {{"Name", text("n")}, {"SystemName", text("s")}}, "root/cimv2");
+    EXPECT_TRUE(mayBeSameObject(full, full));
+    EXPECT_TRUE(mayBeSameObject(full, path("a_CLASS", {{"NAME", text("n")}})));
+    EXPECT_TRUE(mayBeSameObject(full, path("A_Class", {{"Name", text("n")}}, "ROOT/cimv2/")));
+    EXPECT_FALSE(mayBeSameObject(full, path("A_Class", {{"Name", text("n")}}, "root/other")));
+    EXPECT_FALSE(mayBeSameObject(full, path("A_Class", {{"Name", text("N")}})));
+    EXPECT_FALSE(mayBeSameObject(full, path("B_Class", {{"Name", text("n")}})));
+    EXPECT_FALSE(mayBeSameObject(full, path("A_Class", {{"Other", text("n")}})));
+    EXPECT_FALSE(mayBeSameObject(full, path("A_Class")));
+    EXPECT_TRUE(mayBeSameObject(path("A_Class"), path("A_CLASS")));
+}
+
+TEST(ObjectPaths, HostsDoNotTellObjectsApart) {
+    ObjectPath here = path("A_Class", {{"Name", text("n")}});
+    ObjectPath there = here;
+    here.host = "127.0.0.1";
+    there.host = "switch1.example.net";
+    EXPECT_TRUE(mayBeSameObject(here, there));
+    EXPECT_TRUE(isSamePath(here, there));
+}
+
+TEST(ObjectPaths, AreTheSameWithTheSameKeysOnly) {
+    const ObjectPath full = path("A_Class", {{"Name", text("n")}, {"SystemName", text("s")}});
+    EXPECT_TRUE(isSamePath(full, path("a_class", {{"SYSTEMNAME", text("s")}, {"name", text("n")}})));
+    EXPECT_FALSE(isSamePath(full, path("A_Class", {{"Name", text("n")}})));
+}
+
+TEST(ObjectPaths, NumbersCompareByValueAndReferencesByWhatTheyName) {
+    const auto unsignedKey = path("A", {{"N", Value::integer(CMPI_uint16, std::uint64_t{5})}});
+    EXPECT_TRUE(isSamePath(unsignedKey, path("A", {{"N", Value::integer(CMPI_sint64, std::int64_t{5})}})));
+    EXPECT_FALSE(isSamePath(unsignedKey, path("A", {{"N", Value::integer(CMPI_sint64, std::int64_t{-5})}})));
+    EXPECT_FALSE(isSamePath(unsignedKey, path("A", {{"N", text("5")}})));
+    const auto link = path("L", {{"End", Value::reference(path("A", {{"N", text("1")}}, "root"))}});
+    EXPECT_TRUE(isSamePath(link, path("L", {{"End", Value::reference(path("a", {{"n", text("1")}}))}})));
+    EXPECT_FALSE(isSamePath(link, path("L", {{"End", Value::reference(path("A", {{"N", text("2")}}))}})));
+}
+
+TEST(ObjectPaths, ReadLikePeopleWriteThem) {
+    ObjectPath shown = path(
+        "A_Class",
+        {{"Name", text("a \"b\" \\c")}, {"Ref", Value::reference(path("B"))}, {"Flag", Value::boolean(true)}},
+        "root/cimv2");
+    shown.host = "h";
+    EXPECT_EQ(shown.toString(), R"(//h/root/cimv2:A_Class.Name="a \"b\" \\c",Ref=(B),Flag=TRUE)");
+}
+
+TEST(Reals, HaveAPointAndReadBackTheSame) {
+    EXPECT_EQ(realText(0, CMPI_real64), "0.0");
+    EXPECT_EQ(realText(-2.5, CMPI_real64), "-2.5");
+    EXPECT_EQ(realText(1e300, CMPI_real64), "1.0e+300");
+    EXPECT_EQ(realText(static_cast<double>(0.1F), CMPI_real32), "0.1");
+    EXPECT_EQ(realText(std::numeric_limits<double>::infinity(), CMPI_real64), "INF");
+    EXPECT_EQ(realText(-std::numeric_limits<double>::infinity(), CMPI_real64), "-INF");
+    EXPECT_EQ(realText(std::numeric_limits<double>::quiet_NaN(), CMPI_real64), "NaN");
+}
+
+TEST(Scalars, AreReadWithinTheRangeOfTheirType) {
+    EXPECT_TRUE(parseScalar("255", CMPI_uint8));
+    EXPECT_FALSE(parseScalar("256", CMPI_uint8));
+    EXPECT_FALSE(parseScalar("-1", CMPI_uint8));
+    EXPECT_TRUE(parseScalar("-128", CMPI_sint8));
+    EXPECT_FALSE(parseScalar("-129", CMPI_sint8));
+    EXPECT_FALSE(parseScalar("128", CMPI_sint8));
+    EXPECT_TRUE(parseScalar("18446744073709551615", CMPI_uint64));
+    EXPECT_FALSE(parseScalar("18446744073709551616", CMPI_uint64));
+    EXPECT_EQ(std::get<std::int64_t>(parseScalar("-9223372036854775808", CMPI_sint64)->content),
+              std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(std::get<std::uint64_t>(parseScalar("0xff", CMPI_uint16)->content), 255U);
+    for (const char* wrong : {"", "+", "-", "0x", "1 2", "--1", "1.0", "abc"}) {
+        EXPECT_FALSE(parseScalar(wrong, CMPI_sint32)) << wrong;
+    }
+}
+
+TEST(Scalars, OfOtherTypes) {
+    EXPECT_EQ(std::get<double>(parseScalar("+1.5", CMPI_real32)->content), 1.5);
+    EXPECT_FALSE(parseScalar("1.5x", CMPI_real64));
+    EXPECT_EQ(std::get<std::uint64_t>(parseScalar("\xE2\x82\xAC", CMPI_char16)->content), 0x20ACU);
+    EXPECT_FALSE(parseScalar("ab", CMPI_char16));
+    EXPECT_FALSE(parseScalar("\xF0\x9F\x92\xA1", CMPI_char16));
+    EXPECT_TRUE(parseScalar("20240229123456.000789+060", CMPI_dateTime));
+    EXPECT_FALSE(parseScalar("today", CMPI_dateTime));
+    EXPECT_FALSE(parseScalar("yes", CMPI_boolean));
+}
+
+} // namespace

@@ -1,0 +1,172 @@
+// The HTTP front with a handler of the test's own.
+#include "server/http_server.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+#include <thread>
+
+#include "tests/server/cimxml_request.h"
+#include "tests/server/http_client.h"
+
+namespace {
+
+using namespace cimserver;
+using namespace std::chrono_literals;
+
+HttpServer::Settings anyPort() {
+    HttpServer::Settings settings;
+    settings.port = 0;
+    return settings;
+}
+
+HttpReply echo(const HttpRequest& request) {
+    return {200, {{"X-Method", request.method}}, request.body};
+}
+
+TEST(HttpServer, HandsRequestsToItsHandler) {
+    const HttpServer server(anyPort(), echo);
+    const Received received = exchange(server.port(), post("<body/>", "Any"));
+    EXPECT_EQ(received.status, 200);
+    EXPECT_EQ(received.body, "<body/>");
+    EXPECT_EQ(received.headers.at("x-method"), "POST");
+}
+
+TEST(HttpServer, TellsWhereItListens) {
+    const HttpServer server(anyPort(), echo);
+    EXPECT_NE(server.port(), 0);
+    EXPECT_EQ(server.url(), "http://127.0.0.1:" + std::to_string(server.port()));
+}
+
+TEST(HttpServer, ListensOnLoopbackOnly) {
+    for (const char* address : {"0.0.0.0", "192.0.2.1", "::", "2001:db8::1", "example.net", ""}) {
+        HttpServer::Settings settings = anyPort();
+        settings.address = address;
+        EXPECT_THROW(HttpServer(settings, echo), HttpServerError) << address;
+    }
+    HttpServer::Settings settings = anyPort();
+    settings.address = "localhost";
+    EXPECT_NO_THROW(HttpServer(settings, echo));
+}
+
+TEST(HttpServer, SaysWhenThePortIsTaken) {
+    const HttpServer first(anyPort(), echo);
+    HttpServer::Settings settings;
+    settings.port = first.port();
+    EXPECT_THROW(HttpServer(settings, echo), HttpServerError);
+}
+
+TEST(HttpServer, RefusesBodiesThatAreTooLarge) {
+    HttpServer::Settings settings = anyPort();
+    settings.maxBody = 1000;
+    const HttpServer server(settings, echo);
+    EXPECT_EQ(exchange(server.port(), post(std::string(1000, 'x'), "Any")).status, 200);
+    EXPECT_EQ(exchange(server.port(), post(std::string(1001, 'x'), "Any")).status, 413);
+    EXPECT_EQ(exchange(server.port(), post(std::string(300000, 'x'), "Any")).status, 413);
+}
+
+TEST(HttpServer, RefusesChunkedBodiesThatAreTooLarge) {
+    HttpServer::Settings settings = anyPort();
+    settings.maxBody = 1000;
+    const HttpServer server(settings, echo);
+    Connection connection(server.port());
+    std::string text =
+        "POST / HTTP/1.1\r\nHost: h\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n\r\n";
+    for (int i = 0; i < 20; ++i) {
+        text += "64\r\n" + std::string(100, 'x') + "\r\n";
+    }
+    connection.send(text + "0\r\n\r\n");
+    EXPECT_EQ(parseHttp(connection.receiveAll()).status, 413);
+}
+
+TEST(HttpServer, TakesBodiesInChunks) {
+    const HttpServer server(anyPort(), echo);
+    Connection connection(server.port());
+    connection.send(
+        "POST / HTTP/1.1\r\nHost: h\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n\r\n"
+        "3\r\nabc\r\n2\r\nde\r\n0\r\n\r\n");
+    EXPECT_EQ(parseHttp(connection.receiveAll()).body, "abcde");
+}
+
+TEST(HttpServer, AnswersSeveralRequestsOnOneConnection) {
+    const HttpServer server(anyPort(), echo);
+    Connection connection(server.port());
+    connection.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 3\r\n\r\none");
+    connection.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 3\r\nConnection: close\r\n\r\ntwo");
+    const std::string received = connection.receiveAll();
+    EXPECT_NE(received.find("one"), std::string::npos);
+    EXPECT_NE(received.find("two"), std::string::npos);
+}
+
+TEST(HttpServer, ServesClientsAtTheSameTime) {
+    std::atomic<int> inside{0};
+    const HttpServer server(anyPort(), [&inside](const HttpRequest&) {
+        ++inside;
+        for (int i = 0; i < 500 && inside < 4; ++i)
+            std::this_thread::sleep_for(10ms);
+        return HttpReply{inside >= 4 ? 200U : 500U, {}, ""};
+    });
+    std::vector<std::future<Received>> clients;
+    for (int i = 0; i < 4; ++i) {
+        clients.push_back(
+            std::async(std::launch::async, [&] { return exchange(server.port(), post("", "Any")); }));
+    }
+    for (auto& client : clients)
+        EXPECT_EQ(client.get().status, 200);
+}
+
+TEST(HttpServer, DropsClientsThatSendNothing) {
+    HttpServer::Settings settings = anyPort();
+    settings.timeout = 1s;
+    const HttpServer server(settings, echo);
+    Connection silent(server.port());
+    silent.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 10\r\n\r\n");
+    const auto started = std::chrono::steady_clock::now();
+    EXPECT_EQ(parseHttp(silent.receiveAll()).status / 100, 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - started, 10s);
+}
+
+TEST(HttpServer, RefusesRequestsThatTrickleIn) {
+    HttpServer::Settings settings = anyPort();
+    settings.timeout = 1s;
+    const HttpServer server(settings, echo);
+    Connection slow(server.port());
+    slow.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 5\r\nConnection: close\r\n\r\n");
+    for (int i = 0; i < 5; ++i) {
+        std::this_thread::sleep_for(400ms); // never silent for long
+        slow.send("x");
+    }
+    EXPECT_EQ(parseHttp(slow.receiveAll()).status, 408);
+}
+
+TEST(HttpServer, LimitsTheConnections) {
+    HttpServer::Settings settings = anyPort();
+    settings.maxConnections = 2;
+    const HttpServer server(settings, echo);
+    Connection first(server.port());
+    Connection second(server.port());
+    // Both are in once they have been answered.
+    for (Connection* connection : {&first, &second}) {
+        connection->send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 0\r\n\r\n");
+    }
+    std::this_thread::sleep_for(300ms);
+    EXPECT_EQ(exchange(server.port(), post("", "Any")).status, 0);
+}
+
+TEST(HttpServer, FinishesRunningRequestsWhenItStops) {
+    std::promise<void> entered;
+    HttpServer server(anyPort(), [&entered](const HttpRequest&) {
+        entered.set_value();
+        std::this_thread::sleep_for(500ms);
+        return HttpReply{200, {}, "finished"};
+    });
+    const std::uint16_t port = server.port();
+    auto client = std::async(std::launch::async, [port] { return exchange(port, post("", "Any")); });
+    entered.get_future().wait();
+    server.stop(10s);
+    EXPECT_EQ(client.get().body, "finished");
+    EXPECT_FALSE(Connection(port).isOpen());
+}
+
+} // namespace

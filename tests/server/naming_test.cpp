@@ -1,0 +1,70 @@
+#include "server/naming.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace cimserver;
+
+Instance instance(std::initializer_list<const char*> properties) {
+    Instance result;
+    result.path.className = "A_Class";
+    for (const char* name : properties) {
+        result.set(name, Value::text(name));
+    }
+    return result;
+}
+
+std::vector<std::string> keysOf(const Instance& named) {
+    std::vector<std::string> keys;
+    const ObjectPath path = namedPath(named);
+    for (const NamedValue& key : path.keys.all()) {
+        keys.push_back(key.name);
+    }
+    return keys;
+}
+
+using List = std::vector<std::string>;
+
+TEST(Naming, KeysOfThePathAreEnough) {
+    Instance named = instance({"InstanceID"});
+    named.path.keys.set("Name", Value::text("n"));
+    EXPECT_EQ(keysOf(named), List{"Name"});
+}
+
+TEST(Naming, SystemAndNameTogether) {
+    EXPECT_EQ(
+        keysOf(instance({"Colour", "Name", "SystemName", "CreationClassName", "SystemCreationClassName"})),
+        (List{"SystemCreationClassName", "SystemName", "CreationClassName", "Name"}));
+}
+
+TEST(Naming, ADeviceIsNamedByItsIdAndNotByItsLabel) {
+    EXPECT_EQ(keysOf(instance({"SystemName", "DeviceID", "Name"})), (List{"SystemName", "DeviceID"}));
+}
+
+TEST(Naming, AnInstanceIdIsEnough) {
+    EXPECT_EQ(keysOf(instance({"SystemName", "InstanceID", "Name"})), List{"InstanceID"});
+}
+
+TEST(Naming, AnAssociationIsNamedByItsReferences) {
+    Instance link = instance({"InstanceID"});
+    link.set("Antecedent", Value::reference({"", "", "A", {}}));
+    link.set("IsDefault", Value::integer(CMPI_uint16, std::uint64_t{1}));
+    link.set("Dependent", Value::reference({"", "", "B", {}}));
+    EXPECT_EQ(keysOf(link), (List{"Antecedent", "Dependent"}));
+}
+
+TEST(Naming, PropertiesKeptBackByAFilterStillName) {
+    Instance filtered = instance({"InstanceID", "Colour"});
+    filtered.applyFilter(PropertyFilter{{"Colour"}, {}});
+    EXPECT_EQ(filtered.properties.size(), 1U);
+    EXPECT_EQ(keysOf(filtered), List{"InstanceID"});
+}
+
+TEST(Naming, NullsDoNotName) {
+    Instance nothing = instance({});
+    nothing.set("InstanceID", Value::null(CMPI_string));
+    EXPECT_EQ(keysOf(nothing), List{});
+}
+
+} // namespace

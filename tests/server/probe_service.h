@@ -1,0 +1,33 @@
+// The server without its HTTP front, serving the probe provider.
+#ifndef KESTO_TESTS_SERVER_PROBE_SERVICE_H
+#define KESTO_TESTS_SERVER_PROBE_SERVICE_H
+
+#include <gtest/gtest.h>
+
+#include "server/cimxml_service.h"
+#include "server/cmpi_broker.h"
+#include "tests/server/cimxml_request.h"
+
+class ProbeService : public testing::Test {
+  protected:
+    // The association classes that traversals without one cover; Probe_Denied leads nowhere.
+    ProbeService();
+
+    // Runs an operation with these parameters.
+    Response ask(const std::string& method, const std::string& parameters) const;
+    // The same for a class alone: EnumerateInstances and the like.
+    Response askClass(const std::string& method, const std::string& name) const;
+    cimserver::HttpReply send(const cimserver::HttpRequest& request) const {
+        return service_.answer(request);
+    }
+
+    std::vector<std::string> logged_;
+    std::vector<std::string> reported_;
+    cimserver::Broker broker_;
+    cimserver::Provider provider_;
+    cimserver::ProviderCalls calls_;
+    cimserver::Operations operations_;
+    cimserver::CimXmlService service_;
+};
+
+#endif
