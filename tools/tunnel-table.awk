@@ -33,6 +33,7 @@ function put(row, column, text) {
 }
 
 function rate(kilobits) {
+    kilobits += 0 # a number, whatever it was read as
     if (kilobits >= 1000000) return kilobits / 1000000 " Gbit/s"
     if (kilobits >= 1000) return kilobits / 1000 " Mbit/s"
     return kilobits " kbit/s"
