@@ -9,18 +9,18 @@
 
 namespace {
 
-struct Family {
+struct Roles {
     const char* role1;
     const char* role2;
     bool isSettingData;          // carries IsDefault and IsCurrent, both 1
     const char* pathFailureText; // said when an instance's own path cannot be made, or null
 };
 
-constexpr Family REALIZE{"Antecedent", "Dependent", false, nullptr};
-constexpr Family MANAGED_SETTING{"ManagedElement", "SettingData", true, nullptr};
-constexpr Family MANAGED_STATS{"ManagedElement", "Stats", false, "path : NULL"};
-constexpr Family GROUP_PART{"GroupComponent", "PartComponent", false, nullptr};
-constexpr Family INSTALLED_SOFTWARE{"System", "InstalledSoftware", false, nullptr};
+constexpr Roles REALIZE_ROLES{"Antecedent", "Dependent", false, nullptr};
+constexpr Roles MANAGED_SETTING_ROLES{"ManagedElement", "SettingData", true, nullptr};
+constexpr Roles MANAGED_STATS_ROLES{"ManagedElement", "Stats", false, "path : NULL"};
+constexpr Roles GROUP_PART_ROLES{"GroupComponent", "PartComponent", false, nullptr};
+constexpr Roles INSTALLED_SOFTWARE_ROLES{"System", "InstalledSoftware", false, nullptr};
 
 // The association's own path, with the switch's host name; NULL when it cannot be made.
 CMPIObjectPath* new_association_path(const char* className, const char* nameSpace, const CMPIBroker* broker) {
@@ -48,26 +48,26 @@ Property reference(const char* name, const CMPIObjectPath* path) {
     return property;
 }
 
-CMPIInstance* build(const Family& family, const char* className, const char* nameSpace,
+CMPIInstance* build(const Roles& roles, const char* className, const char* nameSpace,
                     const CMPIObjectPath* ref1, const CMPIObjectPath* ref2, const CMPIBroker* broker) {
     CMPIObjectPath* path = new_association_path(className, nameSpace, broker);
     if (path == nullptr) {
-        if (family.pathFailureText != nullptr) std::puts(family.pathFailureText);
+        if (roles.pathFailureText != nullptr) std::puts(roles.pathFailureText);
         return nullptr;
     }
     CMPIInstance* instance = broker->eft->newInstance(broker, path, nullptr);
     if (instance == nullptr || instance->hdl == nullptr || !have_both(ref1, ref2)) return nullptr;
-    set_properties(instance, {reference(family.role1, ref1), reference(family.role2, ref2)});
-    if (family.isSettingData) set_properties(instance, {uint16("IsDefault", 1), uint16("IsCurrent", 1)});
+    set_properties(instance, {reference(roles.role1, ref1), reference(roles.role2, ref2)});
+    if (roles.isSettingData) set_properties(instance, {uint16("IsDefault", 1), uint16("IsCurrent", 1)});
     return instance;
 }
 
-CMPIObjectPath* fill(const Family& family, const char* className, const char* nameSpace,
+CMPIObjectPath* fill(const Roles& roles, const char* className, const char* nameSpace,
                      const CMPIObjectPath* ref1, const CMPIObjectPath* ref2, const CMPIBroker* broker) {
     CMPIObjectPath* path = new_association_path(className, nameSpace, broker);
     if (path == nullptr || !have_both(ref1, ref2)) return nullptr;
-    add_keys(path, {reference(family.role1, ref1), reference(family.role2, ref2)});
-    if (family.isSettingData) add_keys(path, {uint16("IsDefault", 1), uint16("IsCurrent", 1)});
+    add_keys(path, {reference(roles.role1, ref1), reference(roles.role2, ref2)});
+    if (roles.isSettingData) add_keys(path, {uint16("IsDefault", 1), uint16("IsCurrent", 1)});
     return path;
 }
 
@@ -75,50 +75,50 @@ CMPIObjectPath* fill(const Family& family, const char* className, const char* na
 
 CMPIInstance* realize_build_instance(const char* className, const char* nameSpace, const CMPIObjectPath* ref1,
                                      const CMPIObjectPath* ref2, const CMPIBroker* broker) {
-    return build(REALIZE, className, nameSpace, ref1, ref2, broker);
+    return build(REALIZE_ROLES, className, nameSpace, ref1, ref2, broker);
 }
 
 CMPIObjectPath* realize_fill_reference(const char* className, const char* nameSpace,
                                        const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
                                        const CMPIBroker* broker) {
-    return fill(REALIZE, className, nameSpace, ref1, ref2, broker);
+    return fill(REALIZE_ROLES, className, nameSpace, ref1, ref2, broker);
 }
 
 CMPIInstance* managed_setting_build_instance(const char* className, const char* nameSpace,
                                              const CMPIObjectPath* ref1, const CMPIObjectPath* ref2) {
-    return build(MANAGED_SETTING, className, nameSpace, ref1, ref2, _broker);
+    return build(MANAGED_SETTING_ROLES, className, nameSpace, ref1, ref2, _broker);
 }
 
 CMPIObjectPath* managed_setting_fill_reference(const char* className, const char* nameSpace,
                                                const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
                                                const CMPIBroker* broker) {
-    return fill(MANAGED_SETTING, className, nameSpace, ref1, ref2, broker);
+    return fill(MANAGED_SETTING_ROLES, className, nameSpace, ref1, ref2, broker);
 }
 
 CMPIInstance* managed_stats_build_instance(const char* className, const char* nameSpace,
                                            const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
                                            const CMPIBroker* broker) {
-    return build(MANAGED_STATS, className, nameSpace, ref1, ref2, broker);
+    return build(MANAGED_STATS_ROLES, className, nameSpace, ref1, ref2, broker);
 }
 
 CMPIObjectPath* managed_stats_fill_reference(const char* className, const char* nameSpace,
                                              const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
                                              const CMPIBroker* broker) {
-    return fill(MANAGED_STATS, className, nameSpace, ref1, ref2, broker);
+    return fill(MANAGED_STATS_ROLES, className, nameSpace, ref1, ref2, broker);
 }
 
 CMPIInstance* group_part_build_instance(const char* className, const char* nameSpace,
                                         const CMPIObjectPath* ref1, const CMPIObjectPath* ref2) {
-    return build(GROUP_PART, className, nameSpace, ref1, ref2, _broker);
+    return build(GROUP_PART_ROLES, className, nameSpace, ref1, ref2, _broker);
 }
 
 CMPIObjectPath* group_part_fill_reference(const char* className, const char* nameSpace,
                                           const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
                                           const CMPIBroker* broker) {
-    return fill(GROUP_PART, className, nameSpace, ref1, ref2, broker);
+    return fill(GROUP_PART_ROLES, className, nameSpace, ref1, ref2, broker);
 }
 
 CMPIInstance* hba_si_build_instance(const char* className, const char* nameSpace, const CMPIObjectPath* ref1,
                                     const CMPIObjectPath* ref2, const CMPIBroker* broker) {
-    return build(INSTALLED_SOFTWARE, className, nameSpace, ref1, ref2, broker);
+    return build(INSTALLED_SOFTWARE_ROLES, className, nameSpace, ref1, ref2, broker);
 }

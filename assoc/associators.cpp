@@ -16,7 +16,8 @@
 
 namespace {
 
-// The far end of a branch, as path and as instance.
+// The far end of a branch, as path and as instance. A maker that gives NULL may have returned an object
+// itself.
 struct FarEnd {
     const char* className;
     PathMaker* path;
@@ -31,9 +32,9 @@ constexpr FarEnd link_end(const char* className) {
 struct AssociatorBranch {
     const char* assocClass; // null: any other
     int mode;
-    PortFetch* port; // null: none
     FarEnd far;
-    const AssociatorBranch* then; // a branch that is taken as well, or null
+    PortFetch* port = nullptr;              // the port that the far end is made of, if any
+    const AssociatorBranch* then = nullptr; // a branch that is taken as well
 };
 
 // The statistics are told by the link's error counters, which stand in for the link's row.
@@ -112,7 +113,7 @@ constexpr FarEnd FCIP_SETTINGS =
 constexpr FarEnd IP_SETTINGS =
     link_end<ip_settings_fill_reference, ip_settings_build_instance>("KESTO_IPSettings");
 constexpr FarEnd TCP_SETTINGS{"KESTO_TCPSettings", nullptr, tcp_settings_instance};
-constexpr FarEnd PROFILE{"KESTO_FCIPProfile", profile_path, profile_instance};
+constexpr FarEnd PROFILE{"KESTO_FCIPProfile", link_path<profile_of_link>, profile_instance};
 constexpr FarEnd HOSTING_SYSTEM{LOGICAL_COMPUTER_SYSTEM, hosting_system_path, hosting_system_instance};
 constexpr FarEnd PHYSICAL_SWITCH{PHYSICAL_COMPUTER_SYSTEM, physical_switch_path, nullptr};
 constexpr FarEnd FC_PORT{"KESTO_FCPort", port_path, port_instance};
@@ -128,110 +129,101 @@ constexpr FarEnd TCP_STATISTICAL_DATA{"KESTO_TCPStatisticalData", nullptr, tcp_s
 constexpr FarEnd TCP_ENDPOINT_UNRETURNED{"KESTO_TCPProtocolEndPoint", built_tcp_endpoint_path_and_nothing,
                                          link_instance<tcp_pe_build_instance>};
 
-// The modes by their numbers, so that the tables stay tables.
-constexpr int M1 = LINK_BY_TUNNEL;
-constexpr int M2 = LINK_BY_IF_INDEX_TOKEN;
-constexpr int M3 = LINK_BY_IF_INDEX;
-constexpr int M4 = LINK_BY_ETHERNET_IF_INDEX;
-constexpr int M5 = LINK_BY_ENTITY;
-constexpr int M6 = LINK_BY_REMOTE_ADDRESS;
-constexpr int M7 = LINK_BY_REMOTE_IF_INDEX;
-
 // clang-format off
 constexpr AssociatorBranch FCIP_PE[] = {
-    {"KESTO_FCIPElementSettingData", M1, nullptr, FCIP_SETTINGS, nullptr},
-    {"KESTO_FCIPTCPEndpoint", M1, nullptr, TCP_ENDPOINT, nullptr},
-    {"KESTO_SANFCIPEndpoint", M1, nullptr, REMOTE_FCIP_PORT, nullptr},
-    {"KESTO_FCPortProtocolEndPoint", M1, interface_of_link, FC_PORT, nullptr},
-    {"KESTO_FCIPPEBasedOn", M1, nullptr, PROFILE, nullptr},
-    {"KESTO_SwitchHostedFCIPAccessPoint", M1, nullptr, HOSTING_SYSTEM, nullptr},
+    {"KESTO_FCIPElementSettingData", M1, FCIP_SETTINGS},
+    {"KESTO_FCIPTCPEndpoint", M1, TCP_ENDPOINT},
+    {"KESTO_SANFCIPEndpoint", M1, REMOTE_FCIP_PORT},
+    {"KESTO_FCPortProtocolEndPoint", M1, FC_PORT, interface_of_link},
+    {"KESTO_FCIPPEBasedOn", M1, PROFILE},
+    {"KESTO_SwitchHostedFCIPAccessPoint", M1, HOSTING_SYSTEM},
 };
 
 // Names of the IP endpoint answer every association class that is not listed with the hosting system, the
 // hosted access point with the FCIP endpoint, and the settings with the hosting system besides.
-constexpr AssociatorBranch IP_PE_ANY_OTHER = {nullptr, M2, nullptr, HOSTING_SYSTEM, nullptr};
+constexpr AssociatorBranch IP_PE_ANY_OTHER = {nullptr, M2, HOSTING_SYSTEM};
 constexpr AssociatorBranch IP_PE_NAMES[] = {
-    {"KESTO_IPElementSettingData", M2, nullptr, IP_SETTINGS, &IP_PE_ANY_OTHER},
-    {"KESTO_IPEndPointStatisticalData", M2, nullptr, IP_STATISTICS, nullptr},
-    {"KESTO_TCPIPEndpoint", M2, nullptr, TCP_ENDPOINT, nullptr},
-    {"KESTO_IPEthernetEndpoint", M2, ethernet_port_of_link, ETHERNET_PORT, nullptr},
-    {"KESTO_SwitchHostedIPAccessPoint", M2, nullptr, FCIP_ENDPOINT, nullptr},
-    {"KESTO_SANIPEndPoint", M2, nullptr, REMOTE_IP_ACCESS_POINT, nullptr},
+    {"KESTO_IPElementSettingData", M2, IP_SETTINGS, nullptr, &IP_PE_ANY_OTHER},
+    {"KESTO_IPEndPointStatisticalData", M2, IP_STATISTICS},
+    {"KESTO_TCPIPEndpoint", M2, TCP_ENDPOINT},
+    {"KESTO_IPEthernetEndpoint", M2, ETHERNET_PORT, ethernet_port_of_link},
+    {"KESTO_SwitchHostedIPAccessPoint", M2, FCIP_ENDPOINT},
+    {"KESTO_SANIPEndPoint", M2, REMOTE_IP_ACCESS_POINT},
     IP_PE_ANY_OTHER,
 };
 constexpr AssociatorBranch IP_PE_INSTANCES[] = {
-    {"KESTO_IPElementSettingData", M2, nullptr, IP_SETTINGS, nullptr},
-    {"KESTO_IPEndPointStatisticalData", M2, nullptr, IP_STATISTICS, nullptr},
-    {"KESTO_TCPIPEndpoint", M2, nullptr, TCP_ENDPOINT, nullptr},
-    {"KESTO_IPEthernetEndpoint", M2, ethernet_port_of_link, ETHERNET_PORT, nullptr},
-    {"KESTO_SwitchHostedIPAccessPoint", M2, nullptr, HOSTING_SYSTEM, nullptr},
-    {"KESTO_SANIpEndPoint", M2, nullptr, REMOTE_IP_ACCESS_POINT, nullptr},
+    {"KESTO_IPElementSettingData", M2, IP_SETTINGS},
+    {"KESTO_IPEndPointStatisticalData", M2, IP_STATISTICS},
+    {"KESTO_TCPIPEndpoint", M2, TCP_ENDPOINT},
+    {"KESTO_IPEthernetEndpoint", M2, ETHERNET_PORT, ethernet_port_of_link},
+    {"KESTO_SwitchHostedIPAccessPoint", M2, HOSTING_SYSTEM},
+    {"KESTO_SANIpEndPoint", M2, REMOTE_IP_ACCESS_POINT},
 };
 
 // Names and instances of the TCP endpoint tell different statistics and systems, and names no settings.
 constexpr AssociatorBranch TCP_PE_NAMES[] = {
-    {"KESTO_TCPEndPointStatisticalData", M2, nullptr, TCP_STATISTICS, nullptr},
-    {"KESTO_FCIPTCPEndpoint", M3, nullptr, FCIP_ENDPOINT, nullptr},
-    {"KESTO_TCPIPEndpoint", M3, nullptr, IP_ENDPOINT, nullptr},
-    {"KESTO_SwitchHostedTCPAccessPoint", M3, nullptr, PHYSICAL_SWITCH, nullptr},
-    {"KESTO_SANTCPEndpoint", M3, nullptr, REMOTE_TCP_PORT, nullptr},
+    {"KESTO_TCPEndPointStatisticalData", M2, TCP_STATISTICS},
+    {"KESTO_FCIPTCPEndpoint", M3, FCIP_ENDPOINT},
+    {"KESTO_TCPIPEndpoint", M3, IP_ENDPOINT},
+    {"KESTO_SwitchHostedTCPAccessPoint", M3, PHYSICAL_SWITCH},
+    {"KESTO_SANTCPEndpoint", M3, REMOTE_TCP_PORT},
 };
 constexpr AssociatorBranch TCP_PE_INSTANCES[] = {
-    {"KESTO_TCPEndPointStatisticalData", M2, nullptr, TCP_STATISTICAL_DATA, nullptr},
-    {"KESTO_FCIPTCPEndpoint", M3, nullptr, FCIP_ENDPOINT, nullptr},
-    {"KESTO_TCPIPEndpoint", M3, nullptr, IP_ENDPOINT, nullptr},
-    {"KESTO_SwitchHostedTCPAccessPoint", M3, nullptr, HOSTING_SYSTEM, nullptr},
-    {"KESTO_SANTCPEndpoint", M3, nullptr, REMOTE_TCP_PORT, nullptr},
-    {"KESTO_TCPElementSettingData", M3, nullptr, TCP_SETTINGS, nullptr},
+    {"KESTO_TCPEndPointStatisticalData", M2, TCP_STATISTICAL_DATA},
+    {"KESTO_FCIPTCPEndpoint", M3, FCIP_ENDPOINT},
+    {"KESTO_TCPIPEndpoint", M3, IP_ENDPOINT},
+    {"KESTO_SwitchHostedTCPAccessPoint", M3, HOSTING_SYSTEM},
+    {"KESTO_SANTCPEndpoint", M3, REMOTE_TCP_PORT},
+    {"KESTO_TCPElementSettingData", M3, TCP_SETTINGS},
 };
 
 constexpr AssociatorBranch FCIP_REMOTE_PE[] = {
-    {"KESTO_SANFCIPEndpoint", M6, nullptr, FCIP_ENDPOINT, nullptr},
+    {"KESTO_SANFCIPEndpoint", M6, FCIP_ENDPOINT},
 };
 constexpr AssociatorBranch IP_REMOTE_PE[] = {
-    {"KESTO_SANIPEndpoint", M6, nullptr, IP_ENDPOINT, nullptr},
+    {"KESTO_SANIPEndpoint", M6, IP_ENDPOINT},
 };
 constexpr AssociatorBranch TCP_REMOTE_PE[] = {
-    {"KESTO_SANTCPEndpoint", M7, nullptr, TCP_ENDPOINT, nullptr},
+    {"KESTO_SANTCPEndpoint", M7, TCP_ENDPOINT},
 };
 constexpr AssociatorBranch LAN_ENDPOINT_BRANCHES[] = {
-    {"KESTO_IPEthernetEndpoint", M4, nullptr, IP_ENDPOINT, nullptr},
-    {"KESTO_EthernetPortProtocolEndpoint", NO_LINK, nullptr, ETHERNET_PORT_OF_LAN, nullptr},
-    {"CIM_HostedAccessPoint", M3, nullptr, FCIP_ENDPOINT, nullptr},
+    {"KESTO_IPEthernetEndpoint", M4, IP_ENDPOINT},
+    {"KESTO_EthernetPortProtocolEndpoint", NO_LINK, ETHERNET_PORT_OF_LAN},
+    {"CIM_HostedAccessPoint", M3, FCIP_ENDPOINT},
 };
 constexpr AssociatorBranch FCIP_SETTINGS_BRANCHES[] = {
-    {"KESTO_FCIPElementSettingData", M3, nullptr, FCIP_ENDPOINT, nullptr},
+    {"KESTO_FCIPElementSettingData", M3, FCIP_ENDPOINT},
 };
 constexpr AssociatorBranch IP_SETTING[] = {
-    {"KESTO_IPElementSettingData", M3, nullptr, IP_ENDPOINT, nullptr},
+    {"KESTO_IPElementSettingData", M3, IP_ENDPOINT},
 };
 constexpr AssociatorBranch TCP_SETTING[] = {
-    {"KESTO_TCPElementSettingData", M3, nullptr, TCP_ENDPOINT, nullptr},
+    {"KESTO_TCPElementSettingData", M3, TCP_ENDPOINT},
 };
 constexpr AssociatorBranch IP_STAT[] = {
-    {"KESTO_IPEndPointStatisticalData", M3, nullptr, IP_ENDPOINT, nullptr},
+    {"KESTO_IPEndPointStatisticalData", M3, IP_ENDPOINT},
 };
 constexpr AssociatorBranch TCP_STAT[] = {
-    {"KESTO_TCPEndPointStatisticalData", M3, nullptr, TCP_ENDPOINT, nullptr},
+    {"KESTO_TCPEndPointStatisticalData", M3, TCP_ENDPOINT},
 };
 constexpr AssociatorBranch TCP_STATICAL_DATA[] = {
-    {"KESTO_TCPEndPointStatistics", M5, nullptr, TCP_ENDPOINT_UNRETURNED, nullptr},
+    {"KESTO_TCPEndPointStatistics", M5, TCP_ENDPOINT_UNRETURNED},
 };
 constexpr AssociatorBranch PROFILE_BRANCHES[] = {
-    {"KESTO_FCIPPEBasedOn", M5, nullptr, FCIP_ENDPOINT, nullptr},
+    {"KESTO_FCIPPEBasedOn", M5, FCIP_ENDPOINT},
 };
 
 // The names know the statistics by the name of their class, the instances by that of the association.
 constexpr AssociatorBranch ETH_PORT_NAMES[] = {
-    {"KESTO_EthernetPortProtocolEndpoint", NO_LINK, nullptr, LAN_ENDPOINT, nullptr},
-    {"KESTO_EthernetPortStatistics", NO_LINK, port_of_key_if_known, ETHERNET_STATISTICS, nullptr},
+    {"KESTO_EthernetPortProtocolEndpoint", NO_LINK, LAN_ENDPOINT},
+    {"KESTO_EthernetPortStatistics", NO_LINK, ETHERNET_STATISTICS, port_of_key_if_known},
 };
 constexpr AssociatorBranch ETH_PORT_INSTANCES[] = {
-    {"KESTO_EthernetPortProtocolEndpoint", NO_LINK, nullptr, LAN_ENDPOINT, nullptr},
-    {"KESTO_EthernetPortStatisticalData", NO_LINK, port_of_key_if_known, ETHERNET_STATISTICS, nullptr},
+    {"KESTO_EthernetPortProtocolEndpoint", NO_LINK, LAN_ENDPOINT},
+    {"KESTO_EthernetPortStatisticalData", NO_LINK, ETHERNET_STATISTICS, port_of_key_if_known},
 };
 constexpr AssociatorBranch ETH_STAT[] = {
-    {"KESTO_EthernetPortStatisticalData", NO_LINK, port_of_key_if_known, ETHERNET_PORT, nullptr},
+    {"KESTO_EthernetPortStatisticalData", NO_LINK, ETHERNET_PORT, port_of_key_if_known},
 };
 // clang-format on
 
@@ -271,6 +263,15 @@ int traverse(const char* function, std::span<const AssociatorBranch> branches, M
     }
     trace_exiting(function);
     return 0;
+}
+
+// Whether every far end of a table can be made as what its members are asked for.
+template <class Maker>
+constexpr bool all_have(std::span<const AssociatorBranch> branches, Maker* FarEnd::*maker) {
+    for (const AssociatorBranch& branch : branches) {
+        if (branch.far.*maker == nullptr) return false;
+    }
+    return true;
 }
 
 // The IP endpoint's members alone trace the association class.

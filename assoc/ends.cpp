@@ -18,10 +18,15 @@ bool look_link_up(Branch& branch, int mode) {
     return mode == NO_LINK || find_link(branch.keyValue, mode, &branch.link) == LinkLookup::Found;
 }
 
-CMPIObjectPath* profile_path(const Branch& branch, const char* className) {
+CMPIObjectPath* profile_of_link(const char* className, const char* nameSpace, const FcipLinkEntry* link) {
     FcipEntityEntry profile{};
-    if (get_profile_from_link_entry(&branch.link, &profile) != 0) return nullptr;
-    return fcip_profile_fill_reference(className, branch.nameSpace, &profile);
+    if (get_profile_from_link_entry(link, &profile) != 0) return nullptr;
+    return fcip_profile_fill_reference(className, nameSpace, &profile);
+}
+
+CMPIObjectPath* lan_endpoint_of_link(const char* className, const char* nameSpace,
+                                     const FcipLinkEntry* link) {
+    return lan_endpoint_fill_reference(className, nameSpace, link->kfmFcipLinkExtEthIfIndex);
 }
 
 CMPIInstance* profile_instance(const Branch& branch, const char* className) {

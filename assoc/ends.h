@@ -7,6 +7,7 @@
 #include <cmpift.h>
 
 #include "classes/builder.h"
+#include "platform/fcip_config.h"
 #include "platform/platform_records.h"
 #include "platform/platform_row.h"
 
@@ -21,6 +22,16 @@ struct Branch {
     std::uint32_t portIfIndex = 0; // the if-index the port was asked for with
 };
 
+// The lookup modes by their numbers, so that the tables stay tables.
+inline constexpr int M1 = LINK_BY_TUNNEL;
+inline constexpr int M2 = LINK_BY_IF_INDEX_TOKEN;
+inline constexpr int M3 = LINK_BY_IF_INDEX;
+inline constexpr int M4 = LINK_BY_ETHERNET_IF_INDEX;
+inline constexpr int M5 = LINK_BY_ENTITY;
+inline constexpr int M6 = LINK_BY_REMOTE_ADDRESS;
+inline constexpr int M7 = LINK_BY_REMOTE_IF_INDEX;
+inline constexpr int NO_LINK = 0;
+
 // Make the object at one end; className is the end's own literal. NULL, or -1, when it cannot be made.
 using PathMaker = CMPIObjectPath*(const Branch& branch, const char* className);
 using InstanceMaker = CMPIInstance*(const Branch& branch, const char* className);
@@ -28,9 +39,7 @@ using InstanceMaker = CMPIInstance*(const Branch& branch, const char* className)
 // Fetches the port of a branch. False when there is none.
 using PortFetch = bool(Branch& branch);
 
-// Looks up what a branch needs before its ends can be made: the link (unless the mode is NO_LINK) and the
-// port (unless fetch is null).
-inline constexpr int NO_LINK = 0;
+// Looks up the link that the key names in this mode; true at once with NO_LINK.
 bool look_link_up(Branch& branch, int mode);
 
 // Objects made of the link by a class's own filler or builder.
@@ -43,8 +52,9 @@ CMPIInstance* link_instance(const Branch& branch, const char* className) {
     return build(className, branch.nameSpace, &branch.link, branch.properties);
 }
 
-// The link's profile.
-PathMaker profile_path;
+// The link's profile, and the LAN endpoint of the Ethernet port that carries the link, as fillers of a link.
+LinkFiller profile_of_link;
+LinkFiller lan_endpoint_of_link;
 InstanceMaker profile_instance;
 // The computer system that hosts the link; it brings its own class name.
 PathMaker hosting_system_path;

@@ -5,7 +5,6 @@
 // order in which the association takes them, and its family's builder ties them together.
 #include <strings.h>
 
-#include <array>
 #include <cstdio>
 
 #include "assoc/ends.h"
@@ -59,10 +58,6 @@ CMPIObjectPath* lan_endpoint_path_of_port(const Branch& branch, const char* clas
     return lan_endpoint_fill_reference(className, branch.nameSpace, branch.portIfIndex);
 }
 
-CMPIObjectPath* lan_endpoint_path_of_link(const Branch& branch, const char* className) {
-    return lan_endpoint_fill_reference(className, branch.nameSpace, branch.link.kfmFcipLinkExtEthIfIndex);
-}
-
 // How each end is made. The class literals stand in the tables: their spelling varies, and clients see it.
 constexpr PathMaker* FCIP_ENDPOINT = link_path<fcip_pe_fill_reference>;
 constexpr PathMaker* TCP_ENDPOINT = link_path<tcp_pe_fill_reference>;
@@ -74,14 +69,9 @@ constexpr PathMaker* FCIP_SETTINGS = link_path<fcip_settings_fill_reference>;
 constexpr PathMaker* IP_SETTINGS = link_path<ip_settings_fill_reference>;
 constexpr PathMaker* TCP_SETTINGS = link_path<tcp_settings_fill_reference>;
 constexpr PathMaker* STATISTICS = link_path<stat_fill_reference>;
+constexpr PathMaker* PROFILE_OF_LINK = link_path<profile_of_link>;
+constexpr PathMaker* LAN_ENDPOINT_OF_LINK = link_path<lan_endpoint_of_link>;
 constexpr ReferenceEnd HOSTING_SYSTEM{LOGICAL_COMPUTER_SYSTEM, hosting_system_path};
-
-constexpr int M1 = LINK_BY_TUNNEL;
-constexpr int M2 = LINK_BY_IF_INDEX_TOKEN;
-constexpr int M3 = LINK_BY_IF_INDEX;
-constexpr int M4 = LINK_BY_ETHERNET_IF_INDEX;
-constexpr int M5 = LINK_BY_ENTITY;
-constexpr int M6 = LINK_BY_REMOTE_ADDRESS;
 
 // clang-format off
 constexpr ReferenceBranch FCIP_PE[] = {
@@ -89,7 +79,7 @@ constexpr ReferenceBranch FCIP_PE[] = {
     {"KESTO_FCIPTCPEndpoint", M1, NO_PORT, &REALIZE, "KESTO_FCIPTCPEndpoint", {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}, {"KESTO_TCPProtocolEndpoint", TCP_ENDPOINT}},
     {"KESTO_SANFCIPEndpoint", M1, NO_PORT, &REALIZE, "KESTO_SANFCIPEndpoint", {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}, {"KESTO_RemoteFCIPPort", REMOTE_FCIP_PORT}},
     {"KESTO_FCPortProtocolEndPoint", M1, FC_INTERFACE, &REALIZE, "KESTO_FCPortProtocolEndPoint", {"KESTO_FCPort", fc_port_path}, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
-    {"KESTO_FCIPPEBasedOn", M1, NO_PORT, &GROUP_PART, "KESTO_FCIPPEBasedOn", {"KESTO_FCIPProfile", profile_path}, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
+    {"KESTO_FCIPPEBasedOn", M1, NO_PORT, &GROUP_PART, "KESTO_FCIPPEBasedOn", {"KESTO_FCIPProfile", PROFILE_OF_LINK}, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
     {"KESTO_SwitchHostedFCIPAccessPoint", M1, NO_PORT, &REALIZE, "KESTO_SwitchHostedFCIPAccessPoint", HOSTING_SYSTEM, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
 };
 
@@ -126,7 +116,7 @@ constexpr ReferenceBranch TCP_REMOTE_PE[] = {
 constexpr ReferenceBranch LAN_ENDPOINT[] = {
     {"KESTO_IPEthernetEndpoint", M4, NO_PORT, &REALIZE, OWN, {"KESTO_IPProtocolEndPoint", IP_ENDPOINT}, {"KESTO_LANEndpoint", lan_endpoint_path_of_key}},
     {"KESTO_EthernetPortProtocolEndpoint", NO_LINK, ETHERNET_OF_LAN_KEY, &REALIZE, OWN, {"KESTO_EthernetPort", port_path}, {"KESTO_LANEndpoint", lan_endpoint_path_of_port}},
-    {"CIM_HostedAccessPoint", M3, NO_PORT, &REALIZE, "CIM_HostedAccessPoint", {"KESTO_FCIPProtocolEndPoint", FCIP_ENDPOINT}, {"KESTO_LANEndpoint", lan_endpoint_path_of_link}},
+    {"CIM_HostedAccessPoint", M3, NO_PORT, &REALIZE, "CIM_HostedAccessPoint", {"KESTO_FCIPProtocolEndPoint", FCIP_ENDPOINT}, {"KESTO_LANEndpoint", LAN_ENDPOINT_OF_LINK}},
 };
 
 constexpr ReferenceBranch FCIP_SETTINGS_BRANCHES[] = {
@@ -145,7 +135,7 @@ constexpr ReferenceBranch TCP_STAT[] = {
     {"KESTO_TCPEndpointStatisticalData", M3, NO_PORT, &MANAGED_STATS, "KESTO_TCPEndpointStatisticalData", {"KESTO_TCPProtocolEndpoint", TCP_ENDPOINT}, {"KESTO_TCPEndpointStatistics", STATISTICS}},
 };
 constexpr ReferenceBranch PROFILE[] = {
-    {"KESTO_FCIPPEBasedOn", M5, NO_PORT, &GROUP_PART, "KESTO_FCIPPEBasedOn", {"KESTO_FCIPProfile", profile_path}, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
+    {"KESTO_FCIPPEBasedOn", M5, NO_PORT, &GROUP_PART, "KESTO_FCIPPEBasedOn", {"KESTO_FCIPProfile", PROFILE_OF_LINK}, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
 };
 
 // The association of a port with its endpoint goes by the name of the IP settings' association.
@@ -188,7 +178,7 @@ CMPIInstance* make_instance(const AssociationFamily& family, const char* classNa
 }
 
 void release(CMPIObjectPath* path) {
-    if (is_object(path)) path->ft->release(path);
+    if (is_usable(path)) path->ft->release(path);
 }
 
 // Returns the association of one branch: 0, or -1 when an end is missing.

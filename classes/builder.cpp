@@ -9,7 +9,7 @@ namespace {
 
 // Texts travel as they are, numbers by address.
 const CMPIValue* value_of(const Property& property) {
-    if (property.type == CMPI_chars) return reinterpret_cast<const CMPIValue*>(property.text);
+    if (property.type == CMPI_chars) return reinterpret_cast<const CMPIValue*>(property.text.c_str());
     return &property.value;
 }
 
@@ -56,13 +56,13 @@ Text<64> switch_wwn_text() {
     return wwn_text(wwn);
 }
 
-void set_properties(CMPIInstance* instance, std::initializer_list<Property> properties) {
+void set_properties(CMPIInstance* instance, std::span<const Property> properties) {
     for (const Property& property : properties) {
         instance->ft->setProperty(instance, property.name, value_of(property), property.type);
     }
 }
 
-void add_keys(CMPIObjectPath* path, std::initializer_list<Property> keys) {
+void add_keys(CMPIObjectPath* path, std::span<const Property> keys) {
     for (const Property& key : keys)
         path->ft->addKey(path, key.name, value_of(key), key.type);
 }

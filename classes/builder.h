@@ -18,13 +18,17 @@
 #include "include/results.h"
 #include "include/trace.h"
 #include "platform/key_number.h"
-#include "platform/link_lookup.h"
 #include "platform/platform_records.h"
+#include "platform/row_lookup.h"
 #include "platform/table_walk.h"
 
 inline constexpr const char* LOGICAL_COMPUTER_SYSTEM = "KESTO_LogicalComputerSystem";
 inline constexpr const char* PHYSICAL_COMPUTER_SYSTEM = "KESTO_PhysicalComputerSystem";
 inline constexpr const char* NAME_FORMAT = "Other";
+
+// The values of two properties of all IP endpoints.
+inline constexpr std::uint16_t ADDRESS_ORIGIN_STATIC = 3;
+inline constexpr std::uint16_t PROTOCOL_IF_IPV4 = 4096;
 
 // The system name of a path when the VSAN's computer system has none.
 inline constexpr const char* UNKNOWN_SYSTEM = "Unknown";
@@ -88,36 +92,36 @@ Text<64> switch_wwn_text();
 struct Property {
     const char* name;
     CMPIType type;
-    const char* text; // of CMPI_chars
+    std::string text; // of CMPI_chars
     CMPIValue value;  // of all other types
 };
 
 inline Property chars(const char* name, const char* text) {
-    return {name, CMPI_chars, text, {}};
+    return {name, CMPI_chars, text != nullptr ? text : "", {}};
 }
 // The byte is handed on as it is: any value but 0 is true.
 inline Property boolean(const char* name, std::uint8_t value) {
-    Property property{name, CMPI_boolean, nullptr, {}};
+    Property property{name, CMPI_boolean, {}, {}};
     property.value.boolean = value;
     return property;
 }
 inline Property uint8(const char* name, std::uint8_t value) {
-    Property property{name, CMPI_uint8, nullptr, {}};
+    Property property{name, CMPI_uint8, {}, {}};
     property.value.uint8 = value;
     return property;
 }
 inline Property uint16(const char* name, std::uint16_t value) {
-    Property property{name, CMPI_uint16, nullptr, {}};
+    Property property{name, CMPI_uint16, {}, {}};
     property.value.uint16 = value;
     return property;
 }
 inline Property uint32(const char* name, std::uint32_t value) {
-    Property property{name, CMPI_uint32, nullptr, {}};
+    Property property{name, CMPI_uint32, {}, {}};
     property.value.uint32 = value;
     return property;
 }
 inline Property uint64(const char* name, std::uint64_t value) {
-    Property property{name, CMPI_uint64, nullptr, {}};
+    Property property{name, CMPI_uint64, {}, {}};
     property.value.uint64 = value;
     return property;
 }
@@ -128,8 +132,14 @@ inline std::uint8_t low_byte(std::uint32_t word) {
 }
 
 // Statuses are not looked at: a property that the CIM server refuses is left out.
-void set_properties(CMPIInstance* instance, std::initializer_list<Property> properties);
-void add_keys(CMPIObjectPath* path, std::initializer_list<Property> keys);
+void set_properties(CMPIInstance* instance, std::span<const Property> properties);
+void add_keys(CMPIObjectPath* path, std::span<const Property> keys);
+inline void set_properties(CMPIInstance* instance, std::initializer_list<Property> properties) {
+    set_properties(instance, std::span(properties.begin(), properties.size()));
+}
+inline void add_keys(CMPIObjectPath* path, std::initializer_list<Property> keys) {
+    add_keys(path, std::span(keys.begin(), keys.size()));
+}
 
 // A new path of the request's namespace and class, or NULL.
 CMPIObjectPath* new_object_path(const char* className, const char* nameSpace);

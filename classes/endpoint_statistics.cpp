@@ -73,12 +73,9 @@ std::uint32_t segments_in_error(const TcpStatsReply& reply) {
     return static_cast<std::uint32_t>(sum);
 }
 
-// Asks the line card for the TCP counters and clears them: the request is made, and its failure traced, but
-// the counters of these classes are not in service on the switch and read as zero.
-TcpStatsReply request_tcp_counters(std::uint32_t ethernetIfIndex) {
-    TcpStatsReply reply{};
+// Asks the line card for the TCP counters.
+void request_tcp_counters(std::uint32_t ethernetIfIndex, TcpStatsReply& reply) {
     if (get_tcp_stats(ethernetIfIndex, &reply) != 0) std::fputs("******* Error ******** ", stdout);
-    return {};
 }
 
 } // namespace
@@ -102,11 +99,12 @@ CMPIInstance* ip_statistics_build_instance(const char* className, const char* na
     if (!reply) return nullptr;
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
-    set_properties(instance, {
-                                 chars("InstanceID", decimal<31>(link->kfmFcipLinkIfIndex)),
-                                 chars("SystemName", systemName.text),
-                                 chars("CreationClassName", "KESTO_IPEndPointStatistics"),
-                             });
+    const Property identity[] = {
+        chars("InstanceID", decimal<31>(link->kfmFcipLinkIfIndex)),
+        chars("SystemName", systemName.text),
+        chars("CreationClassName", "KESTO_IPEndPointStatistics"),
+    };
+    set_properties(instance, identity);
     for (const IpCounter& counter : IP_COUNTERS) {
         set_properties(instance, {uint32(counter.name, ip_counter(*reply, counter))});
     }
@@ -130,20 +128,23 @@ CMPIInstance* tcp_statistics_build_instance(const char* className, const char* n
     if (!ready) return instance;
 
     set_properties(instance, {chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM)});
-    const TcpStatsReply reply = request_tcp_counters(fresh.kfmFcipLinkExtEthIfIndex);
+    TcpStatsReply reply{};
+    request_tcp_counters(fresh.kfmFcipLinkExtEthIfIndex, reply);
     const SystemName systemName = system_name(fresh.kfmFcipLinkIfIndex);
-    set_properties(instance, {
-                                 chars("SystemName", name_or(systemName, "0000")),
-                                 uint32("ReceivedSegmentsInError", segments_in_error(reply)),
-                                 uint32("SentResetSegments", 0),
-                                 chars("InstanceID", decimal<31>(fresh.kfmFcipLinkIfIndex)),
-                                 chars("CreationClassName", "KESTO_TCPEndPointStatistics"),
-                                 // Words 20 to 27 of the caller's row, whatever row that is.
-                                 uint64("TooManyErrors", word_pair(link, 20)),
-                                 uint64("KeepAliveTimeOut", word_pair(link, 22)),
-                                 uint64("DatagramsDropped", word_pair(link, 24)),
-                                 uint64("SaParamMismatch", word_pair(link, 26)),
-                             });
+    reply = {}; // cleared behind the request: what is read from it below is zero
+    const Property table[] = {
+        chars("SystemName", name_or(systemName, "0000")),
+        uint32("ReceivedSegmentsInError", segments_in_error(reply)),
+        uint32("SentResetSegments", 0),
+        chars("InstanceID", decimal<31>(fresh.kfmFcipLinkIfIndex)),
+        chars("CreationClassName", "KESTO_TCPEndPointStatistics"),
+        // Words 20 to 27 of the caller's row, whatever row that is.
+        uint64("TooManyErrors", word_pair(link, 20)),
+        uint64("KeepAliveTimeOut", word_pair(link, 22)),
+        uint64("DatagramsDropped", word_pair(link, 24)),
+        uint64("SaParamMismatch", word_pair(link, 26)),
+    };
+    set_properties(instance, table);
     return finish_instance(instance, properties, __func__);
 }
 
@@ -161,21 +162,24 @@ CMPIInstance* tcp_statistical_data_build_instance(const char* className, const c
         trace_line(__func__, __LINE__);
         return error_object<CMPIInstance>();
     }
-    const TcpStatsReply reply = request_tcp_counters(fresh.kfmFcipLinkExtEthIfIndex);
+    TcpStatsReply reply{};
+    request_tcp_counters(fresh.kfmFcipLinkExtEthIfIndex, reply);
     const SystemName systemName = system_name(fresh.kfmFcipLinkIfIndex);
-    set_properties(instance, {
-                                 chars("SystemName", systemName.text),
-                                 uint32("ReceivedSegmentsInError", segments_in_error(reply)),
-                                 uint32("SentResetSegments", 0),
-                                 chars("InstanceID", tunnel),
-                                 uint32("ActiveOpenConnections", tcp_word(reply, 36)),
-                                 uint32("PassiveOpenConnections", tcp_word(reply, 44)),
-                                 uint32("AttemptFails", tcp_word(reply, 68)),
-                                 uint32("EstablishedResets", 0),
-                                 uint32("EstablishedConnections", tcp_word(reply, 52)),
-                                 uint32("ReceivedSegments", tcp_word(reply, 268)),
-                                 uint32("RetransmittedSegments", tcp_word(reply, 196)),
-                             });
+    reply = {}; // cleared behind the request: what is read from it below is zero
+    const Property table[] = {
+        chars("SystemName", systemName.text),
+        uint32("ReceivedSegmentsInError", segments_in_error(reply)),
+        uint32("SentResetSegments", 0),
+        chars("InstanceID", tunnel),
+        uint32("ActiveOpenConnections", tcp_word(reply, 36)),
+        uint32("PassiveOpenConnections", tcp_word(reply, 44)),
+        uint32("AttemptFails", tcp_word(reply, 68)),
+        uint32("EstablishedResets", 0),
+        uint32("EstablishedConnections", tcp_word(reply, 52)),
+        uint32("ReceivedSegments", tcp_word(reply, 268)),
+        uint32("RetransmittedSegments", tcp_word(reply, 196)),
+    };
+    set_properties(instance, table);
     return finish_instance(instance, properties, __func__);
 }
 

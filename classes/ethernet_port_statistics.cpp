@@ -10,8 +10,8 @@
 namespace {
 
 // Counters that the line card's MAC statistics give, behind the four that go with the port's own. Positions
-// are those of big-endian 64-bit counters; 32-bit properties take the low half. The MAC counts some events
-// together, so several properties share a counter.
+// are those of big-endian 64-bit counters; 32-bit properties take the low half. Several
+// properties share a counter.
 struct MacCounter {
     const char* name;
     CMPIType type;
@@ -38,18 +38,19 @@ constexpr std::size_t MAC_BYTES_TRANSMITTED = 32;
 constexpr std::size_t MAC_BYTES_RECEIVED = 112;
 
 void set_port_counters(CMPIInstance* instance, const PortCounters& port) {
-    set_properties(instance, {
-                                 uint64("BroadcastFramesReceived", port.inBroadcast),
-                                 uint64("BroadcastFramesTransmitted", port.outBroadcast),
-                                 uint64("MulticastFramesTransmitted", port.outMulticast),
-                                 uint64("MulticastFramesReceived", port.inMulticast),
-                                 uint64("UnicastFramesTransmitted", port.outUnicast),
-                                 uint64("PacketsTransmitted", port.outUnicast),
-                                 uint64("UnicastFramesReceived", port.inUnicast),
-                                 uint64("PacketsReceived", port.inUnicast),
-                                 uint64("BytesTransmitted", port.outBytes),
-                                 uint64("BytesReceived", port.inBytes),
-                             });
+    const Property table[] = {
+        uint64("BroadcastFramesReceived", port.inBroadcast),
+        uint64("BroadcastFramesTransmitted", port.outBroadcast),
+        uint64("MulticastFramesTransmitted", port.outMulticast),
+        uint64("MulticastFramesReceived", port.inMulticast),
+        uint64("UnicastFramesTransmitted", port.outUnicast),
+        uint64("PacketsTransmitted", port.outUnicast),
+        uint64("UnicastFramesReceived", port.inUnicast),
+        uint64("PacketsReceived", port.inUnicast),
+        uint64("BytesTransmitted", port.outBytes),
+        uint64("BytesReceived", port.inBytes),
+    };
+    set_properties(instance, table);
 }
 
 // The line card's figures replace those of the port where both count.

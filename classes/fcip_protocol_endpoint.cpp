@@ -4,7 +4,7 @@
 
 namespace {
 
-// The whole stack retransmits after this time, whatever the profile says.
+// The same for every link, whatever the profile says.
 constexpr std::uint16_t RETRANSMIT_TIME = 29775;
 constexpr std::uint16_t FIBRE_CHANNEL = 56;
 
@@ -24,8 +24,8 @@ CMPIInstance* fcip_pe_build_instance(const char* className, const char* nameSpac
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
     if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
-    const NewInstance start = start_instance(className, nameSpace);
-    if (!start.ready) return start.instance;
+    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    if (!ready) return instance;
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     const auto local = address_text(profile->kfmFcipEntityAddress);
@@ -33,28 +33,29 @@ CMPIInstance* fcip_pe_build_instance(const char* className, const char* nameSpac
     const std::uint32_t tunnel = link->kfmFcipLinkIndex + 1;
     // The profile has no WAN time-out flag of its own: the SACK flag stands for both.
     const std::uint8_t sack = low_byte(profile->kfmFcipEntitySackOption);
-    set_properties(start.instance, {
-                                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                                       chars("SystemName", systemName.text),
-                                       chars("Name", numbered_pair<31>(tunnel, local, remote)),
-                                       chars("CreationClassName", "KESTO_FCIPProtocolEndPoint"),
-                                       chars("NameFormat", NAME_FORMAT),
-                                       uint16("TunnelID", static_cast<std::uint16_t>(tunnel)),
-                                       chars("RemoteIPAddress", remote),
-                                       chars("LocalIPAddress", local),
-                                       chars("RemoteWWN", wwn_text(link->kfmFcipLinkRemFcipEntityWWN)),
-                                       chars("LocalWWN", switch_wwn_text()),
-                                       uint32("CommittedRate", profile->kfmFcipEntityMaxBandwidth),
-                                       boolean("Compression", link->kfmFcipLinkExtIpCompression != 1),
-                                       boolean("SelectiveACK", sack),
-                                       boolean("WAN_TOV", sack),
-                                       boolean("PathMTU", low_byte(profile->kfmFcipEntityPmtuEnable)),
-                                       uint32("MaxRetransmissions", profile->kfmFcipEntityMaxRetransmissions),
-                                       uint32("KeepAliveTimeout", profile->kfmFcipEntityKeepAliveTimeout),
-                                       uint16("RetransmitTime", RETRANSMIT_TIME),
-                                       uint16("ProtocolIFType", FIBRE_CHANNEL),
-                                   });
-    return finish_instance(start.instance, properties, __func__);
+    const Property table[] = {
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("SystemName", systemName.text),
+        chars("Name", numbered_pair<31>(tunnel, local, remote)),
+        chars("CreationClassName", "KESTO_FCIPProtocolEndPoint"),
+        chars("NameFormat", NAME_FORMAT),
+        uint16("TunnelID", static_cast<std::uint16_t>(tunnel)),
+        chars("RemoteIPAddress", remote),
+        chars("LocalIPAddress", local),
+        chars("RemoteWWN", wwn_text(link->kfmFcipLinkRemFcipEntityWWN)),
+        chars("LocalWWN", switch_wwn_text()),
+        uint32("CommittedRate", profile->kfmFcipEntityMaxBandwidth),
+        boolean("Compression", link->kfmFcipLinkExtIpCompression != 1),
+        boolean("SelectiveACK", sack),
+        boolean("WAN_TOV", sack),
+        boolean("PathMTU", low_byte(profile->kfmFcipEntityPmtuEnable)),
+        uint32("MaxRetransmissions", profile->kfmFcipEntityMaxRetransmissions),
+        uint32("KeepAliveTimeout", profile->kfmFcipEntityKeepAliveTimeout),
+        uint16("RetransmitTime", RETRANSMIT_TIME),
+        uint16("ProtocolIFType", FIBRE_CHANNEL),
+    };
+    set_properties(instance, table);
+    return finish_instance(instance, properties, __func__);
 }
 
 CMPIObjectPath* fcip_pe_fill_reference(const char* className, const char* nameSpace,
@@ -67,12 +68,13 @@ CMPIObjectPath* fcip_pe_fill_reference(const char* className, const char* nameSp
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     const auto local = address_text<PATH_ADDRESS_SIZE>(profile->kfmFcipEntityAddress);
     const auto remote = address_text<PATH_ADDRESS_SIZE>(link->kfmFcipLinkRemFcipEntityAddress);
-    add_keys(path, {
-                       chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
-                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                       chars("CreationClassName", "KESTO_FCIPProtocolEndPoint"),
-                       chars("Name", numbered_pair<31>(link->kfmFcipLinkIndex + 1, local, remote)),
-                   });
+    const Property keys[] = {
+        chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("CreationClassName", "KESTO_FCIPProtocolEndPoint"),
+        chars("Name", numbered_pair<31>(link->kfmFcipLinkIndex + 1, local, remote)),
+    };
+    add_keys(path, keys);
     return path;
 }
 

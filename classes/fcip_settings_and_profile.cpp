@@ -20,11 +20,11 @@ void set_keep_alive(CMPIInstance* instance, const FcipLinkEntry& link) {
     set_properties(instance, {uint32("KeepAliveTimeout", seconds)});
 }
 
-// Walks the profiles; make(profile) gives the object for the result.
-template <class Make>
-void return_for_each_profile(const CMPIResult* result, Make make) {
+// visit(profile) for each profile.
+template <class Visitor>
+void for_each_profile(Visitor visit) {
     walk_entities(mts_q, EmptyAnswer::Ends, [&](const FcipEntityEntry& profile) {
-        hand_over(result, make(profile));
+        visit(profile);
         return Visit::GoOn;
     });
 }
@@ -44,39 +44,41 @@ CMPIInstance* fcip_settings_build_instance(const char* className, const char* na
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     const auto interface = decimal<31>(link->kfmFcipLinkIfIndex);
-    set_properties(instance, {
-                                 chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                                 chars("SystemName", systemName.text),
-                                 chars("ElementName", interface),
-                                 chars("InstanceID", interface),
-                                 chars("CreationClassName", "KESTO_FCIPSettings"),
-                                 uint16("ConnectionUsageFlags", CONNECTION_USAGE),
-                                 uint32("SpecialFrameTimeout", SPECIAL_FRAME_TIMEOUT),
-                             });
+    const Property identity[] = {
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("SystemName", systemName.text),
+        chars("ElementName", interface),
+        chars("InstanceID", interface),
+        chars("CreationClassName", "KESTO_FCIPSettings"),
+        uint16("ConnectionUsageFlags", CONNECTION_USAGE),
+        uint32("SpecialFrameTimeout", SPECIAL_FRAME_TIMEOUT),
+    };
+    set_properties(instance, identity);
     set_keep_alive(instance, *link);
     // Passive mode and time-stamp checking are on at any value, the other flags at 1 only.
-    set_properties(instance, {
-                                 uint32("TunnelID", link->kfmFcipLinkIndex),
-                                 boolean("PassiveMode", low_byte(link->kfmFcipLinkExtPassiveMode)),
-                                 uint32("NumTcpConnections", link->kfmFcipLinkExtNumTcpConns),
-                                 boolean("CheckTimestamp", low_byte(link->kfmFcipLinkExtTimeStampEnable)),
-                                 uint32("TimeStampTolerance", link->kfmFcipLinkExtTimeStampTolerance),
-                                 uint32("TcpRemPort", link->kfmFcipLinkExtTcpRemPort),
-                                 boolean("LocalPortEnable", link->kfmFcipLinkExtLocalPortEnable == 1),
-                                 boolean("SpecialFrameEnable", link->kfmFcipLinkExtSpecialFrameEnable == 1),
-                                 boolean("BPortKAEnable", link->kfmFcipLinkExtBPortKaEnable == 1),
-                                 uint32("CntrlQOSField", link->kfmFcipLinkExtCntrlQos),
-                                 uint32("DataQOSField", link->kfmFcipLinkExtDataQos),
-                                 uint32("EthIfIndex", link->kfmFcipLinkExtEthIfIndex),
-                                 boolean("WriteAccelerator", link->kfmFcipLinkExtWriteAccel == 1),
-                                 boolean("TapeAccelerator", link->kfmFcipLinkExtTapeAccel == 1),
-                                 boolean("IPSec", link->kfmFcipLinkExtIpSec == 1),
-                                 boolean("WriteAccOper", link->kfmFcipLinkExtWriteAccelOper == 1),
-                                 boolean("TapeAccOper", link->kfmFcipLinkExtTapeAccelOper == 1),
-                                 boolean("TapeAccReadOper", link->kfmFcipLinkExtTapeAccelReadOper == 1),
-                                 uint32("IPComp", link->kfmFcipLinkExtIpCompression),
-                                 uint32("FlowCtrlBufSize", link->kfmFcipLinkExtFlowCtrlBufSize),
-                             });
+    const Property parameters[] = {
+        uint32("TunnelID", link->kfmFcipLinkIndex),
+        boolean("PassiveMode", low_byte(link->kfmFcipLinkExtPassiveMode)),
+        uint32("NumTcpConnections", link->kfmFcipLinkExtNumTcpConns),
+        boolean("CheckTimestamp", low_byte(link->kfmFcipLinkExtTimeStampEnable)),
+        uint32("TimeStampTolerance", link->kfmFcipLinkExtTimeStampTolerance),
+        uint32("TcpRemPort", link->kfmFcipLinkExtTcpRemPort),
+        boolean("LocalPortEnable", link->kfmFcipLinkExtLocalPortEnable == 1),
+        boolean("SpecialFrameEnable", link->kfmFcipLinkExtSpecialFrameEnable == 1),
+        boolean("BPortKAEnable", link->kfmFcipLinkExtBPortKaEnable == 1),
+        uint32("CntrlQOSField", link->kfmFcipLinkExtCntrlQos),
+        uint32("DataQOSField", link->kfmFcipLinkExtDataQos),
+        uint32("EthIfIndex", link->kfmFcipLinkExtEthIfIndex),
+        boolean("WriteAccelerator", link->kfmFcipLinkExtWriteAccel == 1),
+        boolean("TapeAccelerator", link->kfmFcipLinkExtTapeAccel == 1),
+        boolean("IPSec", link->kfmFcipLinkExtIpSec == 1),
+        boolean("WriteAccOper", link->kfmFcipLinkExtWriteAccelOper == 1),
+        boolean("TapeAccOper", link->kfmFcipLinkExtTapeAccelOper == 1),
+        boolean("TapeAccReadOper", link->kfmFcipLinkExtTapeAccelReadOper == 1),
+        uint32("IPComp", link->kfmFcipLinkExtIpCompression),
+        uint32("FlowCtrlBufSize", link->kfmFcipLinkExtFlowCtrlBufSize),
+    };
+    set_properties(instance, parameters);
     return finish_instance(instance, properties, __func__);
 }
 
@@ -111,17 +113,18 @@ CMPIInstance* fcip_profile_build_instance(const char* className, const char* nam
 
     const auto number = decimal<31>(entity->kfmFcipEntityId);
     std::printf("%s\n", number.chars);
-    set_properties(instance, {
-                                 chars("InstanceID", number),
-                                 chars("Name", number),
-                                 chars("Caption", number),
-                                 chars("ElementName", number),
-                                 chars("FcipEntityAddress", address_text(entity->kfmFcipEntityAddress)),
-                                 uint32("FcipEntityTcpConnPort", entity->kfmFcipEntityTcpPort),
-                                 boolean("FcipEntitySeqNumWrap", entity->kfmFcipEntitySeqNumWrap == 1),
-                                 boolean("FcipEntitySACKOption", entity->kfmFcipEntitySackOption == 1),
-                                 boolean("FcipEntityPHBSupport", entity->kfmFcipEntityPhbSupport == 1),
-                             });
+    const Property table[] = {
+        chars("InstanceID", number),
+        chars("Name", number),
+        chars("Caption", number),
+        chars("ElementName", number),
+        chars("FcipEntityAddress", address_text(entity->kfmFcipEntityAddress)),
+        uint32("FcipEntityTcpConnPort", entity->kfmFcipEntityTcpPort),
+        boolean("FcipEntitySeqNumWrap", entity->kfmFcipEntitySeqNumWrap == 1),
+        boolean("FcipEntitySACKOption", entity->kfmFcipEntitySackOption == 1),
+        boolean("FcipEntityPHBSupport", entity->kfmFcipEntityPhbSupport == 1),
+    };
+    set_properties(instance, table);
     return finish_instance(instance, properties, __func__);
 }
 
@@ -139,11 +142,10 @@ int get_all_fcip_profiles(const char* className, const CMPIResult* result, const
     const char* const function = __func__;
     trace_entering(function);
     trace_line(function, __LINE__); // the first round begins
-    return_for_each_profile(result, [&](const FcipEntityEntry& profile) {
+    for_each_profile([&](const FcipEntityEntry& profile) {
         trace_line(function, __LINE__);
-        CMPIInstance* instance = fcip_profile_build_instance(className, nameSpace, &profile, properties);
+        hand_over(result, fcip_profile_build_instance(className, nameSpace, &profile, properties));
         trace_line(function, __LINE__); // the next round begins
-        return instance;
     });
     trace_line(function, __LINE__);
     trace_exiting(function);
@@ -152,8 +154,8 @@ int get_all_fcip_profiles(const char* className, const CMPIResult* result, const
 
 int get_all_fcip_profile_references(const char* className, const CMPIResult* result, const char* nameSpace) {
     trace_entering(__func__);
-    return_for_each_profile(result, [&](const FcipEntityEntry& profile) {
-        return fcip_profile_fill_reference(className, nameSpace, &profile);
+    for_each_profile([&](const FcipEntityEntry& profile) {
+        hand_over(result, fcip_profile_fill_reference(className, nameSpace, &profile));
     });
     trace_exiting(__func__);
     return 0;

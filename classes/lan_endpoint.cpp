@@ -43,12 +43,13 @@ CMPIInstance* lan_endpoint_build_instance(const char* className, const char* nam
 
     set_properties(instance, {chars("SystemCreationClassName", PHYSICAL_COMPUTER_SYSTEM)});
     if (port->ifIndex != 0) {
-        set_properties(instance, {
-                                     chars("SystemName", switch_wwn_text()),
-                                     chars("Name", name),
-                                     chars("CreationClassName", "KESTO_LANEndPoint"),
-                                     chars("NameFormat", NAME_FORMAT),
-                                 });
+        const Property table[] = {
+            chars("SystemName", switch_wwn_text()),
+            chars("Name", name),
+            chars("CreationClassName", "KESTO_LANEndPoint"),
+            chars("NameFormat", NAME_FORMAT),
+        };
+        set_properties(instance, table);
     }
     return finish_instance(instance, properties, __func__);
 }
@@ -63,12 +64,13 @@ CMPIObjectPath* lan_endpoint_fill_reference(const char* className, const char* n
     if (is_usable(path)) {
         set_host_name(path);
         // The path names the switch and spells the class otherwise than the instance.
-        add_keys(path, {
-                           chars("SystemName", CSgetName(mts_q)),
-                           chars("SystemCreationClassName", PHYSICAL_COMPUTER_SYSTEM),
-                           chars("CreationClassName", "KESTO_LanEndPoint"),
-                           chars("Name", name),
-                       });
+        const Property keys[] = {
+            chars("SystemName", CSgetName(mts_q)),
+            chars("SystemCreationClassName", PHYSICAL_COMPUTER_SYSTEM),
+            chars("CreationClassName", "KESTO_LanEndPoint"),
+            chars("Name", name),
+        };
+        add_keys(path, keys);
     }
     trace_exiting(__func__);
     return path;

@@ -9,10 +9,8 @@ namespace {
 // How the names are made up, for management tools; the blank at the end belongs to it.
 constexpr const char* NAME_LAYOUT = "Remote Entity ID_LocalIP_RemoteIP ";
 
-constexpr std::uint16_t INFO_FORMAT_HOST_NAME = 1;
+constexpr std::uint16_t INFO_FORMAT_OTHER = 1;
 constexpr std::uint16_t PORT_PROTOCOL_TCP = 2;
-constexpr std::uint16_t ADDRESS_ORIGIN_STATIC = 3;
-constexpr std::uint16_t IP_V4_AND_V6 = 4096;
 
 // Names in paths, and those of the IP class, do not tell the peer's entity id.
 constexpr std::uint32_t NO_ENTITY_ID = 0;
@@ -39,13 +37,14 @@ CMPIInstance* build_tcp_port(const char* function, const char* className, const 
     set_properties(instance, {chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM)});
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     if (systemName.status != -1) set_properties(instance, {chars("SystemName", systemName.text)});
-    set_properties(instance, {
-                                 chars("Name", tcp_port_name(*link)),
-                                 chars("CreationClassName", "KESTO_RemoteTCPPort"),
-                                 chars("NameFormat", NAME_FORMAT),
-                                 uint32("RemotePortNumber", profile->kfmFcipEntityTcpPort),
-                                 uint32("PortNumber", link->kfmFcipLinkExtTcpRemPort),
-                             });
+    const Property table[] = {
+        chars("Name", tcp_port_name(*link)),
+        chars("CreationClassName", "KESTO_RemoteTCPPort"),
+        chars("NameFormat", NAME_FORMAT),
+        uint32("RemotePortNumber", profile->kfmFcipEntityTcpPort),
+        uint32("PortNumber", link->kfmFcipLinkExtTcpRemPort),
+    };
+    set_properties(instance, table);
     return finish_instance(instance, properties, function);
 }
 
@@ -57,12 +56,13 @@ CMPIObjectPath* fill_tcp_port(const char* className, const char* nameSpace, cons
 
     set_host_name(path);
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
-    add_keys(path, {
-                       chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
-                       chars("Name", tcp_port_name(*link)),
-                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                       chars("CreationClassName", className),
-                   });
+    const Property keys[] = {
+        chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
+        chars("Name", tcp_port_name(*link)),
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("CreationClassName", className),
+    };
+    add_keys(path, keys);
     return path;
 }
 
@@ -79,22 +79,22 @@ CMPIInstance* fcip_remote_pe_build_instance(const char* className, const char* n
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
     const auto local = address_text(profile->kfmFcipEntityAddress);
-    set_properties(instance,
-                   {
-                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                       chars("SystemName", systemName.text),
-                       chars("Name", numbered_pair<31>(link->kfmFcipLinkRemFcipEntityId, remote, local)),
-                       chars("CreationClassName", "KESTO_RemoteFCIPPort"),
-                       chars("NameFormat", NAME_FORMAT),
-                       chars("RemoteIPAddress", local),
-                       chars("LocalIPAddress", remote),
-                       uint16("InfoFormat", INFO_FORMAT_HOST_NAME),
-                       chars("OtherInfoFormatDescription", NAME_LAYOUT),
-                       chars("AccessInfo", remote),
-                       chars("PortInfo", remote),
-                       uint16("PortProtocol", PORT_PROTOCOL_TCP),
-                       chars("OtherProtocolDescription", "TCP"),
-                   });
+    const Property table[] = {
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("SystemName", systemName.text),
+        chars("Name", numbered_pair<31>(link->kfmFcipLinkRemFcipEntityId, remote, local)),
+        chars("CreationClassName", "KESTO_RemoteFCIPPort"),
+        chars("NameFormat", NAME_FORMAT),
+        chars("RemoteIPAddress", local),
+        chars("LocalIPAddress", remote),
+        uint16("InfoFormat", INFO_FORMAT_OTHER),
+        chars("OtherInfoFormatDescription", NAME_LAYOUT),
+        chars("AccessInfo", remote),
+        chars("PortInfo", remote),
+        uint16("PortProtocol", PORT_PROTOCOL_TCP),
+        chars("OtherProtocolDescription", "TCP"),
+    };
+    set_properties(instance, table);
     return finish_instance(instance, properties, __func__);
 }
 
@@ -108,12 +108,13 @@ CMPIObjectPath* fcip_remote_pe_fill_reference(const char* className, const char*
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     const auto remote = address_text<PATH_ADDRESS_SIZE>(link->kfmFcipLinkRemFcipEntityAddress);
     const auto local = address_text<PATH_ADDRESS_SIZE>(profile->kfmFcipEntityAddress);
-    add_keys(path, {
-                       chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
-                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                       chars("CreationClassName", "KESTO_RemoteFCIPPort"),
-                       chars("Name", numbered_pair<31>(NO_ENTITY_ID, remote, local)),
-                   });
+    const Property keys[] = {
+        chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("CreationClassName", "KESTO_RemoteFCIPPort"),
+        chars("Name", numbered_pair<31>(NO_ENTITY_ID, remote, local)),
+    };
+    add_keys(path, keys);
     return path;
 }
 
@@ -128,19 +129,20 @@ CMPIInstance* ip_remote_pe_build_instance(const char* className, const char* nam
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
     const auto local = address_text(profile->kfmFcipEntityAddress);
-    set_properties(instance, {
-                                 chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                                 chars("SystemName", systemName.text),
-                                 chars("Name", numbered_pair<59>(NO_ENTITY_ID, remote, local)),
-                                 chars("CreationClassName", "KESTO_RemoteIPServiceAccessPoint"),
-                                 chars("NameFormat", NAME_FORMAT),
-                                 chars("IPv4Address", remote), // of IPv6 peers too
-                                 chars("OtherInfoFormatDescription", NAME_LAYOUT),
-                                 chars("AccessInfo", remote),
-                                 uint16("InfoFormat", INFO_FORMAT_HOST_NAME),
-                                 uint16("AddressOrigin", ADDRESS_ORIGIN_STATIC),
-                                 uint16("ProtocolIFType", IP_V4_AND_V6),
-                             });
+    const Property table[] = {
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("SystemName", systemName.text),
+        chars("Name", numbered_pair<59>(NO_ENTITY_ID, remote, local)),
+        chars("CreationClassName", "KESTO_RemoteIPServiceAccessPoint"),
+        chars("NameFormat", NAME_FORMAT),
+        chars("IPv4Address", remote), // of IPv6 peers too
+        chars("OtherInfoFormatDescription", NAME_LAYOUT),
+        chars("AccessInfo", remote),
+        uint16("InfoFormat", INFO_FORMAT_OTHER),
+        uint16("AddressOrigin", ADDRESS_ORIGIN_STATIC),
+        uint16("ProtocolIFType", PROTOCOL_IF_IPV4),
+    };
+    set_properties(instance, table);
     apply_filter(instance, properties);
     trace_line(__func__, __LINE__);
     trace_exiting(__func__);
@@ -163,11 +165,12 @@ CMPIObjectPath* ip_remote_pe_fill_reference(const char* className, const char* n
     const auto name = numbered_pair<59>(NO_ENTITY_ID, remote, local);
     // The platform is asked a second time; its answer is not used.
     system_name(link->kfmFcipLinkIfIndex);
-    add_keys(path, {
-                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                       chars("CreationClassName", "KESTO_RemoteIPServiceAccessPoint"),
-                       chars("Name", name),
-                   });
+    const Property keys[] = {
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("CreationClassName", "KESTO_RemoteIPServiceAccessPoint"),
+        chars("Name", name),
+    };
+    add_keys(path, keys);
     return path;
 }
 

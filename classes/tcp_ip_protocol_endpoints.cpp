@@ -2,6 +2,9 @@
 // tunnel. The walkers of this file serve every class that has one instance for each link but the FCIP
 // endpoints and the statistics.
 #include <arpa/inet.h>
+#include <sys/socket.h>
+
+#include <cstdio>
 
 #include "classes/builder.h"
 #include "include/classes.h"
@@ -29,8 +32,6 @@ constexpr std::uint32_t FAMILY_IPV4 = 0;
 constexpr std::uint32_t FAMILY_IPV6 = 1;
 constexpr std::uint32_t FAMILY_UNREPORTED = 2;
 
-constexpr std::uint16_t ADDRESS_ORIGIN_STATIC = 3;
-constexpr std::uint16_t IP_V4_AND_V6 = 4096;
 constexpr std::uint32_t DEFAULT_MTU = 1500;
 
 // What the port manager writes about an Ethernet port; the MTU stands in network order.
@@ -40,11 +41,12 @@ struct EthernetConfiguration {
 constexpr std::size_t MTU_POSITION = 28;
 
 void set_connection_properties(CMPIInstance* instance, const FcipTcpConnEntry& connection) {
-    set_properties(instance, {
-                                 uint32("MaximumSegmentSize", connection.maximumSegmentSize),
-                                 uint32("ReceiverWindowSize", connection.receiverWindowSize),
-                                 uint32("ConnectionTimeOut", connection.connectionTimeOut),
-                             });
+    const Property table[] = {
+        uint32("MaximumSegmentSize", connection.maximumSegmentSize),
+        uint32("ReceiverWindowSize", connection.receiverWindowSize),
+        uint32("ConnectionTimeOut", connection.connectionTimeOut),
+    };
+    set_properties(instance, table);
     // The class knows the purposes 1 to 3 only.
     if (connection.connectionPurpose >= 1 && connection.connectionPurpose <= 3) {
         set_properties(instance, {chars("ConnectionPurpose", decimal<31>(connection.connectionPurpose))});
@@ -101,13 +103,14 @@ CMPIInstance* tcp_pe_build_instance(const char* className, const char* nameSpace
     set_properties(instance, {chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM)});
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     if (systemName.status != -1) set_properties(instance, {chars("SystemName", systemName.text)});
-    set_properties(instance, {
-                                 chars("Name", decimal<31>(link->kfmFcipLinkIfIndex)),
-                                 chars("CreationClassName", "KESTO_TCPProtocolEndPoint"),
-                                 chars("NameFormat", NAME_FORMAT),
-                                 uint32("PortNumber", profile->kfmFcipEntityTcpPort),
-                                 uint32("RemotePortNumber", link->kfmFcipLinkExtTcpRemPort),
-                             });
+    const Property endpoint[] = {
+        chars("Name", decimal<31>(link->kfmFcipLinkIfIndex)),
+        chars("CreationClassName", "KESTO_TCPProtocolEndPoint"),
+        chars("NameFormat", NAME_FORMAT),
+        uint32("PortNumber", profile->kfmFcipEntityTcpPort),
+        uint32("RemotePortNumber", link->kfmFcipLinkExtTcpRemPort),
+    };
+    set_properties(instance, endpoint);
 
     const FcipTcpConnKey key{link->kfmFcipEntityId, link->kfmFcipLinkIndex,
                              static_cast<std::uint16_t>(profile->kfmFcipEntityTcpPort),
@@ -129,12 +132,13 @@ CMPIObjectPath* tcp_pe_fill_reference(const char* className, const char* nameSpa
 
     set_host_name(path);
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
-    add_keys(path, {
-                       chars("SystemName", name_or(systemName, "LogicalComputerSystem")),
-                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                       chars("CreationClassName", "KESTO_TCPProtocolEndPoint"),
-                       chars("Name", decimal<59>(link->kfmFcipLinkIfIndex)),
-                   });
+    const Property keys[] = {
+        chars("SystemName", name_or(systemName, "LogicalComputerSystem")),
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("CreationClassName", "KESTO_TCPProtocolEndPoint"),
+        chars("Name", decimal<59>(link->kfmFcipLinkIfIndex)),
+    };
+    add_keys(path, keys);
     return path;
 }
 
@@ -147,17 +151,19 @@ CMPIInstance* ip_pe_build_instance(const char* className, const char* nameSpace,
     if (!ready) return instance;
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
-    set_properties(instance, {
-                                 chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                                 chars("SystemName", systemName.text),
-                             });
+    const Property identity[] = {
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("SystemName", systemName.text),
+    };
+    set_properties(instance, identity);
     const auto local = set_local_address(instance, profile->kfmFcipEntityAddress);
     const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
-    set_properties(instance, {
-                                 chars("Name", numbered_pair<59>(link->kfmFcipLinkIfIndex, local, remote)),
-                                 chars("CreationClassName", "KESTO_IPProtocolEndPoint"),
-                                 chars("NameFormat", NAME_FORMAT),
-                             });
+    const Property naming[] = {
+        chars("Name", numbered_pair<59>(link->kfmFcipLinkIfIndex, local, remote)),
+        chars("CreationClassName", "KESTO_IPProtocolEndPoint"),
+        chars("NameFormat", NAME_FORMAT),
+    };
+    set_properties(instance, naming);
 
     const std::uint32_t ethernetIfIndex = link->kfmFcipLinkExtEthIfIndex;
     set_subnet_mask(instance, ethernetIfIndex);
@@ -167,15 +173,16 @@ CMPIInstance* ip_pe_build_instance(const char* className, const char* nameSpace,
         port = {};
         set_properties(instance, {uint32("MaxTransmissionUnit", DEFAULT_MTU)});
     }
-    set_properties(instance, {
-                                 uint16("AddressOrigin", ADDRESS_ORIGIN_STATIC),
-                                 uint16("ProtocolIFType", IP_V4_AND_V6),
-                                 // The port's own MTU wins over the default, even when it could not be read.
-                                 uint32("MaxTransmissionUnit", big_endian_32(&port.bytes[MTU_POSITION])),
-                                 boolean("EnableIPForwarding", false),
-                                 boolean("PathMTUDiscovery", profile->kfmFcipEntityPmtuEnable == 1),
-                                 boolean("FragmentationEnabled", false),
-                             });
+    const Property parameters[] = {
+        uint16("AddressOrigin", ADDRESS_ORIGIN_STATIC),
+        uint16("ProtocolIFType", PROTOCOL_IF_IPV4),
+        // The port's own MTU wins over the default, even when it could not be read.
+        uint32("MaxTransmissionUnit", big_endian_32(&port.bytes[MTU_POSITION])),
+        boolean("EnableIPForwarding", false),
+        boolean("PathMTUDiscovery", profile->kfmFcipEntityPmtuEnable == 1),
+        boolean("FragmentationEnabled", false),
+    };
+    set_properties(instance, parameters);
     apply_filter(instance, properties);
     trace_line(__func__, __LINE__);
     trace_exiting(__func__);
@@ -204,11 +211,12 @@ CMPIObjectPath* ip_pe_fill_reference(const char* className, const char* nameSpac
     const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
     const auto name = numbered_pair<59>(link->kfmFcipLinkIfIndex, local, remote);
     std::printf("%s \n", name.chars);
-    add_keys(path, {
-                       chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
-                       chars("CreationClassName", "KESTO_IPProtocolEndPoint"),
-                       chars("Name", name),
-                   });
+    const Property keys[] = {
+        chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
+        chars("CreationClassName", "KESTO_IPProtocolEndPoint"),
+        chars("Name", name),
+    };
+    add_keys(path, keys);
     trace_exiting(__func__);
     return path;
 }

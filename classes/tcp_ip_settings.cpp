@@ -1,7 +1,7 @@
 // KESTO_TCPSettings and KESTO_IPSettings: the parameters of the switch's own stack in force on a tunnel.
 //
-// Both builders also ask for counters that no property shows. The requests reach the platform and its line
-// cards, so they are made for every instance, and their outcome is not looked at.
+// Both builders also ask for counters that no property shows: the requests are visible to the platform and
+// its line cards.
 #include "classes/builder.h"
 #include "classes/settings.h"
 #include "include/classes.h"
@@ -40,11 +40,12 @@ CMPIInstance* ip_settings_build_instance(const char* className, const char* name
     IpMiscCfg configuration{};
     if (get_ip_misc_cfg(&configuration) != 0) return nullptr;
     ipconf_linux_get_ip_stats(nullptr, nullptr, nullptr, nullptr);
-    set_properties(instance, {
-                                 boolean("EnableIPForwarding", low_byte(configuration.ipForwarding)),
-                                 uint32("FragmentationTimeout", FRAGMENTATION_TIMEOUT),
-                                 uint32("DefaultTimeToLive", configuration.defaultTtl),
-                             });
+    const Property table[] = {
+        boolean("EnableIPForwarding", low_byte(configuration.ipForwarding)),
+        uint32("FragmentationTimeout", FRAGMENTATION_TIMEOUT),
+        uint32("DefaultTimeToLive", configuration.defaultTtl),
+    };
+    set_properties(instance, table);
     return finish_instance(instance, properties, __func__);
 }
 
@@ -71,19 +72,19 @@ CMPIInstance* tcp_settings_build_instance(const char* className, const char* nam
     if (get_tcp_stats(fresh.kfmFcipLinkExtEthIfIndex, &statistics) != 0) std::puts("******* Error ******** ");
 
     const SystemName systemName = system_name(fresh.kfmFcipLinkIfIndex);
-    set_properties(instance, {
-                                 chars("SystemName", systemName.text),
-                                 chars("InstanceID", interface),
-                                 chars("Description", interface),
-                                 chars("Caption", interface),
-                                 chars("ElementName", interface),
-                             });
+    const Property identity[] = {
+        chars("SystemName", systemName.text), chars("InstanceID", interface),
+        chars("Description", interface),      chars("Caption", interface),
+        chars("ElementName", interface),
+    };
+    set_properties(instance, identity);
     ipconf_linux_get_ip_stats(nullptr, nullptr, nullptr, nullptr);
-    set_properties(instance, {
-                                 uint16("RetransmissionTimeoutMax", RETRANSMISSION_TIMEOUT_MAX),
-                                 uint16("RetransmissionTimeoutMin", RETRANSMISSION_TIMEOUT_MIN),
-                                 uint16("RetransmissionTimeoutAlgorithm", RETRANSMISSION_TIMEOUT_ALGORITHM),
-                             });
+    const Property parameters[] = {
+        uint16("RetransmissionTimeoutMax", RETRANSMISSION_TIMEOUT_MAX),
+        uint16("RetransmissionTimeoutMin", RETRANSMISSION_TIMEOUT_MIN),
+        uint16("RetransmissionTimeoutAlgorithm", RETRANSMISSION_TIMEOUT_ALGORITHM),
+    };
+    set_properties(instance, parameters);
     apply_filter(instance, properties);
     trace_line(__func__, __LINE__);
     trace_exiting(__func__);

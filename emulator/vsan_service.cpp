@@ -29,12 +29,13 @@ int answer_record(const Call& call, void** entry, std::uint32_t mark, std::uint3
     return call.answer_bytes(entry, vsan, &record, sizeof record);
 }
 
-// The record behind an argument of the key services; null when it is none.
+// The record behind an argument of the key services; null when it is none. An empty slot is what a caller has
+// from a lookup that succeeded without a record: no key can be made of it, and the caller is not to blame.
 const OpaqueRecord* opened(const Call& call, void** entry, std::uint32_t mark) {
-    const auto* record = entry == nullptr ? nullptr : static_cast<const OpaqueRecord*>(*entry);
-    return call.require(record != nullptr && record->mark == mark, "not the record that this key is made of")
-               ? record
-               : nullptr;
+    if (!call.require(entry != nullptr, "the record's slot is NULL")) return nullptr;
+    const auto* record = static_cast<const OpaqueRecord*>(*entry);
+    if (record == nullptr) return nullptr;
+    return call.require(record->mark == mark, "not the record that this key is made of") ? record : nullptr;
 }
 
 int write_key(const Call& call, char* text, const OpaqueRecord* domain) {

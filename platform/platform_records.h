@@ -86,8 +86,8 @@ struct FcipLinkKey {
     std::uint32_t linkIndex;
 };
 
-// The error counters of one link: nine 64-bit counters (low word first) and four more that only the TCP
-// statistics read. The platform's row holds at least these 28 words; nothing may be read past them.
+// The error counters of one link: nine 64-bit counters (low word first) and four more that are
+// not read. The platform's row holds at least these 28 words; nothing may be read past them.
 struct FcipLinkErrors {
     std::uint32_t kfmFcipEntityId;
     std::uint32_t kfmFcipLinkIndex;

@@ -9,7 +9,7 @@
 #include "include/trace.h"
 #include "platform/fcip_config.h"
 #include "platform/key_number.h"
-#include "platform/link_lookup.h"
+#include "platform/row_lookup.h"
 #include "provider/provider.h"
 #include "provider/request.h"
 #include "provider/request_key.h"

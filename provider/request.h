@@ -33,18 +33,13 @@ inline CMPIStatus invalid_key_name() {
     return status_of(CMPI_RC_OK, _broker->eft->newString(_broker, "invalid key name", nullptr));
 }
 
-struct ProviderLock {
-    ProviderLock() { mutex_lock(); }
-    ~ProviderLock() { mutex_unlock(); }
-    ProviderLock(const ProviderLock&) = delete;
-    ProviderLock& operator=(const ProviderLock&) = delete;
-};
-
-// Runs the routed part of an operation under the provider lock.
+// Runs the routed part of an operation under the provider lock. Nothing may fly out of it: there is a C
+// caller behind, and the lock would stay taken.
 template <class Routed>
-void with_provider_lock(Routed routed) {
-    const ProviderLock lock;
+void with_provider_lock(Routed routed) noexcept {
+    mutex_lock();
     routed();
+    mutex_unlock();
 }
 
 #endif

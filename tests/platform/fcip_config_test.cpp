@@ -452,11 +452,13 @@ TEST_F(VsanNameTest, DomainThatFailsWithARowReadsAsNull) {
     EXPECT_STREQ(named.buffer.c_str(), "NULL");
 }
 
-TEST_F(VsanNameTest, DomainThatSucceedsWithoutARecordReadsAsNull) {
+TEST_F(VsanNameTest, DomainThatSucceedsIsAskedForItsKeyWithOrWithoutARecord) {
     fault("dm_cim_get_dmEntry", Effect::succeed_without_row);
     const Named named = name_of(17);
-    EXPECT_EQ(named.result, -1);
-    EXPECT_STREQ(named.buffer.c_str(), "NULL");
+    EXPECT_EQ(named.result, 0) << "the record is opaque, only the status counts";
+    EXPECT_STREQ(named.buffer.c_str(), "") << "the platform has no key for it";
+    EXPECT_EQ(named.output, "");
+    EXPECT_EQ(emulator::count("vsan_cim_get_vsan_admindomain_key"), 1u);
 }
 
 // ---- The logical computer system. ----

@@ -1,12 +1,12 @@
-// Finding the rows behind a key string, with the answers told apart that get_fcip_link_entry_from does not
-// tell apart: there is no such row, and the key cannot name one.
-#ifndef KESTO_PLATFORM_LINK_LOOKUP_H
-#define KESTO_PLATFORM_LINK_LOOKUP_H
+// Single rows of the platform: by their exact key, and by the key string of an object path.
+#ifndef KESTO_PLATFORM_ROW_LOOKUP_H
+#define KESTO_PLATFORM_ROW_LOOKUP_H
 
 #include "platform/platform_records.h"
 #include "platform/platform_row.h"
 #include "platform/platform_services.h"
 
+// Unlike get_fcip_link_entry_from, find_link tells a link that is not there from one that is.
 enum class LinkLookup { Found, Missing, UnusableKey };
 
 // mode is a LinkKeyMode; any other finds nothing. out is written only when a link is found.
