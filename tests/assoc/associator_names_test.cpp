@@ -264,11 +264,16 @@ TEST_F(AssociatorNamesTest, TcpEndpointIsHostedByThePhysicalSystem) {
               Texts{path(End::physicalSystem, "KESTO_PhysicalComputerSystem", byIfIndex).text()});
 }
 
-TEST_F(AssociatorNamesTest, TcpStatisticalDataBuildsThePathAndReturnsNothing) {
-    const Answer answer = call(get_tcp_statical_data_associator_names, "7", "KESTO_TCPEndPointStatistics");
-    expect_no_object(answer);
-    EXPECT_EQ(broker.call_texts("newObjectPath"),
-              std::vector<std::string>{"newObjectPath root/kesto KESTO_TCPProtocolEndPoint"});
+TEST_F(AssociatorNamesTest, TcpStatisticalDataBuildsThePathOfItsProfilesTunnelAndReturnsNothing) {
+    for (const Probe& probe : probes) {
+        SCOPED_TRACE(std::string("key \"") + probe.key + "\"");
+        broker.clear_calls();
+        expect_no_object(
+            call(get_tcp_statical_data_associator_names, probe.key, "KESTO_TCPEndPointStatistics"));
+        const std::vector<std::string> path{"newObjectPath root/kesto KESTO_TCPProtocolEndPoint"};
+        EXPECT_EQ(broker.call_texts("newObjectPath"),
+                  probe.tunnel[5] != nullptr ? path : std::vector<std::string>{});
+    }
 }
 
 TEST_F(AssociatorNamesTest, EthernetPortNamesItsStatisticsByTheClassOfTheStatistics) {
