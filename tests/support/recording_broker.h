@@ -112,8 +112,14 @@ class RecordingBroker {
 
     void log(const std::string& text);
     Fate next_fate(Make what);
-    template <class T, class... Arguments>
-    T* keep(Arguments&&... arguments);
+    // Makes an object that lives as long as the broker.
+    template <class T>
+    T* keep() {
+        auto made = std::make_shared<T>();
+        std::lock_guard guard(mutex_);
+        objects_.push_back(made);
+        return made.get();
+    }
 
     CMPIBroker broker_{};
     mutable std::mutex mutex_; // operations of several threads share the broker
