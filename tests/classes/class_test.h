@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -92,11 +91,11 @@ inline std::string exiting(const std::string& function) {
 inline std::string line_trace(const std::string& function) {
     return " Function : " + function + " Line [0-9]+ \n";
 }
-inline const std::string ANY = "[^]*";
+inline const std::string ANY = ".*";
+inline const std::string SOME = ".+";
 
-inline bool matches(const std::string& text, const std::string& pattern) {
-    return std::regex_match(text, std::regex(pattern));
-}
+// Whether the whole text matches the extended regular expression; its "." matches line ends too.
+bool matches(const std::string& text, const std::string& pattern);
 
 inline std::size_t occurrences(const std::string& text, const std::string& part) {
     std::size_t count = 0;

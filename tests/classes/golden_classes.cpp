@@ -395,7 +395,7 @@ const std::vector<GoldenBuilder>& golden_builders() {
          .build = of_link(ip_pe_build_instance),
          .properties = IP_ENDPOINT,
          // A free text names the address family.
-         .trace = framed("ip_pe_build_instance", "[^]+" + line_trace("ip_pe_build_instance")),
+         .trace = framed("ip_pe_build_instance", SOME + line_trace("ip_pe_build_instance")),
          .needsProfile = true},
         {.function = "fcip_settings_build_instance",
          .className = "KESTO_FCIPSettings",
@@ -421,7 +421,7 @@ const std::vector<GoldenBuilder>& golden_builders() {
          .className = "KESTO_TCPSettings",
          .build = of_link(tcp_settings_build_instance),
          .properties = TCP_SETTINGS,
-         .trace = framed("tcp_settings_build_instance", "[^]+" + framed("get_tcp_stats", ANY) + "[^]+"),
+         .trace = framed("tcp_settings_build_instance", SOME + framed("get_tcp_stats", ANY) + SOME),
          .exitTraceWithoutPath = true},
         {.function = "fcip_remote_pe_build_instance",
          .className = "KESTO_RemoteFCIPPort",
@@ -477,9 +477,9 @@ const std::vector<GoldenBuilder>& golden_builders() {
          .build = build_ethernet_statistics,
          .properties = ETHERNET_STATISTICS,
          // A free line of text stands before the two byte counters.
-         .trace = framed(
-             "eth_statistics_build_instance",
-             exiting("get_ethernetport_statistics") + "[^]+Bytes Tran -?[0-9]+ \nBytes Received -?[0-9]+\n"),
+         .trace =
+             framed("eth_statistics_build_instance", exiting("get_ethernetport_statistics") + SOME +
+                                                         "Bytes Tran -?[0-9]+ \nBytes Received -?[0-9]+\n"),
          .exitTraceWithoutPath = true},
     };
     return builders;
@@ -531,7 +531,7 @@ const std::vector<GoldenFiller>& golden_fillers() {
          .fill = of_link(ip_settings_fill_reference),
          .keys = SETTINGS_KEYS,
          .hostName = true,
-         .trace = framed("ip_settings_fill_reference", "[^]+"),
+         .trace = framed("ip_settings_fill_reference", SOME),
          .traceWithoutPath = framed("ip_settings_fill_reference"),
          .checksHandle = true,
          .needsProfile = true,
@@ -541,7 +541,7 @@ const std::vector<GoldenFiller>& golden_fillers() {
          .fill = of_link(tcp_settings_fill_reference),
          .keys = SETTINGS_KEYS,
          .hostName = true,
-         .trace = framed("tcp_settings_fill_reference", "[^]+"),
+         .trace = framed("tcp_settings_fill_reference", SOME),
          .traceWithoutPath = framed("tcp_settings_fill_reference"),
          .checksHandle = true,
          .needsProfile = true,
@@ -587,7 +587,7 @@ const std::vector<GoldenFiller>& golden_fillers() {
          .keys = STATISTICS_KEYS,
          .hostName = true,
          .needsProfile = true,
-         .traceWithoutProfile = "[^]+"},
+         .traceWithoutProfile = SOME},
         {.function = "eth_statistics_fill_reference",
          .className = "KESTO_EthernetPortStatistics",
          .fill = fill_ethernet_statistics,

@@ -107,7 +107,7 @@ std::vector<std::uint8_t> ip_reply() {
 std::vector<std::uint8_t> mac_reply() {
     std::vector<std::uint8_t> bytes(256);
     for (std::size_t n = 16; n < bytes.size(); n += 8)
-        put_big_endian_64(bytes, n, 0x100000000 + n);
+        put_big_endian_64(bytes, n, 0x100000000ULL + n);
     return bytes;
 }
 
