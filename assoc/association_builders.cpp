@@ -43,7 +43,7 @@ bool have_both(const CMPIObjectPath* ref1, const CMPIObjectPath* ref2) {
 }
 
 Property reference(const char* name, const CMPIObjectPath* path) {
-    Property property{name, CMPI_ref, nullptr, {}};
+    Property property{name, CMPI_ref, {}, {}};
     property.value.ref = const_cast<CMPIObjectPath*>(path); // a CMPIValue points to non-const objects
     return property;
 }

@@ -286,6 +286,7 @@ void trace_nothing(const char* /*assocClass*/) {}
 #define ASSOCIATOR_NAMES(function, branches, trace)                                                   \
     int function(const char* keyValue, const char* assocClass, const char*, const char*, const char*, \
                  const CMPIResult* result, const char* nameSpace) {                                   \
+        static_assert(all_have(branches, &FarEnd::path));                                             \
         trace_entering(__func__);                                                                     \
         trace(assocClass);                                                                            \
         return traverse(__func__, branches, &FarEnd::path,                                            \
@@ -294,6 +295,7 @@ void trace_nothing(const char* /*assocClass*/) {}
 #define ASSOCIATORS(function, branches, trace)                                                        \
     int function(const char* keyValue, const char* assocClass, const char*, const char*, const char*, \
                  const char** properties, const CMPIResult* result, const char* nameSpace) {          \
+        static_assert(all_have(branches, &FarEnd::instance));                                         \
         trace_entering(__func__);                                                                     \
         trace(assocClass);                                                                            \
         return traverse(__func__, branches, &FarEnd::instance,                                        \
