@@ -27,7 +27,7 @@ ScenarioError::~ScenarioError() = default;
 
 void reset() {
     const Access emulated;
-    emulated->load(parse_scenario(builtin_scenario(), "built-in switch"));
+    emulated->load(builtin_switch());
     release_messages();
     clear_misuse();
     clear_calls();
@@ -35,7 +35,7 @@ void reset() {
 }
 
 void load_builtin() {
-    load_json(builtin_scenario(), "built-in switch");
+    Access()->load(builtin_switch());
 }
 void load_empty() {
     Access()->load(SwitchState{});

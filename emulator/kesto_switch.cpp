@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
-#include <vector>
 
 #include "emulator/control.h"
 #include "emulator/generator.h"
@@ -28,9 +27,8 @@ int main(int argc, char** argv) {
     CLI::App app("Checks and makes scenarios of the emulated switch (the files that KESTO_SWITCH names).");
     app.require_subcommand(1);
 
-    std::vector<std::string> files;
     CLI::App* check = app.add_subcommand("check", "Read scenarios and say what is wrong with each");
-    check->add_option("FILE", files, "The scenarios")->required();
+    const CLI::Option* files = check->add_option("FILE", "The scenarios")->required()->expected(-1);
 
     std::uint32_t tunnels = 0;
     std::uint32_t seed = 1;
@@ -46,7 +44,7 @@ int main(int argc, char** argv) {
     unsetenv("KESTO_SWITCH"); // only the scenario of the command line counts here
 
     int bad = 0;
-    for (const std::string& file : files)
+    for (const std::string& file : files->results())
         bad += is_good(file) ? 0 : 1;
     if (generate->parsed()) std::cout << emulator::generate_scenario(tunnels, seed);
     if (builtin->parsed()) std::cout << emulator::builtin_text();

@@ -72,8 +72,7 @@ constexpr std::size_t LONGEST_MISUSE_REPORT = 100;
 void start(Runtime& emulated) {
     const char* file = std::getenv("KESTO_SWITCH");
     try {
-        emulated.load(file == nullptr || *file == '\0' ? parse_scenario(builtin_scenario(), "built-in switch")
-                                                       : parse_scenario_file(file));
+        emulated.load(file == nullptr || *file == '\0' ? builtin_switch() : parse_scenario_file(file));
     } catch (const ScenarioError& error) {
         // A CIM server must survive a bad file: the switch stays dark, and init_mts tells its caller so.
         std::fprintf(stderr, "emulated switch: %s\n", error.what());
@@ -109,6 +108,7 @@ Verdict Faults::judge(std::string_view symbol, const std::string& arguments,
 
 void Runtime::load(SwitchState loaded) {
     state = std::move(loaded);
+    state.clock.start();
     refused = false;
     faults.clear();
     for (const Fault& fault : state.faults)

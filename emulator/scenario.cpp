@@ -450,6 +450,11 @@ SwitchState parse_scenario_file(const std::string& path) {
     return parse_scenario(text.str(), path);
 }
 
+const SwitchState& builtin_switch() {
+    static const SwitchState parsed = parse_scenario(builtin_scenario(), "built-in switch");
+    return parsed;
+}
+
 std::map<std::string, std::vector<std::string>> scenario_members() {
     std::map<std::string, std::vector<std::string>> members;
     for (const ObjectKind* kind :

@@ -13,6 +13,7 @@ namespace emulator {
 SwitchState parse_scenario(std::string_view text, std::string_view source);
 SwitchState parse_scenario_file(const std::string& path);
 
+const SwitchState& builtin_switch(); // parsed once: every test starts from it
 std::string_view builtin_scenario(); // the text of examples/two-sites.json, compiled in
 
 } // namespace emulator

@@ -38,6 +38,7 @@ using LinkErrorCounters = std::array<Counter, 13>;
 class Clock {
   public:
     double seconds() const;
+    void start() { loaded_ = std::chrono::steady_clock::now(); }
     void stop_at(double seconds) { stopped_ = seconds; }
     void run() { stopped_.reset(); }
 
