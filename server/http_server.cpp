@@ -5,18 +5,19 @@
 #include <netinet/in.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
+
+#include "server/arrival_watch.h"
 
 namespace cimserver {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-constexpr unsigned kRequestTimeout = 408;
 constexpr unsigned kTooLarge = 413;
+constexpr unsigned kInternalError = 500;
 constexpr std::size_t kHeaderMemory = 64 * 1024;
 
 // The socket address to listen on. Beyond loopback a server would need encryption and users.
@@ -61,9 +62,12 @@ ListenAddress loopbackAddress(const std::string& text, std::uint16_t port) {
 
 struct Request {
     HttpRequest message;
-    Clock::time_point started = Clock::now();
-    unsigned refused = 0; // HTTP status that the request has earned before it was complete
+    bool tooLarge = false;
 };
+
+int socketOf(MHD_Connection* connection) {
+    return MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd;
+}
 
 MHD_Result addHeader(void* to, MHD_ValueKind, const char* name, const char* value) {
     auto& headers = *static_cast<std::map<std::string, std::string>*>(to);
@@ -91,18 +95,19 @@ MHD_Result send(MHD_Connection* connection, HttpReply reply) {
 
 class HttpServer::Impl {
   public:
-    Impl(const Settings& settings, Handler handler) : settings_(settings), handler_(std::move(handler)) {
+    Impl(const Settings& settings, Handler handler)
+        : settings_(settings), handler_(std::move(handler)), arrivals_(settings.timeout) {
         ListenAddress address = loopbackAddress(settings.address, settings.port);
         shownAddress_ = address.shown;
         unsigned flags =
             MHD_USE_INTERNAL_POLLING_THREAD | MHD_USE_THREAD_PER_CONNECTION | MHD_USE_POLL | MHD_USE_ITC;
         if (address.isV6) flags |= MHD_USE_IPv6;
-        daemon_ = MHD_start_daemon(flags, settings.port, nullptr, nullptr, &Impl::onRequest, this,
-                                   MHD_OPTION_SOCK_ADDR, &address.socket.any, MHD_OPTION_CONNECTION_LIMIT,
-                                   settings.maxConnections, MHD_OPTION_CONNECTION_TIMEOUT,
-                                   static_cast<unsigned>(settings.timeout.count()),
-                                   MHD_OPTION_CONNECTION_MEMORY_LIMIT, kHeaderMemory,
-                                   MHD_OPTION_NOTIFY_COMPLETED, &Impl::onCompleted, this, MHD_OPTION_END);
+        daemon_ = MHD_start_daemon(
+            flags, settings.port, nullptr, nullptr, &Impl::onRequest, this, MHD_OPTION_SOCK_ADDR,
+            &address.socket.any, MHD_OPTION_CONNECTION_LIMIT, settings.maxConnections,
+            MHD_OPTION_CONNECTION_TIMEOUT, static_cast<unsigned>(settings.timeout.count()),
+            MHD_OPTION_CONNECTION_MEMORY_LIMIT, kHeaderMemory, MHD_OPTION_NOTIFY_CONNECTION,
+            &Impl::onConnection, this, MHD_OPTION_NOTIFY_COMPLETED, &Impl::onCompleted, this, MHD_OPTION_END);
         if (!daemon_) {
             throw HttpServerError("cannot listen on " + shownAddress_ + ":" + std::to_string(settings.port) +
                                   ": " + std::strerror(errno));
@@ -143,6 +148,7 @@ class HttpServer::Impl {
             *size = 0;
             return MHD_YES;
         }
+        server.arrivals_.requestArrived(socketOf(connection));
         return send(connection, server.answer(request));
     }
 
@@ -163,31 +169,46 @@ class HttpServer::Impl {
 
     void receive(Request& request, std::string_view data) const {
         std::string& body = request.message.body;
-        if (Clock::now() - request.started > settings_.timeout) request.refused = kRequestTimeout;
-        if (body.size() + data.size() > settings_.maxBody) request.refused = kTooLarge;
+        if (body.size() + data.size() > settings_.maxBody) request.tooLarge = true;
         // What is refused is read to its end, so that the client gets to read why, but not kept.
-        if (request.refused) {
+        if (request.tooLarge) {
             body.clear();
         } else {
             body += data;
         }
     }
 
+    // An exception must not travel through the C library that calls this.
     HttpReply answer(const Request& request) const {
-        if (request.refused == kTooLarge) return tooLargeReply();
-        if (request.refused) return plainReply(request.refused, "the request took too long to arrive\n");
-        return handler_(request.message);
+        if (request.tooLarge) return tooLargeReply();
+        try {
+            return handler_(request.message);
+        } catch (const std::exception& error) {
+            return plainReply(kInternalError, std::string(error.what()) + "\n");
+        }
     }
 
     HttpReply tooLargeReply() const {
         return plainReply(kTooLarge, "requests may have " + std::to_string(settings_.maxBody) + " bytes\n");
     }
 
-    static void onCompleted(void* self, MHD_Connection*, void** state, MHD_RequestTerminationCode) {
+    static void onConnection(void* self, MHD_Connection* connection, void**,
+                             MHD_ConnectionNotificationCode what) {
+        ArrivalWatch& arrivals = static_cast<Impl*>(self)->arrivals_;
+        if (what == MHD_CONNECTION_NOTIFY_STARTED) {
+            arrivals.expectRequest(socketOf(connection));
+        } else {
+            arrivals.closed(socketOf(connection));
+        }
+    }
+
+    static void onCompleted(void* self, MHD_Connection* connection, void** state,
+                            MHD_RequestTerminationCode) {
         if (!*state) return;
         delete static_cast<Request*>(*state);
         *state = nullptr;
         Impl& server = *static_cast<Impl*>(self);
+        server.arrivals_.expectRequest(socketOf(connection));
         const std::lock_guard guard(server.lock_);
         --server.running_;
         server.idle_.notify_all();
@@ -195,6 +216,7 @@ class HttpServer::Impl {
 
     Settings settings_;
     Handler handler_;
+    ArrivalWatch arrivals_;
     std::string shownAddress_;
     MHD_Daemon* daemon_ = nullptr;
     std::mutex lock_;

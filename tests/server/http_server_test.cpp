@@ -127,17 +127,44 @@ TEST(HttpServer, DropsClientsThatSendNothing) {
     EXPECT_LT(std::chrono::steady_clock::now() - started, 10s);
 }
 
-TEST(HttpServer, RefusesRequestsThatTrickleIn) {
+// Sends a character now and then; true when the server has had enough of it before the client has.
+bool isDroppedWhileSending(const std::string& start) {
     HttpServer::Settings settings = anyPort();
     settings.timeout = 1s;
     const HttpServer server(settings, echo);
     Connection slow(server.port());
-    slow.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 5\r\nConnection: close\r\n\r\n");
-    for (int i = 0; i < 5; ++i) {
-        std::this_thread::sleep_for(400ms); // never silent for long
-        slow.send("x");
+    slow.send(start);
+    for (int i = 0; i < 50; ++i) {
+        std::this_thread::sleep_for(200ms); // never silent for long
+        if (!slow.send("x")) return true;
     }
-    EXPECT_EQ(parseHttp(slow.receiveAll()).status, 408);
+    return false;
+}
+
+TEST(HttpServer, DropsClientsWhoseHeadersTrickleIn) {
+    EXPECT_TRUE(isDroppedWhileSending("POST / HTTP/1.1\r\nHost: "));
+}
+
+TEST(HttpServer, DropsClientsWhoseBodyTricklesIn) {
+    EXPECT_TRUE(isDroppedWhileSending("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000\r\n\r\n"));
+}
+
+TEST(HttpServer, AHandlerMayTakeLongerThanARequest) {
+    HttpServer::Settings settings = anyPort();
+    settings.timeout = 1s;
+    const HttpServer server(settings, [](const HttpRequest&) {
+        std::this_thread::sleep_for(2500ms);
+        return HttpReply{200, {}, "late"};
+    });
+    EXPECT_EQ(exchange(server.port(), post("", "Any")).body, "late");
+}
+
+TEST(HttpServer, AFailingHandlerIsAnInternalError) {
+    const HttpServer server(anyPort(),
+                            [](const HttpRequest&) -> HttpReply { throw std::runtime_error("oh"); });
+    const Received received = exchange(server.port(), post("", "Any"));
+    EXPECT_EQ(received.status, 500);
+    EXPECT_EQ(received.body, "oh\n");
 }
 
 TEST(HttpServer, LimitsTheConnections) {
