@@ -1,7 +1,6 @@
 // Where the two enumerations send each class, in any letter case.
 #include <algorithm>
 #include <cctype>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -32,8 +31,8 @@ bool printed(const Answer& answer, const std::string& text) {
 // The walker that served the request. Most walkers print their name; the others are known by what they call
 // for each row.
 std::string walker_of(const Answer& answer) {
-    std::smatch name;
-    if (std::regex_search(answer.output, name, std::regex("Entering (get_all_[a-z_]+)"))) return name[1];
+    for (const std::string& name : entered(answer.output))
+        if (name.starts_with("get_all_")) return name;
     if (!calls_of(answer.platformCalls, "fcport_fill_reference_pm").empty())
         return "get_all_eth_stat_data_references";
     if (printed(answer, "Entering eth_statistics_fill_reference\n")) return "get_all_eth_stat_references";

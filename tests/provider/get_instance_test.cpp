@@ -1,7 +1,6 @@
 // Get-instance: which key finds which row, and which builder answers.
 #include <algorithm>
 #include <cctype>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -96,11 +95,9 @@ class LinkRouteTest : public GetTest, public testing::WithParamInterface<LinkRou
     }
     // The builder that was entered behind the key's trace.
     static std::string builder_of(const Answer& answer) {
-        std::smatch name;
         const std::string trace = entry_trace(GetParam().keyName, GetParam().found);
-        if (!answer.output.starts_with(trace)) return "no key was found: " + answer.output;
-        const std::string rest = answer.output.substr(trace.size());
-        return std::regex_search(rest, name, std::regex("^Entering ([a-z_]+)\n")) ? name[1].str() : rest;
+        if (!answer.output.starts_with(trace + "Entering ")) return "none: " + answer.output;
+        return entered(answer.output.substr(trace.size()))[0];
     }
 };
 

@@ -52,6 +52,16 @@ void TunnelSwitchTest::add_two_tunnels() {
     emulator::clear_calls();
 }
 
+std::vector<std::string> entered(const std::string& output) {
+    const std::string mark = "Entering ";
+    std::vector<std::string> names;
+    for (std::size_t at = output.find(mark); at != std::string::npos; at = output.find(mark, at + 1)) {
+        const std::size_t begin = at + mark.size();
+        names.push_back(output.substr(begin, output.find_first_of(" \n", begin) - begin));
+    }
+    return names;
+}
+
 std::vector<std::string> calls_of(const std::vector<std::string>& calls, const std::string& name) {
     std::vector<std::string> chosen;
     std::copy_if(calls.begin(), calls.end(), std::back_inserter(chosen),

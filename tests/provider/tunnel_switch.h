@@ -42,6 +42,9 @@ inline std::string exiting(const std::string& function) {
     return "Exiting " + function + "\n";
 }
 
+// The names that stand behind "Entering " in what was printed.
+std::vector<std::string> entered(const std::string& output);
+
 // The calls among these that begin with the name of this service or broker function.
 std::vector<std::string> calls_of(const std::vector<std::string>& calls, const std::string& name);
 
