@@ -2,4 +2,4 @@
 add_library(fcip_warnings INTERFACE)
 target_compile_options(fcip_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual
-    -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Werror)
+    -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
