@@ -2,4 +2,5 @@
 add_library(fcip_warnings INTERFACE)
 target_compile_options(fcip_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual
-    -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+    -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Werror
+    -Wno-maybe-uninitialized) # GCC 12 raises it by mistake where it inlines a std::optional
