@@ -2,6 +2,7 @@
 #include <cstring>
 #include <fstream>
 #include <ostream>
+#include <sstream>
 #include <string>
 
 #include "emulator/generator.h"
@@ -230,8 +231,9 @@ TEST_F(Scenario, GeneratedSwitchDependsOnTheSeedOnly) {
 
 TEST_F(Scenario, BuiltInSwitchIsTheDocumentedExample) {
     std::ifstream file(std::string(EMULATOR_FOLDER) + "/examples/two-sites.json");
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    EXPECT_EQ(emulator::builtin_text(), text);
+    std::ostringstream text;
+    text << file.rdbuf();
+    EXPECT_EQ(emulator::builtin_text(), text.str());
 }
 
 } // namespace
