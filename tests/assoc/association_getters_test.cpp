@@ -142,6 +142,15 @@ TEST_P(AssociationGetter, TracesTheKeysOfGroupPartsOnly) {
     EXPECT_EQ(answer.output, GetParam().getter == get_group_part_instance ? keys : "");
 }
 
+TEST_P(AssociationGetter, CutsTheNamesOfKeysAt253Characters) {
+    const Answer answer = get({{std::string(300, 'k'), third}, {role1(), first}, {role2(), second}});
+    expect_association(answer, first, second);
+    if (GetParam().getter == get_group_part_instance) {
+        EXPECT_EQ(answer.output.substr(0, answer.output.find('\n') + 1),
+                  "Key " + std::string(253, 'k') + " \n");
+    }
+}
+
 struct GetterName {
     std::string operator()(const testing::TestParamInfo<GetterRow>& info) const { return info.param.name; }
 };

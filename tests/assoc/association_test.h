@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -96,9 +97,42 @@ inline void expect_no_object(const test_support::Answer& answer) {
         ADD_FAILURE() << "returned " << testing::PrintToString(returned);
 }
 
+// The services that one request calls, and how often, without the lock's.
+inline std::map<std::string, std::uint32_t> services_called(const test_support::Answer& answer) {
+    std::map<std::string, std::uint32_t> counts;
+    for (const std::string& call : answer.platformCalls)
+        ++counts[call.substr(0, call.find(' '))];
+    counts.erase("mutex_lock");
+    counts.erase("mutex_unlock");
+    return counts;
+}
+
 // The failures of the platform that a service which hands out rows can have.
 inline const std::vector<emulator::Effect> rowFailures{
     emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row};
+
+// Runs request() with each call of each service below it failing alone, in every way that the service can,
+// and hands each answer to check. Whatever happens, no service may be misused: the fixture looks at that.
+template <typename Request, typename Check>
+void for_each_failing_call(Request request, Check check) {
+    const std::map<std::string, std::uint32_t> services = services_called(request());
+    ASSERT_FALSE(services.empty());
+    for (const auto& [symbol, count] : services) {
+        for (const emulator::Effect effect : rowFailures) {
+            for (std::uint32_t nth = 1; nth <= count; ++nth) {
+                SCOPED_TRACE(symbol + " call " + std::to_string(nth) + " effect " +
+                             std::to_string(static_cast<int>(effect)));
+                emulator::Fault alone;
+                alone.symbol = symbol;
+                alone.first = alone.last = nth;
+                alone.effect = effect;
+                emulator::add_fault(alone);
+                check(request());
+                emulator::clear_faults();
+            }
+        }
+    }
+}
 
 inline emulator::Fault fault(const char* symbol, emulator::Effect effect, const char* where = "") {
     emulator::Fault made;

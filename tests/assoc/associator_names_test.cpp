@@ -22,6 +22,9 @@ TEST_P(AssociatorNamesTunnelRow, LetterCaseOfTheAssociationClassDoesNotMatter) {
 TEST_P(AssociatorNamesTunnelRow, AFailedLookupReturnsNothing) {
     a_failed_lookup_returns_nothing();
 }
+TEST_P(AssociatorNamesTunnelRow, EachCallMayFailOnItsOwn) {
+    each_call_may_fail_on_its_own();
+}
 TEST_P(AssociatorNamesTunnelRow, APathThatTheBrokerCannotMakeIsSkipped) {
     an_object_that_the_broker_cannot_make_is_skipped(Make::object_path);
 }

@@ -180,6 +180,18 @@ class AssociatorSuite : public AssociationTest, public testing::WithParamInterfa
         EXPECT_GT(tried, 0U) << "no platform service stands below this row";
     }
 
+    // Nothing but objects is returned, and the member comes to its end.
+    void each_call_may_fail_on_its_own() {
+        for_each_failing_call([&] { return ask_hit(); },
+                              [&](const Answer& answer) {
+                                  for (const test_support::Returned& object : answer.returned)
+                                      EXPECT_TRUE(object.path.is_valid() && object.instance.is_valid())
+                                          << testing::PrintToString(object);
+                                  EXPECT_EQ(status, 0);
+                                  EXPECT_EQ(own_trace(answer), whole_trace());
+                              });
+    }
+
   private:
     // The IP endpoint's members use the port block of IPEthernetEndpoint without a look at the status.
     bool takes_the_block_whatever_the_status(const PlatformFailure& failure) const {

@@ -31,6 +31,9 @@ TEST_P(AssociatorsTunnelRow, LetterCaseOfTheAssociationClassDoesNotMatter) {
 TEST_P(AssociatorsTunnelRow, AFailedLookupReturnsNothing) {
     a_failed_lookup_returns_nothing();
 }
+TEST_P(AssociatorsTunnelRow, EachCallMayFailOnItsOwn) {
+    each_call_may_fail_on_its_own();
+}
 
 INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsTunnelRow, testing::ValuesIn(tunnel_rows(associatorsRows)),
                          RowName());

@@ -19,6 +19,9 @@ TEST_P(ReferenceNamesRow, APathThatTheBrokerCannotMake) {
 TEST_P(ReferenceNamesRow, AHitReleasesNothing) {
     a_hit_releases_nothing();
 }
+TEST_P(ReferenceNamesRow, EachCallMayFailOnItsOwn) {
+    each_call_may_fail_on_its_own();
+}
 INSTANTIATE_TEST_SUITE_P(Rows, ReferenceNamesRow, testing::ValuesIn(referenceRows), ReferenceRowName());
 
 class ReferenceNamesTunnelRow : public ReferenceRowSuite<Form::names> {};
@@ -79,6 +82,20 @@ TEST_F(ReferenceNamesTest, FcipEndpointAndItsSettingsAreOneManagedSettingAssocia
               Paths{association(Kind::managedSetting, "KESTO_FCIPElementSettingData",
                                 path(End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint", byNumber),
                                 path(End::fcipSettings, "KESTO_FCIPSettings", byNumber))});
+}
+
+// The profile and the endpoint each ask for the profile's row.
+TEST_F(ReferenceNamesTest, AProfileThatCannotBeReadIsAMissingEnd) {
+    for (const std::uint32_t nth : {1U, 2U}) {
+        emulator::fail_call("fcip_get_entity_entry", nth);
+        expect_no_object(call(get_fcip_pe_reference_names, "7_x", "KESTO_FCIPPEBasedOn"));
+        EXPECT_EQ(status, -1);
+        emulator::clear_faults();
+        emulator::fail_call("fcip_get_entity_entry", nth);
+        expect_no_object(call(get_profile_reference_names, "7", "KESTO_FCIPPEBasedOn"));
+        EXPECT_EQ(status, -1);
+        emulator::clear_faults();
+    }
 }
 
 TEST_F(ReferenceNamesTest, TcpEndpointKnowsItsFcipAssociationWithoutTheLetterDOnly) {

@@ -171,6 +171,19 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
         }
     }
 
+    // The member gives its association, or nothing, or a missing end.
+    void each_call_may_fail_on_its_own() {
+        for_each_failing_call([&] { return ask_hit(); },
+                              [&](const Answer& answer) {
+                                  EXPECT_LE(answer.returned.size(), 1U);
+                                  EXPECT_TRUE(this->status == 0 || this->status == -1) << this->status;
+                                  if (this->status == -1) expect_missing_end(answer);
+                                  if (does_not_test_its_ends()) return;
+                                  for (const test_support::RecordedPath& made : associations_of(answer))
+                                      EXPECT_TRUE(made.is_valid()) << made;
+                              });
+    }
+
     static void expect_no_valid_object(const Answer& answer) {
         for (const test_support::RecordedPath& returned : associations_of(answer))
             EXPECT_EQ(returned.kind(), test_support::Object::null);

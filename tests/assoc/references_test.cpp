@@ -22,6 +22,9 @@ TEST_P(ReferencesRow, APathThatTheBrokerCannotMake) {
 TEST_P(ReferencesRow, AHitReleasesNothing) {
     a_hit_releases_nothing();
 }
+TEST_P(ReferencesRow, EachCallMayFailOnItsOwn) {
+    each_call_may_fail_on_its_own();
+}
 TEST_P(ReferencesRow, AnInstanceThatTheBrokerCannotMakeIsNotReturned) {
     broker.fail_every(Make::instance, Failure::null);
     const Answer answer = ask_hit();
@@ -116,6 +119,20 @@ TEST_F(ReferencesTest, EthernetPortsLanEndpointAssociationIsNamedAsASettingAssoc
               Paths{association(Kind::realize, "KESTO_IPElementSettingData",
                                 path(End::ethernetPort, "KESTO_EthernetPort", byIfIndex),
                                 port_path(End::lanEndpoint, "KESTO_LANEndpoint", 7))});
+}
+
+// The profile and the endpoint each ask for the profile's row.
+TEST_F(ReferencesTest, AProfileThatCannotBeReadIsAMissingEnd) {
+    for (const std::uint32_t nth : {1U, 2U}) {
+        emulator::fail_call("fcip_get_entity_entry", nth);
+        expect_no_object(call(get_fcip_pe_references, "7_x", "KESTO_FCIPPEBasedOn"));
+        EXPECT_EQ(status, -1);
+        emulator::clear_faults();
+        emulator::fail_call("fcip_get_entity_entry", nth);
+        expect_no_object(call(get_profile_references, "7", "KESTO_FCIPPEBasedOn"));
+        EXPECT_EQ(status, -1);
+        emulator::clear_faults();
+    }
 }
 
 TEST_F(ReferencesTest, TcpEndpointKnowsItsFcipAssociationWithoutTheLetterDOnly) {

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "tests/assoc/association_test.h"
+#include "tests/assoc/associator_rows.h"
 #include "tests/assoc/reference_rows.h"
 
 using namespace golden;
@@ -215,6 +216,49 @@ TEST_F(AssociationOperation, TablesNameEachRouteOnce) {
     for (const Route& route : routes)
         EXPECT_TRUE(seen.insert({route.operation, route.sourceClass}).second);
     EXPECT_EQ(seen.size(), 60U);
+}
+
+// The suites of the members go by tables; here is that the tables leave no member out.
+TEST(TraversalTables, HoldEveryMemberAndARowForEach) {
+    EXPECT_EQ(associatorNamesMembers.size() + associatorsMembers.size(), 32U);
+    EXPECT_EQ(referenceMembers.size(), 15U);
+    EXPECT_EQ(associatorNamesRows.size(), 34U);
+    EXPECT_EQ(associatorsRows.size(), 34U);
+    EXPECT_EQ(referenceRows.size(), 33U);
+
+    std::set<const void*> members;
+    for (const AssociatorNamesRow& row : associatorNamesRows)
+        members.insert(row.member);
+    for (const AssociatorsRow& row : associatorsRows)
+        members.insert(row.member);
+    EXPECT_EQ(members.size(), 32U);
+    members.clear();
+    for (const ReferenceRow& row : referenceRows)
+        members.insert(row.member);
+    EXPECT_EQ(members.size(), 15U);
+}
+
+TEST(TraversalTables, NameEveryTargetOfTheRoutes) {
+    std::set<std::string> targets;
+    for (const Route& route : routes)
+        targets.insert(route.target);
+    // What no route reaches: statistical data, and the names of the three remote ends' references.
+    std::set<std::string> names{"get_tcp_statical_data_associator_names", "get_tcp_statical_data_associators",
+                                "get_fcip_remote_pe_reference_names", "get_ip_remote_pe_reference_names",
+                                "get_tcp_remote_pe_reference_names"};
+    for (const std::string& name : names)
+        EXPECT_EQ(targets.count(name), 0U) << name;
+    names.insert(targets.begin(), targets.end());
+    std::set<std::string> members;
+    for (const AssociatorNamesMember& member : associatorNamesMembers)
+        members.insert(member.name);
+    for (const AssociatorsMember& member : associatorsMembers)
+        members.insert(member.name);
+    for (const ReferenceMember& member : referenceMembers) {
+        members.insert(std::string("get_") + member.source + "_reference_names");
+        members.insert(std::string("get_") + member.source + "_references");
+    }
+    EXPECT_EQ(names, members);
 }
 
 // ---- The differences between the tables. ----
