@@ -73,6 +73,12 @@ inline std::string trace_of(const std::string& output, const std::string& functi
     return found;
 }
 
+// A key that names a tunnel when it is read in this mode. Every mode has one.
+inline const Probe& hit_of(int mode) {
+    return *std::find_if(probes.begin(), probes.end(),
+                         [&](const Probe& probe) { return probe.tunnel[mode] != nullptr; });
+}
+
 inline std::string entering(const std::string& function) {
     return "Entering " + function + "\n";
 }
@@ -110,6 +116,10 @@ inline std::map<std::string, std::uint32_t> services_called(const test_support::
 // The failures of the platform that a service which hands out rows can have.
 inline const std::vector<emulator::Effect> rowFailures{
     emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row};
+
+// Those of a service whose success without a row means nothing.
+inline const std::vector<emulator::Effect> statusFailures{emulator::Effect::fail,
+                                                          emulator::Effect::fail_with_row};
 
 // Runs request() with each call of each service below it failing alone, in every way that the service can,
 // and hands each answer to check. Whatever happens, no service may be misused: the fixture looks at that.

@@ -66,8 +66,6 @@ INSTANTIATE_TEST_SUITE_P(Rows, AssociatorNamesPortRow, testing::ValuesIn(port_ro
 // Rows that return something, with each platform service below them failing.
 class AssociatorNamesFailure : public AssociatorSuite<AssociatorNamesRow> {};
 
-const std::vector<Effect> statusFailures{Effect::fail, Effect::fail_with_row};
-
 const std::vector<PlatformFailure>& path_failures() {
     static const std::vector<PlatformFailure> failures{
         {"fcip_get_entity_entry",

@@ -38,12 +38,6 @@ std::vector<Row> port_rows(const std::vector<Row>& rows) {
     return found;
 }
 
-// A key that names this tunnel when it is read in this mode, and the tunnel. Every mode has one.
-inline const Probe& hit_of(int mode) {
-    return *std::find_if(probes.begin(), probes.end(),
-                         [&](const Probe& probe) { return probe.tunnel[mode]; });
-}
-
 template <typename Row>
 class AssociatorSuite : public AssociationTest, public testing::WithParamInterface<Row> {
   protected:

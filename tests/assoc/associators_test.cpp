@@ -70,8 +70,6 @@ INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsPortRow, testing::ValuesIn(port_rows(a
 // Each service below a row failing, and the broker failing.
 class AssociatorsFailure : public AssociatorSuite<AssociatorsRow> {};
 
-const std::vector<Effect> statusFailures{Effect::fail, Effect::fail_with_row};
-
 const std::vector<PlatformFailure>& instance_failures() {
     static const std::vector<PlatformFailure> failures{
         {"fcip_get_entity_entry",

@@ -66,11 +66,11 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
         Base::expect_form(answer);
         return answer;
     }
-    std::string hit_key() const { return row().mode == 0 ? GIGABIT_PORT_TEXT : hit().key; }
+    std::string hit_key() const { return row().mode == 0 ? GIGABIT_PORT_TEXT : hit_of(row().mode).key; }
     Answer ask_hit() { return ask(hit_key(), row().tested); }
     Paths expected_of_hit(const std::string& asked) const {
         return {row().mode == 0 ? expected_for_port(row(), asked, GIGABIT_PORT)
-                                : expected(row(), asked, *hit().tunnel[row().mode], hit().key)};
+                                : expected(row(), asked, *hit_of(row().mode).tunnel[row().mode], hit_key())};
     }
 
     std::string opening_trace(const std::string& asked) const {
@@ -164,7 +164,7 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
     }
 
     void ends_fail_with_their_profile() {
-        for (const emulator::Effect effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+        for (const emulator::Effect effect : statusFailures) {
             emulator::clear_faults();
             emulator::add_fault(fault("fcip_get_entity_entry", effect));
             expect_missing_end(ask_hit());
@@ -190,10 +190,6 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
     }
 
   private:
-    const Probe& hit() const {
-        return *std::find_if(probes.begin(), probes.end(),
-                             [&](const Probe& probe) { return probe.tunnel[row().mode] != nullptr; });
-    }
     // Paths of ends, by the calls that made and released them: all that are not of the association's class.
     std::size_t of_ends(const char* function) const {
         const std::vector<std::string> calls = this->broker.call_texts(function);
