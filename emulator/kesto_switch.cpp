@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr int MOST_FILES = 1 << 20;
+
 // Tells whether a scenario can be loaded, and why it cannot.
 bool is_good(const std::string& file) {
     try {
@@ -28,7 +30,8 @@ int main(int argc, char** argv) {
     app.require_subcommand(1);
 
     CLI::App* check = app.add_subcommand("check", "Read scenarios and say what is wrong with each");
-    const CLI::Option* files = check->add_option("FILE", "The scenarios")->required()->expected(-1);
+    const CLI::Option* files =
+        check->add_option("FILE", "The scenarios")->required()->expected(1, MOST_FILES)->allow_extra_args();
 
     std::uint32_t tunnels = 0;
     std::uint32_t seed = 1;
