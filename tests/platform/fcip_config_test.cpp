@@ -536,6 +536,16 @@ TEST_F(LogicalComputerTest, RecordsThatComeWithAFailureAreMinusOneToo) {
     }
 }
 
+TEST_F(LogicalComputerTest, OnlyTheStatusOfTheRecordsCounts) {
+    for (const char* symbol : {"vsan_cim_get_vsanEntry", "dm_cim_get_dmEntry"}) {
+        emulator::clear_faults();
+        fault(symbol, Effect::succeed_without_row);
+        EXPECT_EQ(path_of(17).second, std::string(PATH_TRACE) + "error during get vsan id") << symbol;
+        EXPECT_EQ(path_of(17).first.key("Name"), "") << symbol;
+        EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id") << symbol;
+    }
+}
+
 TEST_F(LogicalComputerTest, UnknownPortGoesOnToTheVsanRecords) {
     const auto [path, output] = path_of(99);
     EXPECT_TRUE(
