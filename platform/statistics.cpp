@@ -53,13 +53,21 @@ void copy_payload(const MtsMessage& message, std::span<unsigned char> record) {
     std::fill(std::copy_n(payload.begin(), held, record.begin()), record.end(), std::uint8_t{0});
 }
 
+// A call of the transport that fails may have stored a message all the same.
+void drop_if_held(std::uint32_t queue, MtsMessage* message) {
+    if (message->handle != nullptr) mts_drop(queue, message);
+}
+
 // Waits for a message; the transport's status.
 int receive_message(std::uint32_t queue, MtsMessage* message, std::uint32_t token, std::uint32_t option) {
     MtsSelector selector{};
     selector.kind = 1;
     selector.option = option;
     selector.token = token;
-    return mts_recv(queue, message, &selector);
+    message->handle = nullptr;
+    const int status = mts_recv(queue, message, &selector);
+    if (status != 0) drop_if_held(queue, message);
+    return status;
 }
 
 std::uint16_t port_of(std::uint32_t ifIndex) {
@@ -109,7 +117,10 @@ int stats_receive(std::uint32_t queue, MtsMessage* reply, std::uint32_t token, s
 int stats_request(std::uint32_t queue, std::uint32_t node, std::uint32_t service, std::uint32_t code,
                   const void* payload, std::uint32_t length, MtsMessage* reply, std::uint32_t option) {
     MtsMessage request{};
-    if (mts_send(queue, node, service, code, payload, length, &request, 0, 0) != 0) return -1;
+    if (mts_send(queue, node, service, code, payload, length, &request, 0, 0) != 0) {
+        drop_if_held(queue, &request);
+        return -1;
+    }
     const int status = stats_receive(queue, reply, mts_rr_token_get(&request), option);
     mts_drop(queue, &request);
     return status;
