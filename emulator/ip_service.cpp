@@ -114,5 +114,7 @@ int cmi_req_resp(std::uint32_t code, std::uint32_t first, std::uint32_t second, 
     if (!call.require(replyLength != nullptr && *replyLength == sizeof(IpMiscCfg),
                       "the length of the reply is not preset to 8"))
         return FAILED;
-    return call.answer(reply, &runtime().state.ipConfiguration);
+    const int status = call.answer(reply, &runtime().state.ipConfiguration);
+    if (status == OK) *replyLength = *reply == nullptr ? 0 : sizeof(IpMiscCfg);
+    return status;
 }

@@ -1,6 +1,8 @@
 // kesto-switch: checks and makes scenarios of the emulated switch.
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <string>
 
@@ -23,9 +25,7 @@ bool is_good(const std::string& file) {
     }
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     CLI::App app("Checks and makes scenarios of the emulated switch (the files that KESTO_SWITCH names).");
     app.require_subcommand(1);
 
@@ -52,4 +52,15 @@ int main(int argc, char** argv) {
     if (generate->parsed()) std::cout << emulator::generate_scenario(tunnels, seed);
     if (builtin->parsed()) std::cout << emulator::builtin_text();
     return bad == 0 && std::cout.flush() ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "kesto-switch: %s\n", error.what());
+        return 1;
+    }
 }

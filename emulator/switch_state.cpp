@@ -48,7 +48,7 @@ std::string default_name(const Port& port) {
 
 std::string default_linux_name(const Port& port) {
     if (!port.device.empty()) {
-        const std::string device = host_interface_name(port.device);
+        std::string device = host_interface_name(port.device);
         if (!device.empty()) return device;
     }
     if (port.type == IF_TYPE_ETHERNET)
