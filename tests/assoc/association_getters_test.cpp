@@ -6,8 +6,6 @@ using namespace golden;
 using test_support::Answer;
 using test_support::Key;
 using test_support::Object;
-using test_support::RecordedInstance;
-using test_support::Set;
 using test_support::Sets;
 
 namespace {

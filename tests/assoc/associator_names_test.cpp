@@ -4,7 +4,6 @@
 using namespace golden;
 using emulator::Effect;
 using test_support::Answer;
-using test_support::Failure;
 using test_support::Make;
 
 namespace {
