@@ -9,8 +9,9 @@
 // that a provider still does with a released object touches freed memory: calls answer
 // CMPI_RC_ERR_INVALID_HANDLE, and handing it to a result is ignored like handing over NULL.
 //
-// Objects handed to a result are released early (see releaseHandedOver), so that the memory of a long
-// enumeration does not grow with every object that has already been written into the answer.
+// Objects handed to a result are released early (see releaseHandedOver): what has been written into the
+// answer need not be kept a second time until the request ends. The objects that they were made of, which the
+// provider may still use, do stay until then.
 #ifndef KESTO_SERVER_CMPI_MEMORY_H
 #define KESTO_SERVER_CMPI_MEMORY_H
 

@@ -5,8 +5,6 @@
 #ifndef KESTO_SERVER_CMPI_OBJECTS_H
 #define KESTO_SERVER_CMPI_OBJECTS_H
 
-#include <array>
-#include <atomic>
 #include <string>
 #include <vector>
 

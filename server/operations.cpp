@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "server/naming.h"
-#include "server/text.h"
 #include "server/traversal.h"
 
 namespace cimserver {

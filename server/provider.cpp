@@ -3,7 +3,7 @@
 #include <dlfcn.h>
 
 #include "server/cmpi_broker.h"
-#include "server/cmpi_objects.h"
+#include "server/cmpi_values.h"
 
 namespace cimserver {
 
@@ -22,7 +22,7 @@ struct Provider::Loaded {
         Interface* interface = create(broker, makePooled<ContextObject>(ContextContent{}), &made);
         if (made.rc != CMPI_RC_OK || !interface || !interface->ft) {
             throw ProviderError(factory + " failed with status " + std::to_string(made.rc) +
-                                (made.msg ? ": " + opened<StringObject>(made.msg)->content().text : ""));
+                                (made.msg ? ": " + textOf(made.msg) : ""));
         }
         return interface;
     }

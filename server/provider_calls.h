@@ -4,7 +4,6 @@
 #ifndef KESTO_SERVER_PROVIDER_CALLS_H
 #define KESTO_SERVER_PROVIDER_CALLS_H
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
