@@ -162,7 +162,7 @@ TEST_F(WholeSwitch, ABoundPortCountsAsTheHostsInterfaceDoes) {
         if (!port.device.empty()) bound = port;
     }
     ASSERT_FALSE(bound.device.empty()) << "the built-in switch binds a port";
-    if (!std::filesystem::exists("/sys/class/net/lo")) GTEST_SKIP() << "this host shows no interfaces";
+    ASSERT_TRUE(std::filesystem::exists("/sys/class/net/lo"));
     bound.device = "lo"; // there on every host
     emulator::add_port(bound);
     const auto sentByLo = [] {
@@ -197,7 +197,7 @@ TEST_F(WholeSwitch, TheLibraryReadsTheKernelsOwnFiles) {
         }
         return std::uint32_t{0};
     };
-    if (!std::filesystem::exists("/proc/net/snmp")) GTEST_SKIP() << "this host has no such file";
+    ASSERT_TRUE(std::filesystem::exists("/proc/net/snmp"));
     KernelIpCounters ip{};
     const std::uint32_t before = receivedPackets();
     EXPECT_EQ(ipconf_linux_get_ip_stats(&ip, nullptr, nullptr, nullptr), 0);
