@@ -18,7 +18,7 @@ namespace {
 
 constexpr unsigned kTooLarge = 413;
 constexpr unsigned kInternalError = 500;
-constexpr std::size_t kHeaderMemory = 64 * 1024;
+constexpr std::size_t kHeaderMemory = 65536;
 
 // The socket address to listen on. Beyond loopback a server would need encryption and users.
 struct ListenAddress {

@@ -24,7 +24,7 @@ class HttpServer {
         std::uint16_t port = 5988;         // 0: any free one
         unsigned maxConnections = 64;
         std::chrono::seconds timeout{30}; // for a connection that does nothing, and for a request to arrive
-        std::size_t maxBody = 1024 * 1024;
+        std::size_t maxBody = 1048576;
     };
     // Called on the thread of the request's connection, on several at a time.
     using Handler = std::function<HttpReply(const HttpRequest&)>;

@@ -159,7 +159,7 @@ Outcome askWithRoles(const Traversal& traversal, const AssociatorFilter& filter,
                      const std::function<Outcome(const AssociatorFilter&, ResultSink&)>& ask,
                      ResultSink& sink) {
     Collector waiting;
-    const Outcome outcome = ask(filter, waiting);
+    Outcome outcome = ask(filter, waiting);
     if (!outcome.ok()) return outcome;
     Roles roles(traversal, filter);
     Passing passing(sink, [&roles](const ObjectPath& path) { return roles.letPass(path); });
