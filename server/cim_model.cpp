@@ -19,8 +19,8 @@ std::string quoted(std::string_view text) {
     return result + '"';
 }
 
-// A value as people write it in object paths and instance listings. References are put in parentheses: quoting
-// them would double the quotes' escapes at every level of nesting.
+// A value as people write it in object paths and instance listings. References are put in parentheses:
+// quoting them would double the quotes' escapes at every level of nesting.
 std::string displayText(const Value& value) {
     if (value.isNull()) return "NULL";
     if (const auto* elements = value.asArray()) {
