@@ -1,0 +1,96 @@
+// Requests to the provider, as the CIM server makes them, on switches of different sizes.
+//
+// Every lookup by key is a walk over the whole tunnel table: the time of a single get grows with the number
+// of tunnels, and so does that of each object of an enumeration which asks the platform for its tunnel again.
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <iostream>
+
+#include "emulator/control.h"
+#include "emulator/generator.h"
+#include "server/cmpi_broker.h"
+#include "server/provider.h"
+#include "server/provider_calls.h"
+
+namespace {
+
+using namespace cimserver;
+
+class LoadedProvider {
+  public:
+    static const ProviderCalls& calls() {
+        static LoadedProvider loaded;
+        return loaded.calls_;
+    }
+
+  private:
+    Broker broker_{[](const std::string&) {}};
+    Provider provider_{FCIP_PROVIDER, "FCIPProvider", broker_};
+    ProviderCalls calls_{provider_};
+};
+
+ObjectPath class_path(const char* className) {
+    ObjectPath path;
+    path.nameSpace = "root/cimv2";
+    path.className = className;
+    return path;
+}
+
+void emulate(const benchmark::State& state) {
+    emulator::load_json(emulator::generate_scenario(static_cast<std::uint32_t>(state.range(0)), 1));
+    emulator::record_calls(false);
+}
+
+// The provider's traces are part of its work, but not of what the console should show.
+void drop_traces() {
+    if (std::freopen("/dev/null", "w", stdout) == nullptr) std::perror("/dev/null");
+}
+
+void enumerate(benchmark::State& state, const char* className) {
+    emulate(state);
+    std::size_t objects = 0;
+    for ([[maybe_unused]] auto iteration : state) {
+        Collector found;
+        LoadedProvider::calls().enumerateInstances({}, class_path(className), std::nullopt, found);
+        objects = found.instances.size();
+    }
+    state.counters["objects"] = static_cast<double>(objects);
+}
+
+void get_last(benchmark::State& state, const char* className) {
+    emulate(state);
+    Collector names;
+    LoadedProvider::calls().enumerateInstanceNames({}, class_path(className), names);
+    for ([[maybe_unused]] auto iteration : state) {
+        Collector found;
+        LoadedProvider::calls().getInstance({}, names.paths.back(), std::nullopt, found);
+        if (found.instances.size() != 1) state.SkipWithError("the last object is not found");
+    }
+}
+
+BENCHMARK_CAPTURE(enumerate, FCIPProtocolEndPoint, "KESTO_FCIPProtocolEndPoint")
+    ->RangeMultiplier(10)
+    ->Range(10, 1000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(enumerate, TCPSettings, "KESTO_TCPSettings")
+    ->RangeMultiplier(10)
+    ->Range(10, 1000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(get_last, FCIPProtocolEndPoint, "KESTO_FCIPProtocolEndPoint")
+    ->RangeMultiplier(10)
+    ->Range(10, 1000)
+    ->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    drop_traces();
+    // Standard output belongs to the provider's traces, so the results go to standard error.
+    benchmark::ConsoleReporter reporter;
+    reporter.SetOutputStream(&std::cerr);
+    reporter.SetErrorStream(&std::cerr);
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return 0;
+}
