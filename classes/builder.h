@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 
+#include "include/classes.h"
 #include "include/results.h"
 #include "include/trace.h"
 #include "platform/key_number.h"
@@ -161,10 +162,6 @@ NewInstance start_instance(const char* className, const char* nameSpace);
 // The common end of a builder: the request's property list becomes the instance's filter.
 void apply_filter(CMPIInstance* instance, const char** properties);
 CMPIInstance* finish_instance(CMPIInstance* instance, const char** properties, const char* function);
-
-using LinkBuilder = CMPIInstance*(const char* className, const char* nameSpace, const FcipLinkEntry* link,
-                                  const char** properties);
-using LinkFiller = CMPIObjectPath*(const char* className, const char* nameSpace, const FcipLinkEntry* link);
 
 // A class that a link walker serves.
 struct LinkClass {

@@ -22,6 +22,11 @@
 
 extern "C" {
 
+// The types of the builders and fillers whose row is a link.
+typedef CMPIInstance* LinkBuilder(const char* className, const char* nameSpace, const FcipLinkEntry* link,
+                                  const char** properties);
+typedef CMPIObjectPath* LinkFiller(const char* className, const char* nameSpace, const FcipLinkEntry* link);
+
 // KESTO_FCIPProtocolEndPoint; the walkers serve KESTO_RemoteFCIPPort as well.
 FCIP_API CMPIInstance* fcip_pe_build_instance(const char* className, const char* nameSpace,
                                               const FcipLinkEntry* link, const char** properties);

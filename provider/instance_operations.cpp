@@ -118,10 +118,8 @@ void get_ethernet_port_statistics(const GetRequest& request) {
 using LinkAnswer = void(const GetRequest& request, const FcipLinkEntry& link);
 using Answer = void(const GetRequest& request);
 using AssociationGetter = int(const CMPIObjectPath* op, const CMPIResult* result);
-using LinkInstanceBuilder = CMPIInstance*(const char* className, const char* nameSpace,
-                                          const FcipLinkEntry* link, const char** properties);
 
-template <LinkInstanceBuilder* build>
+template <LinkBuilder* build>
 void get_of_link(const GetRequest& request, const FcipLinkEntry& link) {
     hand_over(request.result, build(request.className, request.nameSpace, &link, request.properties));
 }
