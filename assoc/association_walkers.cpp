@@ -102,7 +102,7 @@ void trace(const Walker& walker, const TracedLine& line) {
 }
 
 // Walks the links; make(family, ref1, ref2) gives the association for the result.
-template <class Make>
+template <typename Make>
 int return_associations(const Walker& walker, const char* className, const CMPIResult* result,
                         const char* nameSpace, Make make) {
     trace_entering(walker.function);

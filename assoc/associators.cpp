@@ -252,7 +252,7 @@ const AssociatorBranch* branch_for(std::span<const AssociatorBranch> branches, c
 }
 
 // maker tells which of the two objects of a far end is wanted. What cannot be built is skipped.
-template <class Maker>
+template <typename Maker>
 void take_branch(const AssociatorBranch& branch, Maker* FarEnd::*maker, const AssociatorRequest& request) {
     Branch at{request.keyValue, request.nameSpace, request.properties, request.result};
     if (!look_link_up(at, branch.mode)) return;
@@ -261,7 +261,7 @@ void take_branch(const AssociatorBranch& branch, Maker* FarEnd::*maker, const As
 }
 
 // The frame of all members.
-template <class Maker>
+template <typename Maker>
 int traverse(const char* function, std::span<const AssociatorBranch> branches, Maker* FarEnd::*maker,
              const AssociatorRequest& request) {
     if (request.assocClass == nullptr) return 0;

@@ -182,7 +182,7 @@ void release(CMPIObjectPath* path) {
 }
 
 // Returns the association of one branch: 0, or -1 when an end is missing.
-template <class Make>
+template <typename Make>
 int take_branch(const ReferenceBranch& branch, EndTest endTest, const char* keyValue, const char* assocClass,
                 const CMPIResult* result, const char* nameSpace, Make make) {
     Branch at{keyValue, nameSpace, nullptr, result};
@@ -205,7 +205,7 @@ int take_branch(const ReferenceBranch& branch, EndTest endTest, const char* keyV
 }
 
 // The frame of all members. A NULL association class matches nothing.
-template <class Make>
+template <typename Make>
 int traverse(const char* function, const ReferenceMember& member, const char* keyValue,
              const char* assocClass, const CMPIResult* result, const char* nameSpace, Make make) {
     trace_entering(function);

@@ -72,15 +72,15 @@ void get_last(benchmark::State& state, const char* className) {
 BENCHMARK_CAPTURE(enumerate, FCIPProtocolEndPoint, "KESTO_FCIPProtocolEndPoint")
     ->RangeMultiplier(10)
     ->Range(10, 1000)
-    ->Unit(benchmark::kMillisecond);
+    ->Unit(benchmark::MILLISECOND);
 BENCHMARK_CAPTURE(enumerate, TCPSettings, "KESTO_TCPSettings")
     ->RangeMultiplier(10)
     ->Range(10, 1000)
-    ->Unit(benchmark::kMillisecond);
+    ->Unit(benchmark::MILLISECOND);
 BENCHMARK_CAPTURE(get_last, FCIPProtocolEndPoint, "KESTO_FCIPProtocolEndPoint")
     ->RangeMultiplier(10)
     ->Range(10, 1000)
-    ->Unit(benchmark::kMicrosecond);
+    ->Unit(benchmark::MICROSECOND);
 
 } // namespace
 

@@ -14,7 +14,7 @@ const CMPIValue* value_of(const Property& property) {
 }
 
 // Hands the object that make(row of the class table, link) gives to the result, for every link.
-template <class Object, class Make>
+template <typename Object, typename Make>
 int return_for_each_link(const LinkWalk& walk, const char* function, const char* className,
                          const CMPIResult* result, Make make) {
     trace_entering(function);

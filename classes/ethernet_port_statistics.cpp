@@ -75,7 +75,7 @@ bool has_statistics(std::uint32_t ifIndex) {
 }
 
 // Walks the ports that have statistics; make(port) gives the object for the result.
-template <class Make>
+template <typename Make>
 int return_for_each_port(const CMPIResult* result, Make make) {
     walk_ports([&](const PortInfo& port) {
         const std::uint32_t ifIndex = port.ifIndex;

@@ -45,7 +45,7 @@ CMPIInstance* fcip_pe_build_instance(const char* className, const char* nameSpac
         chars("RemoteWWN", wwn_text(link->kfmFcipLinkRemFcipEntityWWN)),
         chars("LocalWWN", switch_wwn_text()),
         uint32("CommittedRate", profile->kfmFcipEntityMaxBandwidth),
-        boolean("Compression", link->kfmFcipLinkExtIpCompression != 1),
+        boolean("Compression", static_cast<std::uint8_t>(link->kfmFcipLinkExtIpCompression != 1)),
         boolean("SelectiveACK", sack),
         boolean("WAN_TOV", sack),
         boolean("PathMTU", low_byte(profile->kfmFcipEntityPmtuEnable)),

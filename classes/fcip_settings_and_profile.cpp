@@ -21,7 +21,7 @@ void set_keep_alive(CMPIInstance* instance, const FcipLinkEntry& link) {
 }
 
 // visit(profile) for each profile.
-template <class Visitor>
+template <typename Visitor>
 void for_each_profile(Visitor visit) {
     walk_entities(mts_q, EmptyAnswer::Ends, [&](const FcipEntityEntry& profile) {
         visit(profile);
@@ -63,18 +63,18 @@ CMPIInstance* fcip_settings_build_instance(const char* className, const char* na
         boolean("CheckTimestamp", low_byte(link->kfmFcipLinkExtTimeStampEnable)),
         uint32("TimeStampTolerance", link->kfmFcipLinkExtTimeStampTolerance),
         uint32("TcpRemPort", link->kfmFcipLinkExtTcpRemPort),
-        boolean("LocalPortEnable", link->kfmFcipLinkExtLocalPortEnable == 1),
-        boolean("SpecialFrameEnable", link->kfmFcipLinkExtSpecialFrameEnable == 1),
-        boolean("BPortKAEnable", link->kfmFcipLinkExtBPortKaEnable == 1),
+        boolean("LocalPortEnable", static_cast<std::uint8_t>(link->kfmFcipLinkExtLocalPortEnable == 1)),
+        boolean("SpecialFrameEnable", static_cast<std::uint8_t>(link->kfmFcipLinkExtSpecialFrameEnable == 1)),
+        boolean("BPortKAEnable", static_cast<std::uint8_t>(link->kfmFcipLinkExtBPortKaEnable == 1)),
         uint32("CntrlQOSField", link->kfmFcipLinkExtCntrlQos),
         uint32("DataQOSField", link->kfmFcipLinkExtDataQos),
         uint32("EthIfIndex", link->kfmFcipLinkExtEthIfIndex),
-        boolean("WriteAccelerator", link->kfmFcipLinkExtWriteAccel == 1),
-        boolean("TapeAccelerator", link->kfmFcipLinkExtTapeAccel == 1),
-        boolean("IPSec", link->kfmFcipLinkExtIpSec == 1),
-        boolean("WriteAccOper", link->kfmFcipLinkExtWriteAccelOper == 1),
-        boolean("TapeAccOper", link->kfmFcipLinkExtTapeAccelOper == 1),
-        boolean("TapeAccReadOper", link->kfmFcipLinkExtTapeAccelReadOper == 1),
+        boolean("WriteAccelerator", static_cast<std::uint8_t>(link->kfmFcipLinkExtWriteAccel == 1)),
+        boolean("TapeAccelerator", static_cast<std::uint8_t>(link->kfmFcipLinkExtTapeAccel == 1)),
+        boolean("IPSec", static_cast<std::uint8_t>(link->kfmFcipLinkExtIpSec == 1)),
+        boolean("WriteAccOper", static_cast<std::uint8_t>(link->kfmFcipLinkExtWriteAccelOper == 1)),
+        boolean("TapeAccOper", static_cast<std::uint8_t>(link->kfmFcipLinkExtTapeAccelOper == 1)),
+        boolean("TapeAccReadOper", static_cast<std::uint8_t>(link->kfmFcipLinkExtTapeAccelReadOper == 1)),
         uint32("IPComp", link->kfmFcipLinkExtIpCompression),
         uint32("FlowCtrlBufSize", link->kfmFcipLinkExtFlowCtrlBufSize),
     };
@@ -120,9 +120,9 @@ CMPIInstance* fcip_profile_build_instance(const char* className, const char* nam
         chars("ElementName", number),
         chars("FcipEntityAddress", address_text(entity->kfmFcipEntityAddress)),
         uint32("FcipEntityTcpConnPort", entity->kfmFcipEntityTcpPort),
-        boolean("FcipEntitySeqNumWrap", entity->kfmFcipEntitySeqNumWrap == 1),
-        boolean("FcipEntitySACKOption", entity->kfmFcipEntitySackOption == 1),
-        boolean("FcipEntityPHBSupport", entity->kfmFcipEntityPhbSupport == 1),
+        boolean("FcipEntitySeqNumWrap", static_cast<std::uint8_t>(entity->kfmFcipEntitySeqNumWrap == 1)),
+        boolean("FcipEntitySACKOption", static_cast<std::uint8_t>(entity->kfmFcipEntitySackOption == 1)),
+        boolean("FcipEntityPHBSupport", static_cast<std::uint8_t>(entity->kfmFcipEntityPhbSupport == 1)),
     };
     set_properties(instance, table);
     return finish_instance(instance, properties, __func__);

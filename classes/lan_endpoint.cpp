@@ -19,7 +19,7 @@ Text<99> endpoint_name(std::uint32_t ifIndex, const PortInfo* port, std::uint8_t
 }
 
 // Walks the Ethernet ports; make(ifIndex) gives the object for the result.
-template <class Make>
+template <typename Make>
 int return_for_each_port(const CMPIResult* result, Make make) {
     walk_ports([&](const PortInfo& port) {
         const std::uint32_t ifIndex = port.ifIndex;

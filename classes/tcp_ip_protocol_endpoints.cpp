@@ -178,9 +178,9 @@ CMPIInstance* ip_pe_build_instance(const char* className, const char* nameSpace,
         uint16("ProtocolIFType", PROTOCOL_IF_IPV4),
         // The port's own MTU wins over the default, even when it could not be read.
         uint32("MaxTransmissionUnit", big_endian_32(&port.bytes[MTU_POSITION])),
-        boolean("EnableIPForwarding", false),
-        boolean("PathMTUDiscovery", profile->kfmFcipEntityPmtuEnable == 1),
-        boolean("FragmentationEnabled", false),
+        boolean("EnableIPForwarding", 0u),
+        boolean("PathMTUDiscovery", static_cast<std::uint8_t>(profile->kfmFcipEntityPmtuEnable == 1)),
+        boolean("FragmentationEnabled", 0u),
     };
     set_properties(instance, parameters);
     apply_filter(instance, properties);

@@ -12,7 +12,7 @@ void Call::enter(CallerLock lock, const std::string& arguments) {
     emulated.count_call(symbol_);
     if (emulated.recording)
         emulated.callLog.push_back(arguments.empty() ? symbol_ : symbol_ + (" " + arguments));
-    if (lock == CallerLock::needed) require(lock_held(), "called without the lock");
+    if (lock == CallerLock::Needed) require(lock_held(), "called without the lock");
     if (emulated.faults.empty()) return;
     std::vector<std::function<void()>> actions;
     verdict_ = emulated.faults.judge(symbol_, arguments, actions);

@@ -26,7 +26,7 @@ inline constexpr int NOT_FOUND = ENOENT;
 inline constexpr int NO_ANSWER = ETIMEDOUT;
 
 // Whether the service belongs to those that may only be called with the platform's lock held.
-enum class CallerLock { needed, not_needed };
+enum class CallerLock { Needed, NotNeeded };
 
 class Call {
   public:
@@ -43,9 +43,7 @@ class Call {
     // True when the caller's queue is the open one. A closed queue is no misuse: opening it may have failed.
     bool usable(std::uint32_t queue) const;
 
-    bool failed() const {
-        return verdict_.effect == Effect::fail || verdict_.effect == Effect::fail_with_row;
-    }
+    bool failed() const { return verdict_.effect == Effect::Fail || verdict_.effect == Effect::FailWithRow; }
     int status() const { return verdict_.status; }
     const Verdict& verdict() const { return verdict_; }
 
@@ -54,8 +52,8 @@ class Call {
     template <typename Slot, typename Row>
     int answer(Slot** slot, const Row* found) const {
         static_assert(std::is_trivially_copyable_v<Row>);
-        static const Row empty{};
-        return answer_bytes(slot, found, found == nullptr ? &empty : found, sizeof(Row));
+        static const Row EMPTY{};
+        return answer_bytes(slot, found, found == nullptr ? &EMPTY : found, sizeof(Row));
     }
 
     // The same for a block whose size only the call knows.
@@ -63,12 +61,12 @@ class Call {
     int answer_bytes(Slot** slot, const void* found, const void* row, std::size_t size) const {
         if (!require(slot != nullptr, "the out-parameter is NULL")) return FAILED;
         switch (verdict_.effect) {
-            case Effect::fail:
+            case Effect::Fail:
                 return status();
-            case Effect::succeed_without_row:
+            case Effect::SucceedWithoutRow:
                 *slot = nullptr;
                 return OK;
-            case Effect::fail_with_row:
+            case Effect::FailWithRow:
                 *slot = static_cast<Slot*>(fresh_block(row, size));
                 return status();
             default:

@@ -60,9 +60,10 @@ CMPIInstance* make_instance(const CMPIBroker* broker, const CMPIObjectPath* path
         keyList.push_back(nullptr);
         instance->ft->setPropertyFilter(instance, properties, keyList.data());
     }
-    for (const Keys* list : {&keys, &others})
+    for (const Keys* list : {&keys, &others}) {
         for (const NamedText& entry : *list)
             instance->ft->setProperty(instance, entry.name, chars_value(entry.text.c_str()), CMPI_chars);
+    }
     return instance;
 }
 
@@ -89,7 +90,7 @@ Keys system_keys(const char* className, const std::string& name) {
 bool goes_on(const Call& call, const CMPIBroker* broker, const char* className, const char* nameSpace) {
     return call.require(broker != nullptr && className != nullptr && nameSpace != nullptr,
                         "the broker, the class name or the namespace is NULL") &&
-           !call.failed() && call.verdict().effect != Effect::succeed_without_row;
+           !call.failed() && call.verdict().effect != Effect::SucceedWithoutRow;
 }
 
 std::string class_and_namespace(const char* className, const char* nameSpace) {
@@ -110,7 +111,7 @@ struct PortFacts {
 struct PortRequest {
     PortRequest(const char* symbol, const char* first, const char* second, const PortInfo* row,
                 const CMPIBroker* broker) {
-        const Call call(symbol, CallerLock::not_needed, [&] {
+        const Call call(symbol, CallerLock::NotNeeded, [&] {
             return class_and_namespace(first, second) +
                    (row == nullptr ? " NULL" : format(" if=0x%08x", row->ifIndex));
         });
@@ -155,18 +156,18 @@ struct PortRequest {
 } // namespace
 
 const char* getCSName(void) {
-    const Call call("getCSName", CallerLock::not_needed, [] { return std::string(); });
+    const Call call("getCSName", CallerLock::NotNeeded, [] { return std::string(); });
     return kept_host_name();
 }
 
 const char* CSgetName(std::uint32_t queue) {
-    const Call call("CSgetName", CallerLock::needed, [] { return std::string(); });
+    const Call call("CSgetName", CallerLock::Needed, [] { return std::string(); });
     call.usable(queue);
     return runtime().keep(runtime().state.systemName);
 }
 
 int system_cim_get_switch_wwn(std::uint32_t queue, std::uint8_t (*wwn)[8]) {
-    const Call call("system_cim_get_switch_wwn", CallerLock::needed, [] { return std::string(); });
+    const Call call("system_cim_get_switch_wwn", CallerLock::Needed, [] { return std::string(); });
     if (!call.require(wwn != nullptr, "the out-parameter is NULL") || !call.usable(queue)) return FAILED;
     if (call.failed()) return call.status();
     std::memcpy(*wwn, runtime().state.wwn.data(), sizeof *wwn);
@@ -174,7 +175,7 @@ int system_cim_get_switch_wwn(std::uint32_t queue, std::uint8_t (*wwn)[8]) {
 }
 
 char* cim_sprintf_wwn(char* text, const std::uint8_t (*wwn)[8]) {
-    const Call call("cim_sprintf_wwn", CallerLock::not_needed, [] { return std::string(); });
+    const Call call("cim_sprintf_wwn", CallerLock::NotNeeded, [] { return std::string(); });
     if (!call.require(text != nullptr && wwn != nullptr, "the text or the WWN is NULL")) return text;
     const auto& b = *wwn;
     const std::string written =
@@ -187,7 +188,7 @@ CMPIObjectPath* switch_fill_reference(const char* className, const char* nameSpa
                                       const CMPIBroker* broker) {
     std::string name;
     {
-        const Call call("switch_fill_reference", CallerLock::not_needed,
+        const Call call("switch_fill_reference", CallerLock::NotNeeded,
                         [&] { return class_and_namespace(className, nameSpace); });
         if (!goes_on(call, broker, className, nameSpace)) return nullptr;
         name = runtime().state.systemName;
@@ -198,7 +199,7 @@ CMPIObjectPath* switch_fill_reference(const char* className, const char* nameSpa
 CMPIObjectPath* switch_fill_reference_str(const char* className, const char* nameSpace, const char* key,
                                           const CMPIBroker* broker) {
     {
-        const Call call("switch_fill_reference_str", CallerLock::not_needed, [&] {
+        const Call call("switch_fill_reference_str", CallerLock::NotNeeded, [&] {
             return class_and_namespace(className, nameSpace) + " " + (key == nullptr ? "NULL" : key);
         });
         if (!call.require(key != nullptr, "the key is NULL") || !goes_on(call, broker, className, nameSpace))
@@ -211,7 +212,7 @@ CMPIInstance* switch_build_instance_str(const char* className, const char* nameS
                                         std::uint32_t option, const char** properties,
                                         const CMPIBroker* broker) {
     {
-        const Call call("switch_build_instance_str", CallerLock::not_needed, [&] {
+        const Call call("switch_build_instance_str", CallerLock::NotNeeded, [&] {
             return class_and_namespace(className, nameSpace) + " " + (key == nullptr ? "NULL" : key) +
                    format(" %u", option);
         });
@@ -229,7 +230,7 @@ CMPIInstance* association_class_build_instance_path(const char* className, const
                                                     const char* role1, const char* role2,
                                                     const CMPIBroker* broker) {
     {
-        const Call call("association_class_build_instance_path", CallerLock::not_needed, [&] {
+        const Call call("association_class_build_instance_path", CallerLock::NotNeeded, [&] {
             return class_and_namespace(className, nameSpace) + " " + class_and_namespace(role1, role2);
         });
         if (!call.require(role1 != nullptr && role2 != nullptr, "a role is NULL") ||
@@ -244,9 +245,10 @@ CMPIInstance* fcport_build_instance_pm(const char* className, const char* nameSp
                                        const char** properties, const CMPIBroker* broker) {
     const PortRequest port("fcport_build_instance_pm", className, nameSpace, row, broker);
     if (!port.accepted) return nullptr;
-    if (port.is_statistical_data())
+    if (port.is_statistical_data()) {
         return make_association(broker, port.nameSpace, port.className, port.port_end(broker),
                                 port.statistics_end(broker), "ManagedElement", "Stats");
+    }
     const Keys keys = port.port_keys(port.className);
     CMPIInstance* instance =
         make_instance(broker, make_path(broker, port.nameSpace, port.className, keys), properties, keys,

@@ -25,8 +25,7 @@
 
 namespace emulator {
 
-// ---- What the switch holds
-// ---------------------------------------------------------------------------------
+// What the switch holds
 
 // A scenario that was refused. what() names the source, the line or JSON pointer, and what is wrong there.
 class EMULATOR_API ScenarioError : public std::runtime_error {
@@ -128,19 +127,18 @@ EMULATOR_API std::string host_name();   // what getCSName gives
 EMULATOR_API std::string system_name(); // what CSgetName gives
 EMULATOR_API void set_ip_configuration(const IpMiscCfg& configuration);
 
-// ---- What goes wrong
-// ---------------------------------------------------------------------------------------
+// What goes wrong
 
 enum class Effect {
-    none,          // only `action` happens
-    fail,          // `status` is returned, the out-parameter is left as it is; NULL from a pointer result
-    fail_with_row, // `status` is returned and yet a row is stored
-    succeed_without_row, // 0 is returned and NULL is stored
+    None,              // only `action` happens
+    Fail,              // `status` is returned, the out-parameter is left as it is; NULL from a pointer result
+    FailWithRow,       // `status` is returned and yet a row is stored
+    SucceedWithoutRow, // 0 is returned and NULL is stored
     // Of the line card (symbol LINE_CARD) only:
-    no_answer,     // the request is never answered
-    late_answer,   // the answer arrives when the first receive for it has failed
-    short_payload, // the answer has `size` bytes
-    reply_status,  // the answer carries `status`
+    NoAnswer,     // the request is never answered
+    LateAnswer,   // the answer arrives when the first receive for it has failed
+    ShortPayload, // the answer has `size` bytes
+    ReplyStatus,  // the answer carries `status`
 };
 
 // The line card stands in Fault::symbol under this name; it is asked once a request.
@@ -157,7 +155,7 @@ struct Fault {
     std::uint32_t last = UINT32_MAX;
     double probability = 1;
     std::uint32_t seed = 1;
-    Effect effect = Effect::fail;
+    Effect effect = Effect::Fail;
     int status = -1;
     std::uint32_t size = 0;
     std::function<void()>
@@ -178,8 +176,7 @@ EMULATOR_API void clear_replies();
 EMULATOR_API void queue_message(std::vector<std::uint8_t> payload);
 EMULATOR_API void close_queue(); // as before init_mts: mts_q is 0 and every service that takes it fails
 
-// ---- What the callers did
-// ----------------------------------------------------------------------------------
+// What the callers did
 
 // While recording is on, each service call is kept as one text, for example
 //   "fcip_get_link_entry op=2 key={0,0} 30 1"     constants stand as they were passed, the queue is left out

@@ -36,7 +36,7 @@ FcipLinkErrors link_error_row(const LinkKey& key, const LinkErrorCounters& count
 
 int fcip_get_link_entry(std::uint32_t queue, int op, const FcipLinkKey* key, FcipLinkEntry** row, int count,
                         int flag) {
-    const Call call("fcip_get_link_entry", CallerLock::needed, [&] {
+    const Call call("fcip_get_link_entry", CallerLock::Needed, [&] {
         return key == nullptr
                    ? std::string("NULL")
                    : format("op=%d key={%u,%u} %d %d", op, key->entityId, key->linkIndex, count, flag);
@@ -49,7 +49,7 @@ int fcip_get_link_entry(std::uint32_t queue, int op, const FcipLinkKey* key, Fci
 
 int fcip_get_entity_entry(std::uint32_t queue, int op, std::uint32_t entityId, FcipEntityEntry** row,
                           int count) {
-    const Call call("fcip_get_entity_entry", CallerLock::needed,
+    const Call call("fcip_get_entity_entry", CallerLock::Needed,
                     [&] { return format("op=%d id=%u %d", op, entityId, count); });
     if (!call.usable(queue)) return FAILED;
     call.require(count == 5 || count == 30, "the constant argument is neither 5 nor 30");
@@ -59,7 +59,7 @@ int fcip_get_entity_entry(std::uint32_t queue, int op, std::uint32_t entityId, F
 
 int fcip_get_tcpconn_entry(std::uint32_t queue, int op, const FcipTcpConnKey* key, FcipTcpConnEntry** row,
                            int count) {
-    const Call call("fcip_get_tcpconn_entry", CallerLock::needed, [&] {
+    const Call call("fcip_get_tcpconn_entry", CallerLock::Needed, [&] {
         return key == nullptr ? std::string("NULL")
                               : format("op=%d key={%u,%u,%u,%u} %d", op, key->entityId, key->linkIndex,
                                        unsigned{key->localPort}, unsigned{key->remotePort}, count);
@@ -72,7 +72,7 @@ int fcip_get_tcpconn_entry(std::uint32_t queue, int op, const FcipTcpConnKey* ke
 
 int fcip_snmp_get_link_errors(std::uint32_t queue, int op, const FcipLinkKey* key, FcipLinkErrors** row,
                               int count) {
-    const Call call("fcip_snmp_get_link_errors", CallerLock::needed, [&] {
+    const Call call("fcip_snmp_get_link_errors", CallerLock::Needed, [&] {
         return key == nullptr ? std::string("NULL")
                               : format("op=%d key={%u,%u} %d", op, key->entityId, key->linkIndex, count);
     });
@@ -93,7 +93,7 @@ int fcip_send_recv_with_mts_q(std::uint32_t code, std::uint32_t node, std::uint3
     std::uint32_t entityId = 0;
     const bool complete = payload != nullptr && length == sizeof entityId;
     if (complete) std::memcpy(&entityId, payload, sizeof entityId);
-    const Call call("fcip_send_recv_with_mts_q", CallerLock::needed, [&] {
+    const Call call("fcip_send_recv_with_mts_q", CallerLock::Needed, [&] {
         return format("code=%u node=0x%08x service=%u id=%u", code, node, service, entityId);
     });
     if (!call.usable(queue)) return FAILED;
@@ -117,7 +117,7 @@ int fcip_send_recv_with_mts_q(std::uint32_t code, std::uint32_t node, std::uint3
 }
 
 char* fcip_if_str(std::uint32_t ifIndex, char* buffer) {
-    const Call call("fcip_if_str", CallerLock::not_needed, [&] { return format("if=0x%08x", ifIndex); });
+    const Call call("fcip_if_str", CallerLock::NotNeeded, [&] { return format("if=0x%08x", ifIndex); });
     if (!call.require(buffer != nullptr, "the buffer is NULL")) return nullptr;
     const Port* port = runtime().state.find_port(ifIndex);
     const std::string text = port != nullptr ? port->name : format("0x%08x", ifIndex);

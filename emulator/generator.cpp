@@ -29,9 +29,10 @@ class Generator {
             {"hostName", "generated-sw1"}, {"name", "generated-sw1"}, {"wwn", "20:00:02:4b:53:00:00:03"}};
         made["ip"] = {{"forwarding", true}, {"defaultTtl", 64}};
         made["vsans"] = ordered_json::array();
-        for (const std::uint32_t id : VSANS)
+        for (const std::uint32_t id : VSANS) {
             made["vsans"].push_back(
                 {{"id", id}, {"domain", {{"systemName", format("2%03x024b53000003", id)}}}});
+        }
         made["ports"] = ordered_json::array();
         for (std::uint32_t i = 0; i < tunnels; ++i)
             made["ports"].push_back(fcip_interface(i));

@@ -38,27 +38,27 @@ unsigned ones(const void* bytes, std::size_t length) {
 
 // The prefix of a routable IPv6 address tells more than that of an IPv4 one, and both more than a
 // link-local's.
-enum class Rank { none, link_local, ipv4, ipv6 };
+enum class Rank { None, LinkLocal, Ipv4, Ipv6 };
 
 void read_addresses(HostInterface& interface) {
-    Rank best = Rank::none;
+    Rank best = Rank::None;
     const Addresses list = interface_addresses();
     for (const ifaddrs* entry = list.get(); entry != nullptr; entry = entry->ifa_next) {
         if (entry->ifa_addr == nullptr || entry->ifa_netmask == nullptr || interface.name != entry->ifa_name)
             continue;
-        Rank rank = Rank::none;
+        Rank rank = Rank::None;
         unsigned prefix = 0;
         if (entry->ifa_addr->sa_family == AF_INET) {
             sockaddr_in mask{};
             std::memcpy(&mask, entry->ifa_netmask, sizeof mask);
             if (!interface.subnetMask) interface.subnetMask = ntohl(mask.sin_addr.s_addr);
-            rank = Rank::ipv4;
+            rank = Rank::Ipv4;
             prefix = ones(&mask.sin_addr, sizeof mask.sin_addr);
         } else if (entry->ifa_addr->sa_family == AF_INET6) {
             sockaddr_in6 address{}, mask{};
             std::memcpy(&address, entry->ifa_addr, sizeof address);
             std::memcpy(&mask, entry->ifa_netmask, sizeof mask);
-            rank = IN6_IS_ADDR_LINKLOCAL(&address.sin6_addr) ? Rank::link_local : Rank::ipv6;
+            rank = IN6_IS_ADDR_LINKLOCAL(&address.sin6_addr) ? Rank::LinkLocal : Rank::Ipv6;
             prefix = ones(&mask.sin6_addr, sizeof mask.sin6_addr);
         }
         if (rank > best) {
@@ -95,8 +95,8 @@ std::uint64_t HostInterface::statistic(const char* counter) const {
 
 std::string host_interface_name(const std::string& device) {
     if (device == "first") {
-        static const std::string first = first_interface(); // the binding stays for the life of the process
-        return first;
+        static const std::string FIRST = first_interface(); // the binding stays for the life of the process
+        return FIRST;
     }
     return if_nametoindex(device.c_str()) != 0 ? device : std::string();
 }

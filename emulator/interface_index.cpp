@@ -12,7 +12,7 @@ namespace {
 // Asks for one number of a port.
 template <typename Value>
 int answer_value(const char* symbol, std::uint32_t ifIndex, Value* value, Value Port::*field) {
-    const Call call(symbol, CallerLock::not_needed, [&] { return format("if=0x%08x", ifIndex); });
+    const Call call(symbol, CallerLock::NotNeeded, [&] { return format("if=0x%08x", ifIndex); });
     if (!call.require(value != nullptr, "the out-parameter is NULL")) return FAILED;
     if (call.failed()) return call.status();
     const Port* port = runtime().state.find_port(ifIndex);
@@ -36,19 +36,19 @@ int if_index_get_port(std::uint32_t ifIndex, std::uint16_t* port) {
 }
 
 std::uint32_t idxmap_node_by_if_index(std::uint32_t ifIndex) {
-    const Call call("idxmap_node_by_if_index", CallerLock::not_needed,
+    const Call call("idxmap_node_by_if_index", CallerLock::NotNeeded,
                     [&] { return format("if=0x%08x", ifIndex); });
     const Port* port = runtime().state.find_port(ifIndex);
     return port == nullptr || call.failed() ? SUPERVISOR_NODE : port->node.value_or(SUPERVISOR_NODE);
 }
 
 std::uint32_t hton_if_index(std::uint32_t ifIndex) {
-    const Call call("hton_if_index", CallerLock::not_needed, [&] { return format("if=0x%08x", ifIndex); });
+    const Call call("hton_if_index", CallerLock::NotNeeded, [&] { return format("if=0x%08x", ifIndex); });
     return htonl(ifIndex);
 }
 
 int sprintf_if_index(char* buffer, std::uint32_t ifIndex) {
-    const Call call("sprintf_if_index", CallerLock::not_needed, [&] { return format("if=0x%08x", ifIndex); });
+    const Call call("sprintf_if_index", CallerLock::NotNeeded, [&] { return format("if=0x%08x", ifIndex); });
     if (!call.require(buffer != nullptr, "the buffer is NULL")) return FAILED;
     if (call.failed()) return call.status();
     const Port* port = runtime().state.find_port(ifIndex);

@@ -41,7 +41,7 @@ std::optional<std::uint32_t> number_of(std::uint32_t ifIndex,
 } // namespace
 
 int ip_addr_to_str(const IpAddr* address, char* buffer, std::uint32_t length) {
-    const Call call("ip_addr_to_str", CallerLock::not_needed, [&] {
+    const Call call("ip_addr_to_str", CallerLock::NotNeeded, [&] {
         return address == nullptr ? std::string("NULL")
                                   : address_text(*address) + " " + std::to_string(length);
     });
@@ -56,7 +56,7 @@ int ip_addr_to_str(const IpAddr* address, char* buffer, std::uint32_t length) {
 }
 
 int ip_addr_compare(const IpAddr* a, const IpAddr* b) {
-    const Call call("ip_addr_compare", CallerLock::not_needed, [&] {
+    const Call call("ip_addr_compare", CallerLock::NotNeeded, [&] {
         return a == nullptr || b == nullptr ? std::string("NULL") : address_text(*a) + " " + address_text(*b);
     });
     if (!call.require(a != nullptr && b != nullptr, "an address is NULL")) return FAILED;
@@ -66,7 +66,7 @@ int ip_addr_compare(const IpAddr* a, const IpAddr* b) {
 }
 
 int ipconf_get_intf_ip_address(std::uint32_t queue, std::uint32_t ifIndex, void** record) {
-    const Call call("ipconf_get_intf_ip_address", CallerLock::needed,
+    const Call call("ipconf_get_intf_ip_address", CallerLock::Needed,
                     [&] { return format("if=0x%08x", ifIndex); });
     if (!call.usable(queue)) return FAILED;
     const std::optional<std::uint32_t> mask =
@@ -77,7 +77,7 @@ int ipconf_get_intf_ip_address(std::uint32_t queue, std::uint32_t ifIndex, void*
 }
 
 int ipconf_get_if_inet_addrs(std::uint32_t queue, std::uint32_t ifIndex, void** record) {
-    const Call call("ipconf_get_if_inet_addrs", CallerLock::needed,
+    const Call call("ipconf_get_if_inet_addrs", CallerLock::Needed,
                     [&] { return format("if=0x%08x", ifIndex); });
     if (!call.usable(queue)) return FAILED;
     const std::optional<std::uint32_t> prefix =
@@ -88,7 +88,7 @@ int ipconf_get_if_inet_addrs(std::uint32_t queue, std::uint32_t ifIndex, void** 
 }
 
 int netcfg_print_ifname(char* name, std::uint32_t ifIndex) {
-    const Call call("netcfg_print_ifname", CallerLock::not_needed,
+    const Call call("netcfg_print_ifname", CallerLock::NotNeeded,
                     [&] { return format("if=0x%08x", ifIndex); });
     if (!call.require(name != nullptr, "the buffer is NULL")) return FAILED;
     if (call.failed()) return call.status();
@@ -101,7 +101,7 @@ int netcfg_print_ifname(char* name, std::uint32_t ifIndex) {
 int cmi_req_resp(std::uint32_t code, std::uint32_t first, std::uint32_t second, void** reply,
                  std::uint32_t* replyLength, std::uint32_t third, std::uint32_t fourth, std::uint32_t service,
                  std::uint32_t queue, std::uint32_t option) {
-    const Call call("cmi_req_resp", CallerLock::needed, [&] {
+    const Call call("cmi_req_resp", CallerLock::Needed, [&] {
         return format("code=%u %u %u %u %u service=%u %u", code, first, second, third, fourth, service,
                       option);
     });

@@ -46,13 +46,13 @@ struct Exchange {
 };
 
 const Exchange* exchange_of(std::uint32_t code) {
-    static const std::map<std::uint32_t, Exchange> exchanges = {
+    static const std::map<std::uint32_t, Exchange> EXCHANGES = {
         {CODE_IP_STATS, {32, sizeof(IpStatsReply), 4, &Port::ipStats}},
         {CODE_ETHERNET_STATS, {32, sizeof(EthMacStats), 8, &Port::ethernetStats}},
         {CODE_TCP_STATS, {40, sizeof(TcpStatsReply), 4, &Port::tcpStats}},
     };
-    const auto found = exchanges.find(code);
-    return found == exchanges.end() ? nullptr : &found->second;
+    const auto found = EXCHANGES.find(code);
+    return found == EXCHANGES.end() ? nullptr : &found->second;
 }
 
 bool all_zero(std::span<const std::uint8_t> bytes) {
@@ -80,12 +80,12 @@ std::uint32_t requested_interface(const Request& request) {
 
 // The Ethernet counters of a port that is bound to an interface of the host, by byte offset in the reply.
 void put_host_counters(Bytes& payload, const HostInterface& host) {
-    static const std::map<std::size_t, const char*> counters = {
+    static const std::map<std::size_t, const char*> COUNTERS = {
         {32, "tx_bytes"},          {40, "collisions"},    {48, "tx_window_errors"},
         {56, "tx_aborted_errors"}, {64, "rx_crc_errors"}, {88, "tx_packets"},
         {112, "rx_bytes"},         {144, "rx_packets"},   {192, "rx_frame_errors"},
     };
-    for (const auto& [offset, name] : counters)
+    for (const auto& [offset, name] : COUNTERS)
         put(payload, offset, 8, host.statistic(name));
 }
 
@@ -95,15 +95,16 @@ Bytes make_reply(const Request& request, const Exchange& exchange, std::uint32_t
     const Port* port = state.find_port(requested_interface(request));
     std::uint16_t status = CARD_OK;
     const LineCardReply* reply = nullptr;
-    if (!well_formed(request, exchange))
+    if (!well_formed(request, exchange)) {
         status = CARD_MALFORMED;
-    else if (port == nullptr || port->node != request.node ||
-             port->port != big_endian(request.payload.subspan(4, 2)))
+    } else if (port == nullptr || port->node != request.node ||
+               port->port != big_endian(request.payload.subspan(4, 2))) {
         status = CARD_NO_INTERFACE;
-    else if (!(port->*exchange.reply))
+    } else if (!(port->*exchange.reply)) {
         status = CARD_NO_STATISTICS;
-    else
+    } else {
         reply = &*(port->*exchange.reply);
+    }
 
     Bytes payload(reply != nullptr && reply->size != 0 ? reply->size : exchange.replySize);
     if (reply != nullptr) {
@@ -139,12 +140,12 @@ bool node_exists(std::uint32_t node) {
 void answer_request(const Request& request) {
     const Exchange* exchange = exchange_of(request.code);
     if (exchange == nullptr || request.service != STATISTICS_SERVICE) return;
-    const Call call(LINE_CARD, CallerLock::not_needed, [&] {
+    const Call call(LINE_CARD, CallerLock::NotNeeded, [&] {
         return format("code=%u node=0x%04x if=0x%08x", request.code, request.node,
                       requested_interface(request));
     });
     const Verdict& verdict = call.verdict();
-    if (verdict.effect == Effect::no_answer || verdict.effect == Effect::fail) return;
+    if (verdict.effect == Effect::NoAnswer || verdict.effect == Effect::Fail) return;
 
     Bytes payload;
     std::vector<Bytes> following;
@@ -155,28 +156,30 @@ void answer_request(const Request& request) {
     } else {
         std::uint32_t continuations = 0;
         payload = make_reply(request, *exchange, continuations);
-        if (request.code == CODE_TCP_STATS)
+        if (request.code == CODE_TCP_STATS) {
             for (std::uint32_t left = continuations; left > 0; --left)
                 following.push_back(continuation(left > 1));
+        }
     }
-    if (verdict.effect == Effect::reply_status)
+    if (verdict.effect == Effect::ReplyStatus)
         put(payload, STATUS_OFFSET, 2, static_cast<std::uint64_t>(verdict.status));
-    if (verdict.effect == Effect::short_payload) payload.resize(verdict.size);
+    if (verdict.effect == Effect::ShortPayload) payload.resize(verdict.size);
 
     // A card that reports an error sends nothing more.
     const bool success =
         payload.size() >= STATUS_OFFSET + 2 &&
         big_endian(std::span<const std::uint8_t>(payload).subspan(STATUS_OFFSET, 2)) == CARD_OK;
-    const bool inTime = verdict.effect != Effect::late_answer;
+    const bool inTime = verdict.effect != Effect::LateAnswer;
     const auto enqueue = [&](std::uint32_t token, const Bytes& bytes) {
         auto message = std::make_unique<Message>(token, bytes);
         message->arrived = inTime;
         runtime().transport.enqueue(std::move(message));
     };
     enqueue(request.token, payload);
-    if (success || fixed != runtime().fixedReplies.end())
+    if (success || fixed != runtime().fixedReplies.end()) {
         for (const Bytes& bytes : following)
             enqueue(0, bytes);
+    }
 }
 
 } // namespace emulator

@@ -38,19 +38,20 @@ void mutex_lock(void) {
         platformLock.lock();
         owner = std::this_thread::get_id();
     }
-    const Call call("mutex_lock", CallerLock::not_needed, [] { return std::string(); });
+    const Call call("mutex_lock", CallerLock::NotNeeded, [] { return std::string(); });
     call.require(!again, "the lock is taken twice by one thread");
 }
 
 void mutex_unlock(void) {
     bool held = false;
     {
-        const Call call("mutex_unlock", CallerLock::not_needed, [] { return std::string(); });
+        const Call call("mutex_unlock", CallerLock::NotNeeded, [] { return std::string(); });
         held = call.require(lock_held(), "the lock is not held by this thread");
         const std::size_t messages = runtime().transport.held_count();
-        if (held && messages != 0)
+        if (held && messages != 0) {
             call.require(false,
                          format("%zu message(s) not dropped when the lock is released", messages).c_str());
+        }
     }
     if (held) {
         owner = std::thread::id();

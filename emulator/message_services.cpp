@@ -17,7 +17,7 @@ Message* message_of(const Call& call, const MtsMessage* slot) {
 } // namespace
 
 int init_mts(std::uint32_t* queue) {
-    const Call call("init_mts", CallerLock::needed, [] { return std::string(); });
+    const Call call("init_mts", CallerLock::Needed, [] { return std::string(); });
     if (!call.require(queue != nullptr, "the out-parameter is NULL")) return FAILED;
     if (call.failed()) return call.status() < 0 ? call.status() : FAILED; // only a negative result is failure
     if (runtime().refused) return FAILED;
@@ -29,7 +29,7 @@ int init_mts(std::uint32_t* queue) {
 int mts_send(std::uint32_t queue, std::uint32_t node, std::uint32_t service, std::uint32_t code,
              const void* payload, std::uint32_t length, MtsMessage* request, std::uint32_t flags,
              std::uint32_t priority) {
-    const Call call("mts_send", CallerLock::needed, [&] {
+    const Call call("mts_send", CallerLock::Needed, [&] {
         return format("node=0x%04x service=%u code=%u length=%u", node, service, code, length);
     });
     if (!call.require((payload != nullptr || length == 0) && request != nullptr,
@@ -51,7 +51,7 @@ int mts_send(std::uint32_t queue, std::uint32_t node, std::uint32_t service, std
 }
 
 std::uint32_t mts_rr_token_get(const MtsMessage* request) {
-    const Call call("mts_rr_token_get", CallerLock::not_needed, [] { return std::string(); });
+    const Call call("mts_rr_token_get", CallerLock::NotNeeded, [] { return std::string(); });
     const Message* message = message_of(call, request);
     return message == nullptr ? 0 : message->token();
 }
@@ -59,7 +59,7 @@ std::uint32_t mts_rr_token_get(const MtsMessage* request) {
 int mts_recv(std::uint32_t queue, MtsMessage* reply, const void* selector) {
     MtsSelector wanted{};
     if (selector != nullptr) std::memcpy(&wanted, selector, sizeof wanted);
-    const Call call("mts_recv", CallerLock::needed,
+    const Call call("mts_recv", CallerLock::Needed,
                     [&] { return format("token=%u option=%u", wanted.token, wanted.option); });
     if (!call.require(reply != nullptr && selector != nullptr, "no message slot or no selector") ||
         !call.usable(queue))
@@ -77,19 +77,19 @@ int mts_recv(std::uint32_t queue, MtsMessage* reply, const void* selector) {
 }
 
 void* mts_payload_get(const MtsMessage* message) {
-    const Call call("mts_payload_get", CallerLock::not_needed, [] { return std::string(); });
+    const Call call("mts_payload_get", CallerLock::NotNeeded, [] { return std::string(); });
     Message* held = message_of(call, message);
     return held == nullptr ? nullptr : held->payload();
 }
 
 std::uint32_t mts_payload_size(const MtsMessage* message) {
-    const Call call("mts_payload_size", CallerLock::not_needed, [] { return std::string(); });
+    const Call call("mts_payload_size", CallerLock::NotNeeded, [] { return std::string(); });
     const Message* held = message_of(call, message);
     return held == nullptr ? 0 : held->size();
 }
 
 int mts_drop(std::uint32_t queue, MtsMessage* message) {
-    const Call call("mts_drop", CallerLock::needed, [] { return std::string(); });
+    const Call call("mts_drop", CallerLock::Needed, [] { return std::string(); });
     if (!call.usable(queue)) return FAILED;
     const bool dropped = runtime().transport.drop(message);
     call.require(dropped, "no message, or one that was dropped");
@@ -98,6 +98,6 @@ int mts_drop(std::uint32_t queue, MtsMessage* message) {
 }
 
 std::uint32_t mts_sap_get(std::uint32_t queue) {
-    const Call call("mts_sap_get", CallerLock::needed, [] { return std::string(); });
+    const Call call("mts_sap_get", CallerLock::Needed, [] { return std::string(); });
     return call.usable(queue) ? SERVICE_ACCESS_POINT : 0;
 }

@@ -60,7 +60,7 @@ PortCounters counters_of(const HostInterface& host) {
 } // namespace
 
 int pm_cim_get_port_info(PortInfo** row, int op, std::uint32_t ifIndex, std::uint32_t queue) {
-    const Call call("pm_cim_get_port_info", CallerLock::needed,
+    const Call call("pm_cim_get_port_info", CallerLock::Needed,
                     [&] { return format("op=%d if=0x%08x", op, ifIndex); });
     if (!call.usable(queue)) return FAILED;
     if (!call.require(op == OP_EXACT || op == OP_NEXT, "an operation that is neither 1 nor 0")) return FAILED;
@@ -70,7 +70,7 @@ int pm_cim_get_port_info(PortInfo** row, int op, std::uint32_t ifIndex, std::uin
 }
 
 PortInfo* pm_cim_find_interface(int op, std::uint32_t ifIndex, std::uint32_t queue) {
-    const Call call("pm_cim_find_interface", CallerLock::needed,
+    const Call call("pm_cim_find_interface", CallerLock::Needed,
                     [&] { return format("op=%d if=0x%08x", op, ifIndex); });
     if (!call.usable(queue)) return nullptr;
     call.require(op == OP_EXACT, "an operation other than 1");
@@ -81,7 +81,7 @@ PortInfo* pm_cim_find_interface(int op, std::uint32_t ifIndex, std::uint32_t que
 }
 
 int pm_cim_get_network_address(char* buffer, const PortInfo* row, std::uint8_t type) {
-    const Call call("pm_cim_get_network_address", CallerLock::not_needed, [&] {
+    const Call call("pm_cim_get_network_address", CallerLock::NotNeeded, [&] {
         return row == nullptr ? std::string("NULL")
                               : format("if=0x%08x type=%u", row->ifIndex, unsigned{type});
     });
@@ -98,7 +98,7 @@ int pm_cim_get_network_address(char* buffer, const PortInfo* row, std::uint8_t t
 int pm_cmi_get_port_config(std::uint32_t queue, std::uint32_t first, std::uint32_t second,
                            const std::uint32_t key[2], std::uint32_t* length, PortInfo** row,
                            std::uint32_t option) {
-    const Call call("pm_cmi_get_port_config", CallerLock::needed, [&] {
+    const Call call("pm_cmi_get_port_config", CallerLock::Needed, [&] {
         return key == nullptr ? std::string("NULL")
                               : format("%u %u key={0x%08x,0x%08x} %u", first, second, key[0], key[1], option);
     });
@@ -114,7 +114,7 @@ int pm_cmi_get_port_config(std::uint32_t queue, std::uint32_t first, std::uint32
 
 int pm_get_port_counters(std::uint32_t queue, std::uint32_t ifIndex, std::uint32_t first,
                          std::uint32_t second, PortCounters** row, std::uint32_t third) {
-    const Call call("pm_get_port_counters", CallerLock::needed,
+    const Call call("pm_get_port_counters", CallerLock::Needed,
                     [&] { return format("if=0x%08x %u %u %u", ifIndex, first, second, third); });
     if (!call.usable(queue)) return FAILED;
     call.require(first == 0 && second == 6 && third == 0, "the constant arguments are not 0, 6 and 0");
@@ -127,7 +127,7 @@ int pm_get_port_counters(std::uint32_t queue, std::uint32_t ifIndex, std::uint32
 
 int pm_get_clear_eth_stats(std::uint32_t queue, std::uint32_t ifIndex, std::uint32_t ifIndex2,
                            std::uint32_t option, void* buffer) {
-    const Call call("pm_get_clear_eth_stats", CallerLock::needed,
+    const Call call("pm_get_clear_eth_stats", CallerLock::Needed,
                     [&] { return format("if=0x%08x if2=0x%08x %u", ifIndex, ifIndex2, option); });
     if (!call.require(buffer != nullptr, "the buffer is NULL") || !call.usable(queue)) return FAILED;
     call.require(ifIndex == ifIndex2 && option == 1, "not the same interface twice and 1");

@@ -101,7 +101,7 @@ Verdict Faults::judge(std::string_view symbol, const std::string& arguments,
         if (fault.probability < 1 && static_cast<double>(armed.random()) >= fault.probability * 4294967296.0)
             continue;
         if (fault.action) actions.push_back(fault.action);
-        if (verdict.effect == Effect::none) verdict = {fault.effect, fault.status, fault.size};
+        if (verdict.effect == Effect::None) verdict = {fault.effect, fault.status, fault.size};
     }
     return verdict;
 }
@@ -121,10 +121,11 @@ void Runtime::load(SwitchState loaded) {
 
 void Runtime::count_call(const char* symbol) {
     const auto found = callCounts.find(symbol); // without making a string of every symbol that is called
-    if (found != callCounts.end())
+    if (found != callCounts.end()) {
         ++found->second;
-    else
+    } else {
         callCounts.emplace(symbol, 1);
+    }
 }
 
 void Runtime::misuse(const std::string& what) {

@@ -22,7 +22,7 @@ namespace emulator {
 
 // What a fault makes of one call.
 struct Verdict {
-    Effect effect = Effect::none;
+    Effect effect = Effect::None;
     int status = 0;
     std::uint32_t size = 0;
 };

@@ -58,14 +58,14 @@ const ObjectKind WORDS{"words", {}, true};
 const ObjectKind COUNTERS_BY_OFFSET{"countersByOffset", {}, true};
 
 const std::pair<const char*, Effect> EFFECTS[] = {
-    {"none", Effect::none},
-    {"fail", Effect::fail},
-    {"failWithRow", Effect::fail_with_row},
-    {"succeedWithoutRow", Effect::succeed_without_row},
-    {"noAnswer", Effect::no_answer},
-    {"lateAnswer", Effect::late_answer},
-    {"shortPayload", Effect::short_payload},
-    {"replyStatus", Effect::reply_status},
+    {"none", Effect::None},
+    {"fail", Effect::Fail},
+    {"failWithRow", Effect::FailWithRow},
+    {"succeedWithoutRow", Effect::SucceedWithoutRow},
+    {"noAnswer", Effect::NoAnswer},
+    {"lateAnswer", Effect::LateAnswer},
+    {"shortPayload", Effect::ShortPayload},
+    {"replyStatus", Effect::ReplyStatus},
 };
 
 template <typename Function>
@@ -233,11 +233,12 @@ class Loader {
         if_there(object, "size", [&](const Reader& r) { reply.size = r.u32(12, 65536); });
         if_there(object, "continuations", [&](const Reader& r) { reply.continuations = r.u32(0, 100); });
         const std::uint32_t size = reply.size == 0 ? ordinarySize : reply.size;
-        for (const WordName& name : names)
+        for (const WordName& name : names) {
             if_there(object, name.name, [&](const Reader& r) {
                 (name.wide ? reply.longs : reply.words)[name.offset] = read_counter(r);
             });
-        const auto by_offset = [&](const char* member, std::uint32_t width, auto& counters) {
+        }
+        const auto byOffset = [&](const char* member, std::uint32_t width, auto& counters) {
             if_there(object, member, [&](const Reader& r) {
                 read_numbered(r, COUNTERS_BY_OFFSET, size >= width ? size - width : 0,
                               [&](std::uint32_t offset, const Reader& value) {
@@ -245,8 +246,8 @@ class Loader {
                               });
             });
         };
-        by_offset("words", wordWidth, reply.words);
-        by_offset("longs", 8, reply.longs);
+        byOffset("words", wordWidth, reply.words);
+        byOffset("longs", 8, reply.longs);
         return reply;
     }
 
@@ -317,17 +318,19 @@ class Loader {
 
     template <typename Record>
     void read_fields(const Reader& object, std::span<const Field<Record>> fields, Record& record) const {
-        for (const Field<Record>& field : fields)
+        for (const Field<Record>& field : fields) {
             if_there(object, field.name, [&](const Reader& value) {
                 std::uint32_t number = 0;
-                if (field.kind == FieldKind::interface)
+                if (field.kind == FieldKind::Interface) {
                     number = read_interface(value);
-                else if (field.kind == FieldKind::flag && value.is_boolean())
+                } else if (field.kind == FieldKind::Flag && value.is_boolean()) {
                     number = value.boolean() ? 1 : 0;
-                else
+                } else {
                     number = value.u32();
+                }
                 record.*field.place = number;
             });
+        }
     }
 
     void read_profile(const Reader& object) {
@@ -366,9 +369,10 @@ class Loader {
         read_words(object, row);
         if_there(object, "errors", [&](const Reader& errors) {
             errors.object(LINK_ERRORS);
-            for (std::size_t i = 0; i < tunnel.errors.size(); ++i)
+            for (std::size_t i = 0; i < tunnel.errors.size(); ++i) {
                 if_there(errors, LINK_ERROR_NAMES[i],
                          [&](const Reader& value) { tunnel.errors[i] = read_counter(value); });
+            }
         });
         for (const Reader& connection : object.elements_of("tcpConnections"))
             read_tcp_connection(connection, profile->second, tunnel);
@@ -408,7 +412,7 @@ class Loader {
                                         [&](const auto& entry) { return entry.first == name; });
         if (found == std::end(EFFECTS)) effect.refuse("is no effect of a fault");
         fault.effect = found->second;
-        const bool ofLineCard = fault.effect >= Effect::no_answer;
+        const bool ofLineCard = fault.effect >= Effect::NoAnswer;
         if (ofLineCard && fault.symbol != LINE_CARD) effect.refuse("is an effect of the line_card only");
         fault.action = read_change(object);
         state_.faults.push_back(std::move(fault));
@@ -451,8 +455,8 @@ SwitchState parse_scenario_file(const std::string& path) {
 }
 
 const SwitchState& builtin_switch() {
-    static const SwitchState parsed = parse_scenario(builtin_scenario(), "built-in switch");
-    return parsed;
+    static const SwitchState PARSED = parse_scenario(builtin_scenario(), "built-in switch");
+    return PARSED;
 }
 
 std::map<std::string, std::vector<std::string>> scenario_members() {

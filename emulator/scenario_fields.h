@@ -13,24 +13,24 @@
 namespace emulator {
 
 enum class FieldKind {
-    number,
-    flag,
-    interface
+    Number,
+    Flag,
+    Interface
 }; // flag: true, false or any number; interface: a port of the switch
 
 template <typename Record>
 struct Field {
     const char* name;
     std::uint32_t Record::*place;
-    FieldKind kind = FieldKind::number;
+    FieldKind kind = FieldKind::Number;
 };
 
 inline constexpr Field<FcipEntityEntry> PROFILE_FIELDS[] = {
     {"tcpPort", &FcipEntityEntry::kfmFcipEntityTcpPort},
-    {"sackOption", &FcipEntityEntry::kfmFcipEntitySackOption, FieldKind::flag},
-    {"seqNumWrap", &FcipEntityEntry::kfmFcipEntitySeqNumWrap, FieldKind::flag},
-    {"phbSupport", &FcipEntityEntry::kfmFcipEntityPhbSupport, FieldKind::flag},
-    {"pmtuEnable", &FcipEntityEntry::kfmFcipEntityPmtuEnable, FieldKind::flag},
+    {"sackOption", &FcipEntityEntry::kfmFcipEntitySackOption, FieldKind::Flag},
+    {"seqNumWrap", &FcipEntityEntry::kfmFcipEntitySeqNumWrap, FieldKind::Flag},
+    {"phbSupport", &FcipEntityEntry::kfmFcipEntityPhbSupport, FieldKind::Flag},
+    {"pmtuEnable", &FcipEntityEntry::kfmFcipEntityPmtuEnable, FieldKind::Flag},
     {"pmtuResetTimeout", &FcipEntityEntry::kfmFcipEntityPmtuResetTimeout},
     {"keepAliveTimeout", &FcipEntityEntry::kfmFcipEntityKeepAliveTimeout},
     {"minRetransmitTime", &FcipEntityEntry::kfmFcipEntityMinRetransmitTime},
@@ -39,37 +39,37 @@ inline constexpr Field<FcipEntityEntry> PROFILE_FIELDS[] = {
     {"roundTripTime", &FcipEntityEntry::kfmFcipEntityRoundTripTime},
     {"maxBandwidth", &FcipEntityEntry::kfmFcipEntityMaxBandwidth},
     {"minBandwidth", &FcipEntityEntry::kfmFcipEntityMinBandwidth},
-    {"ifIndex", &FcipEntityEntry::kfmFcipEntityIfIndex, FieldKind::interface},
-    {"cwmEnable", &FcipEntityEntry::kfmFcipEntityCwmEnable, FieldKind::flag},
+    {"ifIndex", &FcipEntityEntry::kfmFcipEntityIfIndex, FieldKind::Interface},
+    {"cwmEnable", &FcipEntityEntry::kfmFcipEntityCwmEnable, FieldKind::Flag},
     {"cwmBurstSize", &FcipEntityEntry::kfmFcipEntityCwmBurstSize},
     {"maxJitter", &FcipEntityEntry::kfmFcipEntityMaxJitter},
 };
 
 inline constexpr Field<FcipLinkEntry> TUNNEL_FIELDS[] = {
-    {"ifIndex", &FcipLinkEntry::kfmFcipLinkIfIndex, FieldKind::interface},
+    {"ifIndex", &FcipLinkEntry::kfmFcipLinkIfIndex, FieldKind::Interface},
     {"cost", &FcipLinkEntry::kfmFcipLinkCost},
     {"remEntityId", &FcipLinkEntry::kfmFcipLinkRemFcipEntityId},
     {"status", &FcipLinkEntry::kfmFcipLinkStatus},
-    {"passiveMode", &FcipLinkEntry::kfmFcipLinkExtPassiveMode, FieldKind::flag},
+    {"passiveMode", &FcipLinkEntry::kfmFcipLinkExtPassiveMode, FieldKind::Flag},
     {"numTcpConns", &FcipLinkEntry::kfmFcipLinkExtNumTcpConns},
-    {"timeStampEnable", &FcipLinkEntry::kfmFcipLinkExtTimeStampEnable, FieldKind::flag},
+    {"timeStampEnable", &FcipLinkEntry::kfmFcipLinkExtTimeStampEnable, FieldKind::Flag},
     {"timeStampTolerance", &FcipLinkEntry::kfmFcipLinkExtTimeStampTolerance},
     {"tcpRemPort", &FcipLinkEntry::kfmFcipLinkExtTcpRemPort},
-    {"localPortEnable", &FcipLinkEntry::kfmFcipLinkExtLocalPortEnable, FieldKind::flag},
-    {"specialFrameEnable", &FcipLinkEntry::kfmFcipLinkExtSpecialFrameEnable, FieldKind::flag},
-    {"bPortKaEnable", &FcipLinkEntry::kfmFcipLinkExtBPortKaEnable, FieldKind::flag},
+    {"localPortEnable", &FcipLinkEntry::kfmFcipLinkExtLocalPortEnable, FieldKind::Flag},
+    {"specialFrameEnable", &FcipLinkEntry::kfmFcipLinkExtSpecialFrameEnable, FieldKind::Flag},
+    {"bPortKaEnable", &FcipLinkEntry::kfmFcipLinkExtBPortKaEnable, FieldKind::Flag},
     {"cntrlQos", &FcipLinkEntry::kfmFcipLinkExtCntrlQos},
     {"dataQos", &FcipLinkEntry::kfmFcipLinkExtDataQos},
-    {"ethIfIndex", &FcipLinkEntry::kfmFcipLinkExtEthIfIndex, FieldKind::interface},
-    {"writeAccel", &FcipLinkEntry::kfmFcipLinkExtWriteAccel, FieldKind::flag},
+    {"ethIfIndex", &FcipLinkEntry::kfmFcipLinkExtEthIfIndex, FieldKind::Interface},
+    {"writeAccel", &FcipLinkEntry::kfmFcipLinkExtWriteAccel, FieldKind::Flag},
     {"ipCompression", &FcipLinkEntry::kfmFcipLinkExtIpCompression},
-    {"tapeAccel", &FcipLinkEntry::kfmFcipLinkExtTapeAccel, FieldKind::flag},
+    {"tapeAccel", &FcipLinkEntry::kfmFcipLinkExtTapeAccel, FieldKind::Flag},
     {"flowCtrlBufSize", &FcipLinkEntry::kfmFcipLinkExtFlowCtrlBufSize},
-    {"ipSec", &FcipLinkEntry::kfmFcipLinkExtIpSec, FieldKind::flag},
-    {"phyIfIndex", &FcipLinkEntry::kfmFcipLinkExtPhyIfIndex, FieldKind::interface},
-    {"writeAccelOper", &FcipLinkEntry::kfmFcipLinkExtWriteAccelOper, FieldKind::flag},
-    {"tapeAccelOper", &FcipLinkEntry::kfmFcipLinkExtTapeAccelOper, FieldKind::flag},
-    {"tapeAccelReadOper", &FcipLinkEntry::kfmFcipLinkExtTapeAccelReadOper, FieldKind::flag},
+    {"ipSec", &FcipLinkEntry::kfmFcipLinkExtIpSec, FieldKind::Flag},
+    {"phyIfIndex", &FcipLinkEntry::kfmFcipLinkExtPhyIfIndex, FieldKind::Interface},
+    {"writeAccelOper", &FcipLinkEntry::kfmFcipLinkExtWriteAccelOper, FieldKind::Flag},
+    {"tapeAccelOper", &FcipLinkEntry::kfmFcipLinkExtTapeAccelOper, FieldKind::Flag},
+    {"tapeAccelReadOper", &FcipLinkEntry::kfmFcipLinkExtTapeAccelReadOper, FieldKind::Flag},
 };
 
 inline constexpr Field<FcipTcpConnEntry> TCP_CONNECTION_FIELDS[] = {

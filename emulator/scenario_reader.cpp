@@ -30,9 +30,10 @@ json parse_json(std::string_view text, std::string_view source) {
         what.erase(0, what.find("] ") == std::string::npos ? 0 : what.find("] ") + 2);
         throw ScenarioError(std::string(source) + ": " + what);
     }
-    if (!repeated.empty())
+    if (!repeated.empty()) {
         throw ScenarioError(std::string(source) + ": the member \"" + repeated +
                             "\" stands twice in one object");
+    }
     return parsed;
 }
 
@@ -50,9 +51,10 @@ Reader Reader::inner(const json& value, const std::string& token) const {
 const Reader& Reader::object(const ObjectKind& kind) const {
     if (!value_.is_object()) refuse("is not an object");
     if (kind.numbered) return *this;
-    for (const auto& [name, value] : value_.items())
+    for (const auto& [name, value] : value_.items()) {
         if (std::find(kind.members.begin(), kind.members.end(), name) == kind.members.end())
             inner(value, name).refuse("is not a member of a " + kind.name);
+    }
     return *this;
 }
 
@@ -121,9 +123,10 @@ bool Reader::boolean() const {
 std::string Reader::text(std::size_t shortest, std::size_t longest) const {
     if (!value_.is_string()) refuse("is not a text");
     auto text = value_.get<std::string>();
-    if (text.size() < shortest || text.size() > longest)
+    if (text.size() < shortest || text.size() > longest) {
         refuse("is not a text of " + std::to_string(shortest) + " to " + std::to_string(longest) +
                " characters");
+    }
     if (std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
         refuse("has control characters");
     return text;

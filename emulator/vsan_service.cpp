@@ -48,13 +48,13 @@ int write_key(const Call& call, char* text, const OpaqueRecord* domain) {
 } // namespace
 
 int vsan_cim_get_vsanEntry(std::uint32_t queue, std::uint32_t vsan, void** entry) {
-    const Call call("vsan_cim_get_vsanEntry", CallerLock::needed, [&] { return format("vsan=%u", vsan); });
+    const Call call("vsan_cim_get_vsanEntry", CallerLock::Needed, [&] { return format("vsan=%u", vsan); });
     if (!call.usable(queue)) return FAILED;
     return answer_record(call, entry, VSAN_RECORD, vsan, find_vsan(vsan));
 }
 
 int dm_cim_get_dmEntry(std::uint32_t queue, std::uint32_t vsan, std::uint32_t option, void** entry) {
-    const Call call("dm_cim_get_dmEntry", CallerLock::needed,
+    const Call call("dm_cim_get_dmEntry", CallerLock::Needed,
                     [&] { return format("vsan=%u %u", vsan, option); });
     if (!call.usable(queue)) return FAILED;
     call.require(option == 1, "the constant argument is not 1");
@@ -64,14 +64,13 @@ int dm_cim_get_dmEntry(std::uint32_t queue, std::uint32_t vsan, std::uint32_t op
 }
 
 int vsan_cim_get_vsan_key(char* text, void** vsanEntry, void** domainEntry) {
-    const Call call("vsan_cim_get_vsan_key", CallerLock::not_needed, [] { return std::string(); });
+    const Call call("vsan_cim_get_vsan_key", CallerLock::NotNeeded, [] { return std::string(); });
     const bool vsan = opened(call, vsanEntry, VSAN_RECORD) != nullptr;
     const OpaqueRecord* domain = opened(call, domainEntry, DOMAIN_RECORD);
     return write_key(call, text, vsan ? domain : nullptr);
 }
 
 int vsan_cim_get_vsan_admindomain_key(char* text, void** domainEntry) {
-    const Call call("vsan_cim_get_vsan_admindomain_key", CallerLock::not_needed,
-                    [] { return std::string(); });
+    const Call call("vsan_cim_get_vsan_admindomain_key", CallerLock::NotNeeded, [] { return std::string(); });
     return write_key(call, text, opened(call, domainEntry, DOMAIN_RECORD));
 }

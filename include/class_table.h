@@ -8,7 +8,7 @@
 #include <span>
 
 // The first row of this class, or null. Letter case is ignored, as everywhere with class names.
-template <class Row>
+template <typename Row>
 const Row* find_class(std::span<const Row> rows, const char* className) {
     for (const Row& row : rows) {
         if (strcasecmp(className, row.className) == 0) return &row;
@@ -16,7 +16,7 @@ const Row* find_class(std::span<const Row> rows, const char* className) {
     return nullptr;
 }
 
-template <class Row, std::size_t Rows>
+template <typename Row, std::size_t Rows>
 const Row* find_class(const Row (&rows)[Rows], const char* className) {
     return find_class(std::span<const Row>(rows), className);
 }

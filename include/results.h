@@ -12,13 +12,13 @@
 #include <cstdint>
 
 // What some builders return in place of an object.
-template <class Object>
+template <typename Object>
 Object* error_object() {
     return reinterpret_cast<Object*>(std::intptr_t{-1}); // NOLINT(performance-no-int-to-ptr)
 }
 
 // Whether a pointer stands for an object at all: neither NULL nor -1.
-template <class Object>
+template <typename Object>
 bool is_object(const Object* object) {
     return object != nullptr && reinterpret_cast<std::intptr_t>(object) != -1;
 }
@@ -38,7 +38,7 @@ inline void hand_over(const CMPIResult* result, const CMPIObjectPath* path) {
 }
 
 // Hands an object over only when it could be built.
-template <class Object>
+template <typename Object>
 void hand_over_built(const CMPIResult* result, const Object* object) {
     if (is_object(object)) hand_over(result, object);
 }

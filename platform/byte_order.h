@@ -26,7 +26,7 @@ inline void put_big_endian_32(unsigned char* at, std::uint32_t value) {
 }
 
 // Host-order numbers at any position.
-template <class Number>
+template <typename Number>
 Number host_order(const void* record, std::size_t position) {
     Number value;
     std::memcpy(&value, static_cast<const unsigned char*>(record) + position, sizeof value);

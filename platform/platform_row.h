@@ -9,12 +9,12 @@ struct FreeRow {
     void operator()(void* row) const { std::free(row); }
 };
 
-template <class Row>
+template <typename Row>
 using PlatformRow = std::unique_ptr<Row, FreeRow>;
 
 // Calls a service that stores a row through a pointer, and takes the row over whatever the status: a failing
 // call may store one too. Returns the service's status.
-template <class Row, class Service>
+template <typename Row, typename Service>
 int fetch_row(PlatformRow<Row>& row, Service service) {
     Row* stored = nullptr;
     const int status = service(&stored);

@@ -29,8 +29,8 @@ enum class EmptyAnswer { Ends, IsRepeated };
 
 // next(key, row) asks for the row behind key and returns the platform's status; key_of(row) is the row's key;
 // visit(row) looks at it.
-template <class Row, class Key, class Next, class KeyOf, class Visitor>
-WalkEnd walk_table(Key key, EmptyAnswer emptyAnswer, Next next, KeyOf key_of, Visitor visit) {
+template <typename Row, typename Key, typename Next, typename KeyOf, typename Visitor>
+WalkEnd walk_table(Key key, EmptyAnswer emptyAnswer, Next next, KeyOf keyOf, Visitor visit) {
     constexpr unsigned MANY_MEETINGS = 100;
     Key remembered{};
     unsigned meetings = 0;
@@ -44,7 +44,7 @@ WalkEnd walk_table(Key key, EmptyAnswer emptyAnswer, Next next, KeyOf key_of, Vi
             if (emptyAnswer == EmptyAnswer::IsRepeated) continue;
             return WalkEnd::NoRow;
         }
-        key = key_of(*row);
+        key = keyOf(*row);
         if (visited > 0 && key == remembered && ++meetings == MANY_MEETINGS) return WalkEnd::NoRow;
         if (++visited == rememberAgainAt) {
             remembered = key;
@@ -55,7 +55,7 @@ WalkEnd walk_table(Key key, EmptyAnswer emptyAnswer, Next next, KeyOf key_of, Vi
 }
 
 // All FCIP links (tunnels).
-template <class Visitor>
+template <typename Visitor>
 WalkEnd walk_links(std::uint32_t queue, Visitor visit) {
     return walk_table<FcipLinkEntry>(
         std::pair<std::uint32_t, std::uint32_t>{0, 0}, EmptyAnswer::Ends,
@@ -70,7 +70,7 @@ WalkEnd walk_links(std::uint32_t queue, Visitor visit) {
 }
 
 // All FCIP entities (profiles).
-template <class Visitor>
+template <typename Visitor>
 WalkEnd walk_entities(std::uint32_t queue, EmptyAnswer emptyAnswer, Visitor visit) {
     return walk_table<FcipEntityEntry>(
         std::uint32_t{0}, emptyAnswer,
@@ -86,7 +86,7 @@ inline constexpr std::uint32_t BEFORE_FIRST_ETHERNET_PORT = 0x9AFFFFFF;
 inline constexpr std::uint8_t ETHERNET_INTERFACE = 26;
 
 // All ports behind BEFORE_FIRST_ETHERNET_PORT.
-template <class Visitor>
+template <typename Visitor>
 WalkEnd walk_ports(Visitor visit) {
     return walk_table<PortInfo>(
         BEFORE_FIRST_ETHERNET_PORT, EmptyAnswer::Ends,
@@ -101,7 +101,7 @@ inline bool is_ethernet(std::uint32_t ifIndex) {
 }
 
 // The first run of Ethernet ports: visit(port) for each, until the first port that is not Ethernet.
-template <class Visitor>
+template <typename Visitor>
 WalkEnd walk_ethernet_ports(Visitor visit) {
     return walk_ports([&](const PortInfo& port) {
         if (!is_ethernet(port.ifIndex)) return Visit::Stop;

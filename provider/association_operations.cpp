@@ -11,7 +11,7 @@
 
 namespace {
 
-template <class Member>
+template <typename Member>
 struct Route {
     const char* className;
     Member* traverse; // null: answered with nothing
@@ -94,7 +94,7 @@ constexpr Route<AssociatorsFn> ASSOCIATOR_ROUTES[] = {
 };
 
 // Calls traverse(member, nameSpace) for the member that serves the class, if any.
-template <class Member, std::size_t Rows, class Traverse>
+template <typename Member, std::size_t Rows, typename Traverse>
 void route(const Route<Member> (&routes)[Rows], const char* className, const CMPIObjectPath* op,
            Traverse traverse) {
     const Route<Member>* found = find_class(routes, className);

@@ -12,7 +12,7 @@ namespace {
 // Newer headers have members behind these; a table of version 100 leaves them out.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
-const CMPIInstanceMIFT instanceTable = {
+const CMPIInstanceMIFT INSTANCE_TABLE = {
     100, // ftVersion
     100, // miVersion
     "instanceFCIPProvider",
@@ -26,7 +26,7 @@ const CMPIInstanceMIFT instanceTable = {
     FCIP_ExecQuery,
 };
 
-const CMPIAssociationMIFT associationTable = {
+const CMPIAssociationMIFT ASSOCIATION_TABLE = {
     100, // ftVersion
     100, // miVersion
     "associationFCIPProvider",
@@ -39,8 +39,8 @@ const CMPIAssociationMIFT associationTable = {
 #pragma GCC diagnostic pop
 
 // Some CMPI headers point to the tables as if they could be written to.
-CMPIInstanceMI instanceMI = {nullptr, const_cast<CMPIInstanceMIFT*>(&instanceTable)};
-CMPIAssociationMI associationMI = {nullptr, const_cast<CMPIAssociationMIFT*>(&associationTable)};
+CMPIInstanceMI instanceMI = {nullptr, const_cast<CMPIInstanceMIFT*>(&INSTANCE_TABLE)};
+CMPIAssociationMI associationMI = {nullptr, const_cast<CMPIAssociationMIFT*>(&ASSOCIATION_TABLE)};
 
 CMPIStatus not_supported() {
     return status_of(CMPI_RC_ERR_NOT_SUPPORTED);

@@ -20,7 +20,7 @@ using ReferenceWalker = int(const char* className, const CMPIResult* result, con
 using InstanceWalker = int(const char* className, const CMPIResult* result, const char** properties,
                            const char* nameSpace);
 
-template <class Walker>
+template <typename Walker>
 struct EnumRoute {
     const char* className;
     Walker* walk; // null: answered with nothing
@@ -69,7 +69,7 @@ constexpr EnumRoute<InstanceWalker> INSTANCE_ROUTES[] = {
     {"KESTO_EthernetPortStatisticalData", get_all_eth_stat_data_instances},
 };
 
-template <class Walker, std::size_t Rows>
+template <typename Walker, std::size_t Rows>
 Walker* walker_for(const EnumRoute<Walker> (&routes)[Rows], const char* className, Walker* fallback) {
     const EnumRoute<Walker>* route = find_class(routes, className);
     return route != nullptr ? route->walk : fallback;

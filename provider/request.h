@@ -35,7 +35,7 @@ inline CMPIStatus invalid_key_name() {
 
 // Runs the routed part of an operation under the provider lock. Nothing may fly out of it: there is a C
 // caller behind, and the lock would stay taken.
-template <class Routed>
+template <typename Routed>
 void with_provider_lock(Routed routed) noexcept {
     mutex_lock();
     routed();

@@ -15,20 +15,20 @@ ArrivalWatch::~ArrivalWatch() {
     thread_.join();
 }
 
-void ArrivalWatch::expectRequest(int socket) {
+void ArrivalWatch::expect_request(int socket) {
     const std::lock_guard guard(lock_);
     expected_[socket] = Clock::now();
 }
 
-void ArrivalWatch::requestArrived(int socket) {
+void ArrivalWatch::request_arrived(int socket) {
     const std::lock_guard guard(lock_);
     expected_.erase(socket);
 }
 
 void ArrivalWatch::run() {
-    constexpr std::chrono::milliseconds kPace(250);
+    constexpr std::chrono::milliseconds PACE(250);
     std::unique_lock guard(lock_);
-    while (!stopping_.wait_for(guard, kPace, [this] { return stopped_; })) {
+    while (!stopping_.wait_for(guard, PACE, [this] { return stopped_; })) {
         const Clock::time_point tooEarly = Clock::now() - limit_;
         // A socket leaves the list before it is closed, so the number is still the connection's.
         for (const auto& [socket, since] : expected_) {

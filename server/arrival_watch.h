@@ -21,9 +21,9 @@ class ArrivalWatch {
     ArrivalWatch(const ArrivalWatch&) = delete;
     ArrivalWatch& operator=(const ArrivalWatch&) = delete;
 
-    void expectRequest(int socket); // from now on
-    void requestArrived(int socket);
-    void closed(int socket) { requestArrived(socket); }
+    void expect_request(int socket); // from now on
+    void request_arrived(int socket);
+    void closed(int socket) { request_arrived(socket); }
 
   private:
     void run();

@@ -13,8 +13,8 @@ namespace {
 // The FCIP provider. Two names stand here for the sake of one operation each, because that operation knows
 // its association by that name only: the references of a TCP endpoint to its FCIP endpoint, and the
 // associator names of an Ethernet port to its statistics.
-constexpr std::string_view kFcipProvider = "FCIPProvider";
-constexpr std::string_view kFcipAssociations = R"(
+constexpr std::string_view FCIP_PROVIDER = "FCIPProvider";
+constexpr std::string_view FCIP_ASSOCIATIONS = R"(
     KESTO_FCIPElementSettingData: KESTO_FCIPProtocolEndPoint KESTO_FCIPSettings
     KESTO_FCIPTCPEndpoint: KESTO_FCIPProtocolEndPoint KESTO_TCPProtocolEndPoint
     KESTO_FCIPTCPEnpoint: KESTO_TCPProtocolEndPoint
@@ -38,7 +38,7 @@ constexpr std::string_view kFcipAssociations = R"(
     KESTO_EthernetPortStatistics: KESTO_EthernetPort
 )";
 
-bool isName(std::string_view text) {
+bool is_name(std::string_view text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
     });
@@ -61,7 +61,7 @@ AssociationTable AssociationTable::read(std::istream& text, const std::string& f
             }
         }
         const bool named =
-            isName(row.association) && std::all_of(row.sources.begin(), row.sources.end(), isName);
+            is_name(row.association) && std::all_of(row.sources.begin(), row.sources.end(), is_name);
         if (!named || (colon != std::string_view::npos && row.sources.empty())) {
             throw AssociationTableError(fileName + ":" + std::to_string(number) +
                                         ": expected \"Association: Source ...\" or \"Association\"");
@@ -71,16 +71,16 @@ AssociationTable AssociationTable::read(std::istream& text, const std::string& f
     return AssociationTable(std::move(rows));
 }
 
-AssociationTable AssociationTable::builtIn(std::string_view providerName) {
-    if (providerName != kFcipProvider) return {};
-    std::istringstream text{std::string(kFcipAssociations)};
+AssociationTable AssociationTable::built_in(std::string_view providerName) {
+    if (providerName != FCIP_PROVIDER) return {};
+    std::istringstream text{std::string(FCIP_ASSOCIATIONS)};
     return read(text, std::string(providerName));
 }
 
 std::vector<std::string> AssociationTable::from(std::string_view sourceClass) const {
     std::vector<std::string> associations;
     for (const Row& row : rows_) {
-        if (row.sources.empty() || containsName(row.sources, sourceClass))
+        if (row.sources.empty() || contains_name(row.sources, sourceClass))
             associations.push_back(row.association);
     }
     return associations;

@@ -34,7 +34,7 @@ class AssociationTable {
 
     // The table that comes with the server for the named provider; empty for a provider that it does not
     // know.
-    static AssociationTable builtIn(std::string_view providerName);
+    static AssociationTable built_in(std::string_view providerName);
 
     bool empty() const { return rows_.empty(); }
     const std::vector<Row>& rows() const { return rows_; }

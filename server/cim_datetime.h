@@ -19,7 +19,7 @@ struct CimDateTime {
 
     static CimDateTime now();
     static std::optional<CimDateTime> parse(std::string_view text);
-    std::string toString() const;
+    std::string to_string() const;
 };
 
 } // namespace cimserver

@@ -40,9 +40,9 @@ struct Value {
     CMPIType type = CMPI_null;
     Content content;
 
-    bool isNull() const { return std::holds_alternative<std::monostate>(content); }
-    bool isArray() const { return (type & CMPI_ARRAY) != 0; }
-    CMPIType elementType() const { return static_cast<CMPIType>(type & ~CMPI_ARRAY); }
+    bool is_null() const { return std::holds_alternative<std::monostate>(content); }
+    bool is_array() const { return (type & CMPI_ARRAY) != 0; }
+    CMPIType element_type() const { return static_cast<CMPIType>(type & ~CMPI_ARRAY); }
 
     static Value null(CMPIType type) { return {type, std::monostate{}}; }
     static Value text(std::string text) { return {CMPI_string, std::move(text)}; }
@@ -52,10 +52,10 @@ struct Value {
     static Value reference(ObjectPath path);
     static Value embedded(Instance instance);
 
-    const std::string* asText() const { return std::get_if<std::string>(&content); }
-    const ObjectPath* asReference() const;
-    const Instance* asInstance() const;
-    const std::vector<Value>* asArray() const { return std::get_if<std::vector<Value>>(&content); }
+    const std::string* as_text() const { return std::get_if<std::string>(&content); }
+    const ObjectPath* as_reference() const;
+    const Instance* as_instance() const;
+    const std::vector<Value>* as_array() const { return std::get_if<std::vector<Value>>(&content); }
 };
 
 struct NamedValue {
@@ -85,7 +85,7 @@ struct ObjectPath {
     std::string className;
     NamedValues keys;
 
-    std::string toString() const; // //host/namespace:Class.Key="value",Ref=(...)
+    std::string to_string() const; // //host/namespace:Class.Key="value",Ref=(...)
 };
 
 // The properties that a request wants of an instance.
@@ -102,27 +102,27 @@ struct Instance {
     std::optional<PropertyFilter> filter;
 
     void set(std::string_view name, Value value, std::string_view origin = {});
-    void applyFilter(std::optional<PropertyFilter> newFilter);
-    std::string toString() const;
+    void apply_filter(std::optional<PropertyFilter> newFilter);
+    std::string to_string() const;
 };
 
-bool containsName(const std::vector<std::string>& names, std::string_view name);
+bool contains_name(const std::vector<std::string>& names, std::string_view name);
 
 // A scalar as text, in the form that CIM-XML uses between the tags. Empty for NULL, references and instances.
-std::string scalarText(const Value& value);
+std::string scalar_text(const Value& value);
 // A real number as CIM-XML writes it: shortest digits that read back as the same number, always with a point.
-std::string realText(double value, CMPIType type);
+std::string real_text(double value, CMPIType type);
 
-bool sameValue(const Value& a, const Value& b);
-bool sameProperties(const NamedValues& a, const NamedValues& b);
+bool same_value(const Value& a, const Value& b);
+bool same_properties(const NamedValues& a, const NamedValues& b);
 
 // The two paths may name the same object. Clients and providers leave out what goes without saying, so the
 // namespace counts only where both paths have it, and so do keys, of which at least one must be common (or
 // neither path has any). The host never counts: one machine has many names, and all objects here are its own.
-bool mayBeSameObject(const ObjectPath& a, const ObjectPath& b);
+bool may_be_same_object(const ObjectPath& a, const ObjectPath& b);
 
 // The two paths name the same object and carry the same keys: what makes a result a duplicate of another.
-bool isSamePath(const ObjectPath& a, const ObjectPath& b);
+bool is_same_path(const ObjectPath& a, const ObjectPath& b);
 
 } // namespace cimserver
 

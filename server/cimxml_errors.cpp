@@ -2,7 +2,7 @@
 
 namespace cimserver {
 
-const char* cimErrorName(CMPIrc code) {
+const char* cim_error_name(CMPIrc code) {
     switch (code) {
         case CMPI_RC_ERR_ACCESS_DENIED:
             return "CIM_ERR_ACCESS_DENIED";
@@ -45,7 +45,7 @@ const char* cimErrorName(CMPIrc code) {
     }
 }
 
-CMPIrc cimErrorCode(CMPIrc code) {
+CMPIrc cim_error_code(CMPIrc code) {
     const bool isCim = (code >= CMPI_RC_ERR_FAILED && code <= CMPI_RC_ERR_METHOD_NOT_FOUND) ||
                        code == CMPI_RC_ERR_SERVER_LIMITS_EXCEEDED ||
                        code == CMPI_RC_ERR_QUERY_FEATURE_NOT_SUPPORTED;

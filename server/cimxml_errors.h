@@ -22,9 +22,9 @@ struct CimError {
 };
 
 // The status codes of CIM by name, as descriptions begin with them: CIM_ERR_NOT_FOUND, ...
-const char* cimErrorName(CMPIrc code);
+const char* cim_error_name(CMPIrc code);
 // A provider's result code as a CIM status code; codes that only the provider interface knows mean "failed".
-CMPIrc cimErrorCode(CMPIrc code);
+CMPIrc cim_error_code(CMPIrc code);
 
 } // namespace cimserver
 

@@ -8,49 +8,49 @@ namespace cimserver {
 
 namespace {
 
-constexpr std::string_view kExtension = "http://www.dmtf.org/cim/mapping/http/v1.0";
-constexpr std::string_view kContentType = "application/xml; charset=\"utf-8\"";
+constexpr std::string_view EXTENSION = "http://www.dmtf.org/cim/mapping/http/v1.0";
+constexpr std::string_view CONTENT_TYPE = "application/xml; charset=\"utf-8\"";
 
-constexpr unsigned kBadRequest = 400;
-constexpr unsigned kMethodNotAllowed = 405;
-constexpr unsigned kUnsupportedMediaType = 415;
-constexpr unsigned kNotImplemented = 501;
-constexpr unsigned kNotExtended = 510;
+constexpr unsigned BAD_REQUEST = 400;
+constexpr unsigned METHOD_NOT_ALLOWED = 405;
+constexpr unsigned UNSUPPORTED_MEDIA_TYPE = 415;
+constexpr unsigned NOT_IMPLEMENTED = 501;
+constexpr unsigned NOT_EXTENDED = 510;
 
-std::string_view withoutQuotes(std::string_view text) {
+std::string_view without_quotes(std::string_view text) {
     text = trimmed(text);
     if (text.size() >= 2 && text.front() == '"' && text.back() == '"') return text.substr(1, text.size() - 2);
     return text;
 }
 
 // The value of a parameter in a header like "text/xml; charset=utf-8"; empty when it has none.
-std::string_view headerParameter(std::string_view header, std::string_view name) {
+std::string_view header_parameter(std::string_view header, std::string_view name) {
     for (std::size_t at = header.find(';'); at != std::string_view::npos;) {
         const std::size_t next = header.find(';', at + 1);
         const std::string_view parameter =
             header.substr(at + 1, next == std::string_view::npos ? next : next - at - 1);
         const std::size_t equals = parameter.find('=');
-        if (equals != std::string_view::npos && sameName(trimmed(parameter.substr(0, equals)), name)) {
-            return withoutQuotes(parameter.substr(equals + 1));
+        if (equals != std::string_view::npos && same_name(trimmed(parameter.substr(0, equals)), name)) {
+            return without_quotes(parameter.substr(equals + 1));
         }
         at = next;
     }
     return {};
 }
 
-bool isXmlInUtf8(std::string_view contentType) {
+bool is_xml_in_utf8(std::string_view contentType) {
     const std::string_view type = trimmed(contentType.substr(0, contentType.find(';')));
-    const std::string_view charset = headerParameter(contentType, "charset");
-    return (sameName(type, "application/xml") || sameName(type, "text/xml")) &&
-           (charset.empty() || sameName(charset, "utf-8") || sameName(charset, "utf8") ||
-            sameName(charset, "us-ascii"));
+    const std::string_view charset = header_parameter(contentType, "charset");
+    return (same_name(type, "application/xml") || same_name(type, "text/xml")) &&
+           (charset.empty() || same_name(charset, "utf-8") || same_name(charset, "utf8") ||
+            same_name(charset, "us-ascii"));
 }
 
 // Undoes %-escapes; a % without two digits stays what it is, and then matches nothing.
 std::string unescaped(std::string_view text) {
     const auto digit = [](char c) {
-        constexpr std::string_view kDigits = "0123456789abcdef";
-        return kDigits.find(static_cast<char>(c >= 'A' && c <= 'F' ? c - 'A' + 'a' : c));
+        constexpr std::string_view DIGITS = "0123456789abcdef";
+        return DIGITS.find(static_cast<char>(c >= 'A' && c <= 'F' ? c - 'A' + 'a' : c));
     };
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -68,16 +68,16 @@ std::string unescaped(std::string_view text) {
 }
 
 // The number that an M-POST gives to the extension: "http://...; ns=48" or "...; ns=\"48\"".
-std::string extensionPrefix(const HttpRequest& request) {
+std::string extension_prefix(const HttpRequest& request) {
     const std::string* man = request.header("Man");
     const std::string_view declared =
-        man ? withoutQuotes(std::string_view(*man).substr(0, man->find(';'))) : "";
-    const std::string_view number = man ? headerParameter(*man, "ns") : "";
+        man != nullptr ? without_quotes(std::string_view(*man).substr(0, man->find(';'))) : "";
+    const std::string_view number = man != nullptr ? header_parameter(*man, "ns") : "";
     const bool digits = !number.empty() && std::all_of(number.begin(), number.end(),
                                                        [](char c) { return c >= '0' && c <= '9'; });
-    if (declared != kExtension || !digits) {
-        throw HttpError{kNotExtended, "",
-                        "M-POST needs the header Man: " + std::string(kExtension) + "; ns=NN"};
+    if (declared != EXTENSION || !digits) {
+        throw HttpError{NOT_EXTENDED, "",
+                        "M-POST needs the header Man: " + std::string(EXTENSION) + "; ns=NN"};
     }
     return std::string(number) + "-";
 }
@@ -86,62 +86,62 @@ std::string extensionPrefix(const HttpRequest& request) {
 
 CimHeaders::CimHeaders(const HttpRequest& request) : request_(request) {
     if (request.method == "M-POST") {
-        prefix_ = extensionPrefix(request);
+        prefix_ = extension_prefix(request);
     } else if (request.method != "POST") {
-        throw HttpError{kMethodNotAllowed, "", "only POST and M-POST are served"};
+        throw HttpError{METHOD_NOT_ALLOWED, "", "only POST and M-POST are served"};
     }
     const std::string* contentType = request.header("Content-Type");
-    if (!contentType || !isXmlInUtf8(*contentType)) {
-        throw HttpError{kUnsupportedMediaType, "",
+    if ((contentType == nullptr) || !is_xml_in_utf8(*contentType)) {
+        throw HttpError{UNSUPPORTED_MEDIA_TYPE, "",
                         "the content must be application/xml or text/xml in UTF-8"};
     }
     const std::string* encoding = request.header("Content-Encoding");
-    if (encoding && !sameName(trimmed(*encoding), "identity")) {
-        throw HttpError{kUnsupportedMediaType, "", "content encodings are not supported"};
+    if ((encoding != nullptr) && !same_name(trimmed(*encoding), "identity")) {
+        throw HttpError{UNSUPPORTED_MEDIA_TYPE, "", "content encodings are not supported"};
     }
     const std::string* operation = header("CIMOperation");
-    if (!operation) throw HttpError{kBadRequest, "header-mismatch", "no CIMOperation header"};
-    if (!sameName(trimmed(*operation), "MethodCall")) {
-        throw HttpError{kBadRequest, "unsupported-operation", "CIMOperation must be MethodCall"};
+    if (operation == nullptr) throw HttpError{BAD_REQUEST, "header-mismatch", "no CIMOperation header"};
+    if (!same_name(trimmed(*operation), "MethodCall")) {
+        throw HttpError{BAD_REQUEST, "unsupported-operation", "CIMOperation must be MethodCall"};
     }
-    if (header("CIMBatch")) {
-        throw HttpError{kNotImplemented, "multiple-requests-unsupported", "one operation a request, please"};
+    if (header("CIMBatch") != nullptr) {
+        throw HttpError{NOT_IMPLEMENTED, "multiple-requests-unsupported", "one operation a request, please"};
     }
     const std::string* version = header("CIMProtocolVersion");
-    if (version && !trimmed(*version).starts_with("1.")) {
-        throw HttpError{kNotImplemented, "unsupported-protocol-version", "version " + *version};
+    if ((version != nullptr) && !trimmed(*version).starts_with("1.")) {
+        throw HttpError{NOT_IMPLEMENTED, "unsupported-protocol-version", "version " + *version};
     }
 }
 
-void CimHeaders::expectToMatch(const CimXmlRequest& message) const {
-    constexpr auto kMismatch = "header-mismatch";
+void CimHeaders::expect_to_match(const CimXmlRequest& message) const {
+    constexpr auto MISMATCH = "header-mismatch";
     const std::string* method = header("CIMMethod");
-    if (!method || !sameName(trimmed(unescaped(*method)), message.method)) {
-        throw HttpError{kBadRequest, kMismatch, "CIMMethod does not name the operation"};
+    if ((method == nullptr) || !same_name(trimmed(unescaped(*method)), message.method)) {
+        throw HttpError{BAD_REQUEST, MISMATCH, "CIMMethod does not name the operation"};
     }
     const std::string* object = header("CIMObject");
-    if (!object) throw HttpError{kBadRequest, kMismatch, "no CIMObject header"};
-    if (!message.extrinsic && !sameName(trimmed(unescaped(*object)), message.nameSpace)) {
-        throw HttpError{kBadRequest, kMismatch, "CIMObject does not name the namespace"};
+    if (object == nullptr) throw HttpError{BAD_REQUEST, MISMATCH, "no CIMObject header"};
+    if (!message.extrinsic && !same_name(trimmed(unescaped(*object)), message.nameSpace)) {
+        throw HttpError{BAD_REQUEST, MISMATCH, "CIMObject does not name the namespace"};
     }
 }
 
 HttpReply CimHeaders::reply(std::string body) const {
-    HttpReply result{200, {{"Content-Type", std::string(kContentType)}}, std::move(body)};
+    HttpReply result{200, {{"Content-Type", std::string(CONTENT_TYPE)}}, std::move(body)};
     result.headers.emplace_back(prefix_ + "CIMOperation", "MethodResponse");
     if (!prefix_.empty()) {
         result.headers.emplace_back("Ext", "");
         result.headers.emplace_back("Cache-Control", "no-cache");
-        result.headers.emplace_back(
-            "Man", std::string(kExtension) + "; ns=" + prefix_.substr(0, prefix_.size() - 1));
+        result.headers.emplace_back("Man",
+                                    std::string(EXTENSION) + "; ns=" + prefix_.substr(0, prefix_.size() - 1));
     }
     return result;
 }
 
-HttpReply errorReply(const HttpError& error) {
+HttpReply error_reply(const HttpError& error) {
     HttpReply reply{error.status, {{"Content-Type", "text/plain; charset=utf-8"}}, error.detail + "\n"};
     if (!error.cimError.empty()) reply.headers.emplace_back("CIMError", error.cimError);
-    if (error.status == kMethodNotAllowed) reply.headers.emplace_back("Allow", "POST, M-POST");
+    if (error.status == METHOD_NOT_ALLOWED) reply.headers.emplace_back("Allow", "POST, M-POST");
     return reply;
 }
 

@@ -19,7 +19,7 @@ class CimHeaders {
 
     // The headers repeat what the message says, for the sake of firewalls. Throws HttpError if they say
     // otherwise.
-    void expectToMatch(const CimXmlRequest& message) const;
+    void expect_to_match(const CimXmlRequest& message) const;
 
     HttpReply reply(std::string body) const;
 
@@ -32,7 +32,7 @@ class CimHeaders {
     std::string prefix_; // "48-" of M-POST, or nothing
 };
 
-HttpReply errorReply(const HttpError& error);
+HttpReply error_reply(const HttpError& error);
 
 } // namespace cimserver
 

@@ -55,7 +55,7 @@ class CimXmlRequest {
 };
 
 // References in references in references: as deep as clients really nest them, and a good deal more.
-constexpr unsigned kDeepestReference = 32;
+constexpr unsigned DEEPEST_REFERENCE = 32;
 
 } // namespace cimserver
 

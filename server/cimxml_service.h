@@ -33,27 +33,27 @@ class CimXmlService {
   private:
     struct Call; // one operation of one request
 
-    std::string runOperation(const HttpRequest& http, const CimXmlRequest& request) const;
-    bool servesNameSpace(const std::string& nameSpace) const;
+    std::string run_operation(const HttpRequest& http, const CimXmlRequest& request) const;
+    bool serves_name_space(const std::string& nameSpace) const;
     void report(const Call& call, const Outcome& outcome) const;
 
-    std::string enumerateInstances(Call& call) const;
-    std::string enumerateInstanceNames(Call& call) const;
-    std::string getInstance(Call& call) const;
-    std::string createInstance(Call& call) const;
-    std::string modifyInstance(Call& call) const;
-    std::string deleteInstance(Call& call) const;
-    std::string execQuery(Call& call) const;
+    std::string enumerate_instances(Call& call) const;
+    std::string enumerate_instance_names(Call& call) const;
+    std::string get_instance(Call& call) const;
+    std::string create_instance(Call& call) const;
+    std::string modify_instance(Call& call) const;
+    std::string delete_instance(Call& call) const;
+    std::string exec_query(Call& call) const;
     std::string associators(Call& call) const;
-    std::string associatorNames(Call& call) const;
+    std::string associator_names(Call& call) const;
     std::string references(Call& call) const;
-    std::string referenceNames(Call& call) const;
+    std::string reference_names(Call& call) const;
 
     template <typename Run>
     std::string respond(Call& call, ObjectForm form, Run run) const;
 
     using Handler = std::string (CimXmlService::*)(Call&) const;
-    static Handler handlerOf(std::string_view method);
+    static Handler handler_of(std::string_view method);
 
     const Operations& operations_;
     Settings settings_;

@@ -18,7 +18,7 @@ struct TypeName {
     int bits; // of an integer
 };
 
-constexpr std::array<TypeName, 15> kTypes = {{
+constexpr std::array<TypeName, 15> TYPES = {{
     {CMPI_boolean, "boolean", 0},
     {CMPI_string, "string", 0},
     {CMPI_char16, "char16", 0},
@@ -37,9 +37,9 @@ constexpr std::array<TypeName, 15> kTypes = {{
 }};
 
 const TypeName* find(CMPIType type) {
-    const auto* known = std::find_if(kTypes.begin(), kTypes.end(),
+    const auto* known = std::find_if(TYPES.begin(), TYPES.end(),
                                      [type](const TypeName& entry) { return entry.type == type; });
-    return known == kTypes.end() ? nullptr : known;
+    return known == TYPES.end() ? nullptr : known;
 }
 
 // Digits with an optional sign; hexadecimal ones after 0x.
@@ -48,7 +48,7 @@ struct Integer {
     std::uint64_t magnitude = 0;
 };
 
-std::optional<Integer> parseInteger(std::string_view text) {
+std::optional<Integer> parse_integer(std::string_view text) {
     Integer result;
     if (text.starts_with('+') || text.starts_with('-')) {
         result.negative = text.front() == '-';
@@ -62,13 +62,13 @@ std::optional<Integer> parseInteger(std::string_view text) {
     return result;
 }
 
-std::optional<Value> asUnsigned(const Integer& integer, CMPIType type, int bits) {
+std::optional<Value> as_unsigned(const Integer& integer, CMPIType type, int bits) {
     const std::uint64_t largest = std::numeric_limits<std::uint64_t>::max() >> (64 - bits);
     if (integer.magnitude > largest || (integer.negative && integer.magnitude != 0)) return std::nullopt;
     return Value::integer(type, integer.magnitude);
 }
 
-std::optional<Value> asSigned(const Integer& integer, CMPIType type, int bits) {
+std::optional<Value> as_signed(const Integer& integer, CMPIType type, int bits) {
     const std::uint64_t largest = (std::numeric_limits<std::uint64_t>::max() >> (64 - bits)) >> 1;
     if (integer.magnitude > largest + (integer.negative ? 1 : 0)) return std::nullopt;
     // Two's complement: negating the unsigned magnitude gives the bits of the negative number.
@@ -76,7 +76,7 @@ std::optional<Value> asSigned(const Integer& integer, CMPIType type, int bits) {
     return Value::integer(type, static_cast<std::int64_t>(bitsOfValue));
 }
 
-std::optional<Value> parseReal(std::string_view text, CMPIType type) {
+std::optional<Value> parse_real(std::string_view text, CMPIType type) {
     if (text.starts_with('+')) text.remove_prefix(1);
     double value = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -84,52 +84,53 @@ std::optional<Value> parseReal(std::string_view text, CMPIType type) {
     return Value{type, value};
 }
 
-std::optional<Value> parseChar16(std::string_view text) {
+std::optional<Value> parse_char16(std::string_view text) {
     if (text.empty()) return std::nullopt;
-    const DecodedChar only = decodeUtf8(text, 0);
+    const DecodedChar only = decode_utf8(text, 0);
     if (!only.valid || only.length != text.size() || only.code > 0xFFFF) return std::nullopt;
     return Value::integer(CMPI_char16, std::uint64_t{only.code});
 }
 
 } // namespace
 
-const char* typeName(CMPIType scalar) {
+const char* type_name(CMPIType scalar) {
     const TypeName* known = find(scalar);
-    return known ? known->name : "string";
+    return known != nullptr ? known->name : "string";
 }
 
-std::optional<CMPIType> typeNamed(std::string_view name) {
-    for (const TypeName& entry : kTypes) {
-        if (sameName(name, entry.name)) return entry.type;
+std::optional<CMPIType> type_named(std::string_view name) {
+    for (const TypeName& entry : TYPES) {
+        if (same_name(name, entry.name)) return entry.type;
     }
     return std::nullopt;
 }
 
-std::optional<Value> parseScalar(std::string_view text, CMPIType type) {
+std::optional<Value> parse_scalar(std::string_view text, CMPIType type) {
     if (type == CMPI_string) return Value::text(std::string(text));
-    if (type == CMPI_char16) return parseChar16(text);
+    if (type == CMPI_char16) return parse_char16(text);
     text = trimmed(text);
     if (type == CMPI_boolean) {
-        if (sameName(text, "true")) return Value::boolean(true);
-        if (sameName(text, "false")) return Value::boolean(false);
+        if (same_name(text, "true")) return Value::boolean(true);
+        if (same_name(text, "false")) return Value::boolean(false);
         return std::nullopt;
     }
     if (type == CMPI_dateTime) {
         return CimDateTime::parse(text) ? std::optional(Value{type, std::string(text)}) : std::nullopt;
     }
-    if (type == CMPI_real32 || type == CMPI_real64) return parseReal(text, type);
+    if (type == CMPI_real32 || type == CMPI_real64) return parse_real(text, type);
 
     const TypeName* known = find(type);
-    const std::optional<Integer> integer = known && known->bits ? parseInteger(text) : std::nullopt;
+    const std::optional<Integer> integer =
+        (known != nullptr) && (known->bits != 0) ? parse_integer(text) : std::nullopt;
     if (!integer) return std::nullopt;
     const bool isSigned = known->name[0] == 's';
-    return isSigned ? asSigned(*integer, type, known->bits) : asUnsigned(*integer, type, known->bits);
+    return isSigned ? as_signed(*integer, type, known->bits) : as_unsigned(*integer, type, known->bits);
 }
 
-std::optional<Value> parseNumber(std::string_view text) {
-    if (std::optional<Value> integer = parseScalar(text, CMPI_sint64)) return integer;
-    if (std::optional<Value> natural = parseScalar(text, CMPI_uint64)) return natural;
-    return parseScalar(text, CMPI_real64);
+std::optional<Value> parse_number(std::string_view text) {
+    if (std::optional<Value> integer = parse_scalar(text, CMPI_sint64)) return integer;
+    if (std::optional<Value> natural = parse_scalar(text, CMPI_uint64)) return natural;
+    return parse_scalar(text, CMPI_real64);
 }
 
 } // namespace cimserver

@@ -10,14 +10,14 @@
 namespace cimserver {
 
 // "uint16" and the like; "string" for anything that is shown as one.
-const char* typeName(CMPIType scalar);
+const char* type_name(CMPIType scalar);
 // The type with that name; nothing for an unknown one ("reference" is CMPI_ref).
-std::optional<CMPIType> typeNamed(std::string_view name);
+std::optional<CMPIType> type_named(std::string_view name);
 
 // The value that the text stands for in that type, range and form checked.
-std::optional<Value> parseScalar(std::string_view text, CMPIType type);
+std::optional<Value> parse_scalar(std::string_view text, CMPIType type);
 // The value of a number whose type nobody tells: the widest integer that holds it, or a real.
-std::optional<Value> parseNumber(std::string_view text);
+std::optional<Value> parse_number(std::string_view text);
 
 } // namespace cimserver
 

@@ -8,9 +8,9 @@ namespace cimserver {
 
 namespace {
 
-constexpr std::string_view kNoAttribute;
+constexpr std::string_view NO_ATTRIBUTE;
 
-const char* keyKind(const Value& value) {
+const char* key_kind(const Value& value) {
     switch (value.type) {
         case CMPI_boolean:
             return "boolean";
@@ -27,38 +27,38 @@ const char* keyKind(const Value& value) {
 
 void ObjectWriter::deliver(const Instance& delivered) {
     switch (form_) {
-        case ObjectForm::kInstance:
+        case ObjectForm::Instance:
             instance(delivered);
             break;
-        case ObjectForm::kObject:
+        case ObjectForm::Object:
             xml_.open("VALUE.OBJECT");
             instance(delivered);
             xml_.close("VALUE.OBJECT");
             break;
-        case ObjectForm::kNamedInstance:
+        case ObjectForm::NamedInstance:
             xml_.open("VALUE.NAMEDINSTANCE");
-            instanceName(namedPath(delivered));
+            instance_name(named_path(delivered));
             instance(delivered);
             xml_.close("VALUE.NAMEDINSTANCE");
             break;
-        case ObjectForm::kObjectWithPath:
+        case ObjectForm::ObjectWithPath:
             xml_.open("VALUE.OBJECTWITHPATH");
-            instancePath(namedPath(delivered));
+            instance_path(named_path(delivered));
             instance(delivered);
             xml_.close("VALUE.OBJECTWITHPATH");
             break;
-        case ObjectForm::kInstanceName:
-        case ObjectForm::kObjectPath:
+        case ObjectForm::InstanceName:
+        case ObjectForm::ObjectPath:
             break;
     }
 }
 
 void ObjectWriter::deliver(const ObjectPath& path) {
-    if (form_ == ObjectForm::kInstanceName) {
-        instanceName(path);
-    } else if (form_ == ObjectForm::kObjectPath) {
+    if (form_ == ObjectForm::InstanceName) {
+        instance_name(path);
+    } else if (form_ == ObjectForm::ObjectPath) {
         xml_.open("OBJECTPATH");
-        instancePath(path);
+        instance_path(path);
         xml_.close("OBJECTPATH");
     }
 }
@@ -66,7 +66,7 @@ void ObjectWriter::deliver(const ObjectPath& path) {
 void ObjectWriter::instance(const Instance& written) {
     xml_.open("INSTANCE", {{"CLASSNAME", written.path.className}});
     for (const NamedValue& entry : written.properties.all()) {
-        if (!options_.wanted || containsName(*options_.wanted, entry.name)) property(entry);
+        if (!options_.wanted || contains_name(*options_.wanted, entry.name)) property(entry);
     }
     xml_.close("INSTANCE");
 }
@@ -74,80 +74,81 @@ void ObjectWriter::instance(const Instance& written) {
 void ObjectWriter::property(const NamedValue& written) {
     const Value& value = written.value;
     const bool isReference = value.type == CMPI_ref;
-    const bool isEmbedded = value.elementType() == CMPI_instance;
-    const std::string_view element = value.isArray() ? "PROPERTY.ARRAY"
-                                     : isReference   ? "PROPERTY.REFERENCE"
-                                                     : "PROPERTY";
+    const bool isEmbedded = value.element_type() == CMPI_instance;
+    const std::string_view element = value.is_array() ? "PROPERTY.ARRAY"
+                                     : isReference    ? "PROPERTY.REFERENCE"
+                                                      : "PROPERTY";
     const bool tellOrigin = options_.classOrigin && !written.origin.empty();
-    const ObjectPath* target = value.asReference();
+    const ObjectPath* target = value.as_reference();
     const std::pair<std::string_view, std::string_view> type =
-        !isReference ? std::pair<std::string_view, std::string_view>("TYPE", typeName(value.elementType()))
-        : target     ? std::pair<std::string_view, std::string_view>("REFERENCECLASS", target->className)
-                     : std::pair<std::string_view, std::string_view>(kNoAttribute, "");
+        !isReference ? std::pair<std::string_view, std::string_view>("TYPE", type_name(value.element_type()))
+        : target != nullptr
+            ? std::pair<std::string_view, std::string_view>("REFERENCECLASS", target->className)
+            : std::pair<std::string_view, std::string_view>(NO_ATTRIBUTE, "");
     xml_.open(element, {{"NAME", written.name},
                         type,
-                        {tellOrigin ? "CLASSORIGIN" : kNoAttribute, written.origin},
-                        {isEmbedded ? "EmbeddedObject" : kNoAttribute, "instance"}});
-    if (!value.isNull()) values(value);
+                        {tellOrigin ? "CLASSORIGIN" : NO_ATTRIBUTE, written.origin},
+                        {isEmbedded ? "EmbeddedObject" : NO_ATTRIBUTE, "instance"}});
+    if (!value.is_null()) values(value);
     xml_.close(element);
 }
 
 void ObjectWriter::values(const Value& value) {
-    if (const ObjectPath* path = value.asReference()) {
+    if (const ObjectPath* path = value.as_reference()) {
         reference(*path);
-    } else if (const auto* elements = value.asArray()) {
+    } else if (const auto* elements = value.as_array()) {
         xml_.open("VALUE.ARRAY");
         for (const Value& element : *elements) {
-            if (element.isNull()) {
+            if (element.is_null()) {
                 xml_.empty("VALUE.NULL");
             } else {
-                scalarElement(element);
+                scalar_element(element);
             }
         }
         xml_.close("VALUE.ARRAY");
     } else {
-        scalarElement(value);
+        scalar_element(value);
     }
 }
 
-void ObjectWriter::scalarElement(const Value& value) {
-    if (const ObjectPath* path = value.asReference()) { // in an array, where a reference has no other form
-        xml_.element("VALUE", path->toString());
-    } else if (const Instance* embedded = value.asInstance()) {
+void ObjectWriter::scalar_element(const Value& value) {
+    if (const ObjectPath* path = value.as_reference()) { // in an array, where a reference has no other form
+        xml_.element("VALUE", path->to_string());
+    } else if (const Instance* embedded = value.as_instance()) {
         WriteOptions options = options_;
         options.wanted.reset();
-        ObjectWriter inner(ObjectForm::kInstance, std::move(options));
+        ObjectWriter inner(ObjectForm::Instance, std::move(options));
         inner.deliver(*embedded);
         xml_.element("VALUE", inner.take());
     } else {
-        xml_.element("VALUE", scalarText(value));
+        xml_.element("VALUE", scalar_text(value));
     }
 }
 
-void ObjectWriter::instanceName(const ObjectPath& path) {
+void ObjectWriter::instance_name(const ObjectPath& path) {
     xml_.open("INSTANCENAME", {{"CLASSNAME", path.className}});
     for (const NamedValue& key : path.keys.all()) {
-        if (key.value.isNull()) continue; // a key has a value or it is none
+        if (key.value.is_null()) continue; // a key has a value or it is none
         xml_.open("KEYBINDING", {{"NAME", key.name}});
-        if (const ObjectPath* target = key.value.asReference()) {
+        if (const ObjectPath* target = key.value.as_reference()) {
             reference(*target);
         } else {
-            xml_.element("KEYVALUE", scalarText(key.value),
-                         {{"VALUETYPE", keyKind(key.value)},
-                          {options_.typedKeys ? "TYPE" : kNoAttribute, typeName(key.value.type)}});
+            xml_.element("KEYVALUE", scalar_text(key.value),
+                         {{"VALUETYPE", key_kind(key.value)},
+                          {options_.typedKeys ? "TYPE" : NO_ATTRIBUTE, type_name(key.value.type)}});
         }
         xml_.close("KEYBINDING");
     }
     xml_.close("INSTANCENAME");
 }
 
-void ObjectWriter::instancePath(const ObjectPath& path) {
+void ObjectWriter::instance_path(const ObjectPath& path) {
     xml_.open("INSTANCEPATH");
     xml_.open("NAMESPACEPATH");
     xml_.element("HOST", path.host.empty() ? options_.host : path.host);
-    localNameSpace(path.nameSpace);
+    local_name_space(path.nameSpace);
     xml_.close("NAMESPACEPATH");
-    instanceName(path);
+    instance_name(path);
     xml_.close("INSTANCEPATH");
 }
 
@@ -155,19 +156,19 @@ void ObjectWriter::instancePath(const ObjectPath& path) {
 void ObjectWriter::reference(const ObjectPath& path) {
     xml_.open("VALUE.REFERENCE");
     if (!path.host.empty()) {
-        instancePath(path);
+        instance_path(path);
     } else if (!path.nameSpace.empty()) {
         xml_.open("LOCALINSTANCEPATH");
-        localNameSpace(path.nameSpace);
-        instanceName(path);
+        local_name_space(path.nameSpace);
+        instance_name(path);
         xml_.close("LOCALINSTANCEPATH");
     } else {
-        instanceName(path);
+        instance_name(path);
     }
     xml_.close("VALUE.REFERENCE");
 }
 
-void ObjectWriter::localNameSpace(const std::string& nameSpace) {
+void ObjectWriter::local_name_space(const std::string& nameSpace) {
     xml_.open("LOCALNAMESPACEPATH");
     std::string_view rest = nameSpace.empty() ? options_.nameSpace : nameSpace;
     while (!rest.empty()) {
@@ -199,19 +200,20 @@ std::string response(const ResponseFrame& frame, const std::string& content) {
 
 } // namespace
 
-std::string resultResponse(const ResponseFrame& frame, const std::string& returnValue) {
+std::string result_response(const ResponseFrame& frame, const std::string& returnValue) {
     return response(frame, "<IRETURNVALUE>" + returnValue + "</IRETURNVALUE>");
 }
 
-std::string emptyResponse(const ResponseFrame& frame) {
+std::string empty_response(const ResponseFrame& frame) {
     return response(frame, "");
 }
 
-std::string errorResponse(const ResponseFrame& frame, const CimError& error) {
-    const CMPIrc code = cimErrorCode(error.code);
+std::string error_response(const ResponseFrame& frame, const CimError& error) {
+    const CMPIrc code = cim_error_code(error.code);
     XmlWriter xml;
-    xml.empty("ERROR", {{"CODE", std::to_string(static_cast<int>(code))},
-                        {"DESCRIPTION", error.description.empty() ? cimErrorName(code) : error.description}});
+    xml.empty("ERROR",
+              {{"CODE", std::to_string(static_cast<int>(code))},
+               {"DESCRIPTION", error.description.empty() ? cim_error_name(code) : error.description}});
     return response(frame, xml.result());
 }
 

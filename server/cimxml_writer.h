@@ -21,12 +21,12 @@ struct WriteOptions {
 
 // The element that an operation returns its objects in.
 enum class ObjectForm {
-    kInstance,       // INSTANCE
-    kNamedInstance,  // VALUE.NAMEDINSTANCE
-    kInstanceName,   // INSTANCENAME
-    kObjectWithPath, // VALUE.OBJECTWITHPATH
-    kObjectPath,     // OBJECTPATH
-    kObject,         // VALUE.OBJECT
+    Instance,       // INSTANCE
+    NamedInstance,  // VALUE.NAMEDINSTANCE
+    InstanceName,   // INSTANCENAME
+    ObjectWithPath, // VALUE.OBJECTWITHPATH
+    ObjectPath,     // OBJECTPATH
+    Object,         // VALUE.OBJECT
 };
 
 // Writes each object into the answer as it comes. A form that is a name takes names only, the others take
@@ -42,11 +42,11 @@ class ObjectWriter : public ResultSink {
     void instance(const Instance& instance);
     void property(const NamedValue& property);
     void values(const Value& value);
-    void scalarElement(const Value& value);
-    void instanceName(const ObjectPath& path);
-    void instancePath(const ObjectPath& path);
+    void scalar_element(const Value& value);
+    void instance_name(const ObjectPath& path);
+    void instance_path(const ObjectPath& path);
     void reference(const ObjectPath& path);
-    void localNameSpace(const std::string& nameSpace);
+    void local_name_space(const std::string& nameSpace);
 
     ObjectForm form_;
     WriteOptions options_;
@@ -60,9 +60,9 @@ struct ResponseFrame {
     bool extrinsic = false;
     bool typedKeys = false;
 };
-std::string resultResponse(const ResponseFrame& frame, const std::string& returnValue);
-std::string emptyResponse(const ResponseFrame& frame); // of an operation that returns nothing
-std::string errorResponse(const ResponseFrame& frame, const CimError& error);
+std::string result_response(const ResponseFrame& frame, const std::string& returnValue);
+std::string empty_response(const ResponseFrame& frame); // of an operation that returns nothing
+std::string error_response(const ResponseFrame& frame, const CimError& error);
 
 } // namespace cimserver
 

@@ -5,34 +5,34 @@ namespace cimserver {
 
 namespace {
 
-CMPICount getSize(const CMPIArray* array, CMPIStatus* rc) {
+CMPICount get_size(const CMPIArray* array, CMPIStatus* rc) {
     ArrayObject* ours = opened<ArrayObject>(array);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? static_cast<CMPICount>(ours->content().elements.size()) : 0;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? static_cast<CMPICount>(ours->content().elements.size()) : 0;
 }
 
-CMPIType getSimpleType(const CMPIArray* array, CMPIStatus* rc) {
+CMPIType get_simple_type(const CMPIArray* array, CMPIStatus* rc) {
     ArrayObject* ours = opened<ArrayObject>(array);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? ours->content().elementType : static_cast<CMPIType>(CMPI_null);
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? ours->content().elementType : static_cast<CMPIType>(CMPI_null);
 }
 
-CMPIData getElementAt(const CMPIArray* array, CMPICount index, CMPIStatus* rc) {
+CMPIData get_element_at(const CMPIArray* array, CMPICount index, CMPIStatus* rc) {
     ArrayObject* ours = opened<ArrayObject>(array);
-    if (!ours || index >= ours->content().elements.size()) {
-        setStatus(rc, ours ? CMPI_RC_ERR_NO_SUCH_PROPERTY : CMPI_RC_ERR_INVALID_HANDLE);
-        return noData();
+    if ((ours == nullptr) || index >= ours->content().elements.size()) {
+        set_status(rc, ours != nullptr ? CMPI_RC_ERR_NO_SUCH_PROPERTY : CMPI_RC_ERR_INVALID_HANDLE);
+        return no_data();
     }
-    setStatus(rc, CMPI_RC_OK);
-    return toCmpi(ours->content().elements[index]);
+    set_status(rc, CMPI_RC_OK);
+    return to_cmpi(ours->content().elements[index]);
 }
 
-CMPIStatus setElementAt(const CMPIArray* array, CMPICount index, const CMPIValue* value, CMPIType type) {
+CMPIStatus set_element_at(const CMPIArray* array, CMPICount index, const CMPIValue* value, CMPIType type) {
     ArrayObject* ours = opened<ArrayObject>(array);
-    if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (ours == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ArrayContent& content = ours->content();
     if (index >= content.elements.size()) return status(CMPI_RC_ERR_NO_SUCH_PROPERTY);
-    std::optional<Value> element = fromCmpi(value, type);
+    std::optional<Value> element = from_cmpi(value, type);
     if (!element) return status(CMPI_RC_ERR_INVALID_DATA_TYPE);
     if (element->type == CMPI_null) element = Value::null(content.elementType);
     if (element->type != content.elementType) return status(CMPI_RC_ERR_TYPE_MISMATCH);
@@ -40,18 +40,18 @@ CMPIStatus setElementAt(const CMPIArray* array, CMPICount index, const CMPIValue
     return status(CMPI_RC_OK);
 }
 
-constexpr CMPIArrayFT kTable = {CMPICurrentVersion,
-                                releaseObject<ArrayObject, CMPIArray>,
-                                cloneObject<ArrayObject, CMPIArray>,
-                                getSize,
-                                getSimpleType,
-                                getElementAt,
-                                setElementAt};
+constexpr CMPIArrayFT TABLE = {CMPICurrentVersion,
+                               release_object<ArrayObject, CMPIArray>,
+                               clone_object<ArrayObject, CMPIArray>,
+                               get_size,
+                               get_simple_type,
+                               get_element_at,
+                               set_element_at};
 
 } // namespace
 
 const CMPIArrayFT* TableOf<CMPIArray>::table() {
-    return &kTable;
+    return &TABLE;
 }
 
 } // namespace cimserver

@@ -44,10 +44,10 @@ class Broker {
     bool tracing_;
 };
 
-const CMPIBrokerFT* brokerCalls();
-const CMPIBrokerEncFT* brokerObjects();
-const CMPIBrokerExtFT* brokerThreads();
-const CMPIBrokerMemFT* brokerMemory();
+const CMPIBrokerFT* broker_calls();
+const CMPIBrokerEncFT* broker_objects();
+const CMPIBrokerExtFT* broker_threads();
+const CMPIBrokerMemFT* broker_memory();
 
 } // namespace cimserver
 

@@ -18,57 +18,57 @@ namespace {
 static_assert(sizeof(CMPI_THREAD_KEY_TYPE) == sizeof(pthread_key_t));
 static_assert(sizeof(CMPI_THREAD_TYPE) == sizeof(pthread_t));
 
-char* resolveFileName(const char* libName) {
-    if (!libName) return nullptr;
+char* resolve_file_name(const char* libName) {
+    if (libName == nullptr) return nullptr;
     const std::string fileName = "lib" + std::string(libName) + ".so";
     void* copy = RequestPool::current().allocate(fileName.size() + 1);
-    if (copy) std::memcpy(copy, fileName.c_str(), fileName.size() + 1);
+    if (copy != nullptr) std::memcpy(copy, fileName.c_str(), fileName.size() + 1);
     return static_cast<char*>(copy);
 }
 
-pthread_t threadOf(CMPI_THREAD_TYPE handle) {
+pthread_t thread_of(CMPI_THREAD_TYPE handle) {
     pthread_t thread{};
     std::memcpy(&thread, &handle, sizeof thread);
     return thread;
 }
 
-CMPI_THREAD_TYPE newThread(CMPIThreadFunc start, void* parameter, int detached) {
-    if (!start) return nullptr;
+CMPI_THREAD_TYPE new_thread(CMPIThreadFunc start, void* parameter, int detached) {
+    if (start == nullptr) return nullptr;
     pthread_t thread{};
     if (pthread_create(&thread, nullptr, start, parameter) != 0) return nullptr;
-    if (detached) pthread_detach(thread);
+    if (detached != 0) pthread_detach(thread);
     CMPI_THREAD_TYPE handle = nullptr;
     std::memcpy(&handle, &thread, sizeof handle);
     return handle;
 }
 
-int joinThread(CMPI_THREAD_TYPE thread, CMPI_THREAD_RETURN* result) {
-    return thread ? pthread_join(threadOf(thread), result) : EINVAL;
+int join_thread(CMPI_THREAD_TYPE thread, CMPI_THREAD_RETURN* result) {
+    return thread != nullptr ? pthread_join(thread_of(thread), result) : EINVAL;
 }
 
-int exitThread(CMPI_THREAD_RETURN result) {
+int exit_thread(CMPI_THREAD_RETURN result) {
     pthread_exit(result);
 }
 
-int cancelThread(CMPI_THREAD_TYPE thread) {
-    return thread ? pthread_cancel(threadOf(thread)) : EINVAL;
+int cancel_thread(CMPI_THREAD_TYPE thread) {
+    return thread != nullptr ? pthread_cancel(thread_of(thread)) : EINVAL;
 }
 
-int threadSleep(CMPIUint32 milliseconds) {
+int thread_sleep(CMPIUint32 milliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     return 0;
 }
 
 // One lock for every once-object: they are run once in the life of a process, and rarely at the same time.
 // Recursive, so that the function may use a once-object of its own.
-std::recursive_mutex& onceLock() {
+std::recursive_mutex& once_lock() {
     static std::recursive_mutex lock;
     return lock;
 }
 
-int threadOnce(int* once, CMPIThreadOnceFunc function) {
-    if (!once || !function) return EINVAL;
-    const std::lock_guard guard(onceLock());
+int thread_once(int* once, CMPIThreadOnceFunc function) {
+    if ((once == nullptr) || (function == nullptr)) return EINVAL;
+    const std::lock_guard guard(once_lock());
     if (*once == 0) {
         *once = 1;
         function();
@@ -76,23 +76,23 @@ int threadOnce(int* once, CMPIThreadOnceFunc function) {
     return 0;
 }
 
-int createThreadKey(CMPI_THREAD_KEY_TYPE* key, CMPIThreadKeyCleanupFunc cleanup) {
-    return key ? pthread_key_create(key, cleanup) : EINVAL;
+int create_thread_key(CMPI_THREAD_KEY_TYPE* key, CMPIThreadKeyCleanupFunc cleanup) {
+    return key != nullptr ? pthread_key_create(key, cleanup) : EINVAL;
 }
 
-int destroyThreadKey(CMPI_THREAD_KEY_TYPE key) {
+int destroy_thread_key(CMPI_THREAD_KEY_TYPE key) {
     return pthread_key_delete(key);
 }
 
-void* getThreadSpecific(CMPI_THREAD_KEY_TYPE key) {
+void* get_thread_specific(CMPI_THREAD_KEY_TYPE key) {
     return pthread_getspecific(key);
 }
 
-int setThreadSpecific(CMPI_THREAD_KEY_TYPE key, void* value) {
+int set_thread_specific(CMPI_THREAD_KEY_TYPE key, void* value) {
     return pthread_setspecific(key, value);
 }
 
-CMPI_MUTEX_TYPE newMutex(int) {
+CMPI_MUTEX_TYPE new_mutex(int) {
     auto mutex = std::make_unique<pthread_mutex_t>();
     pthread_mutexattr_t recursive;
     if (pthread_mutexattr_init(&recursive) != 0) return nullptr;
@@ -102,75 +102,75 @@ CMPI_MUTEX_TYPE newMutex(int) {
     return made == 0 ? mutex.release() : nullptr;
 }
 
-int destroyMutex2(CMPI_MUTEX_TYPE mutex) {
-    if (!mutex) return EINVAL;
+int destroy_mutex2(CMPI_MUTEX_TYPE mutex) {
+    if (mutex == nullptr) return EINVAL;
     const int destroyed = pthread_mutex_destroy(static_cast<pthread_mutex_t*>(mutex));
     if (destroyed == 0) delete static_cast<pthread_mutex_t*>(mutex);
     return destroyed;
 }
 
-int lockMutex2(CMPI_MUTEX_TYPE mutex) {
-    return mutex ? pthread_mutex_lock(static_cast<pthread_mutex_t*>(mutex)) : EINVAL;
+int lock_mutex2(CMPI_MUTEX_TYPE mutex) {
+    return mutex != nullptr ? pthread_mutex_lock(static_cast<pthread_mutex_t*>(mutex)) : EINVAL;
 }
 
-int unlockMutex2(CMPI_MUTEX_TYPE mutex) {
-    return mutex ? pthread_mutex_unlock(static_cast<pthread_mutex_t*>(mutex)) : EINVAL;
+int unlock_mutex2(CMPI_MUTEX_TYPE mutex) {
+    return mutex != nullptr ? pthread_mutex_unlock(static_cast<pthread_mutex_t*>(mutex)) : EINVAL;
 }
 
-void destroyMutex(CMPI_MUTEX_TYPE mutex) {
-    destroyMutex2(mutex);
+void destroy_mutex(CMPI_MUTEX_TYPE mutex) {
+    destroy_mutex2(mutex);
 }
 
-void lockMutex(CMPI_MUTEX_TYPE mutex) {
-    lockMutex2(mutex);
+void lock_mutex(CMPI_MUTEX_TYPE mutex) {
+    lock_mutex2(mutex);
 }
 
-void unlockMutex(CMPI_MUTEX_TYPE mutex) {
-    unlockMutex2(mutex);
+void unlock_mutex(CMPI_MUTEX_TYPE mutex) {
+    unlock_mutex2(mutex);
 }
 
-CMPI_COND_TYPE newCondition(int) {
+CMPI_COND_TYPE new_condition(int) {
     auto condition = std::make_unique<pthread_cond_t>();
     return pthread_cond_init(condition.get(), nullptr) == 0 ? condition.release() : nullptr;
 }
 
-int destroyCondition2(CMPI_COND_TYPE condition) {
-    if (!condition) return EINVAL;
+int destroy_condition2(CMPI_COND_TYPE condition) {
+    if (condition == nullptr) return EINVAL;
     const int destroyed = pthread_cond_destroy(static_cast<pthread_cond_t*>(condition));
     if (destroyed == 0) delete static_cast<pthread_cond_t*>(condition);
     return destroyed;
 }
 
-void destroyCondition(CMPI_COND_TYPE condition) {
-    destroyCondition2(condition);
+void destroy_condition(CMPI_COND_TYPE condition) {
+    destroy_condition2(condition);
 }
 
-int condWait(CMPI_COND_TYPE condition, CMPI_MUTEX_TYPE mutex) {
-    if (!condition || !mutex) return EINVAL;
+int cond_wait(CMPI_COND_TYPE condition, CMPI_MUTEX_TYPE mutex) {
+    if ((condition == nullptr) || (mutex == nullptr)) return EINVAL;
     return pthread_cond_wait(static_cast<pthread_cond_t*>(condition), static_cast<pthread_mutex_t*>(mutex));
 }
 
-int timedCondWait(CMPI_COND_TYPE condition, CMPI_MUTEX_TYPE mutex, struct timespec* until) {
-    if (!condition || !mutex || !until) return EINVAL;
+int timed_cond_wait(CMPI_COND_TYPE condition, CMPI_MUTEX_TYPE mutex, struct timespec* until) {
+    if ((condition == nullptr) || (mutex == nullptr) || (until == nullptr)) return EINVAL;
     return pthread_cond_timedwait(static_cast<pthread_cond_t*>(condition),
                                   static_cast<pthread_mutex_t*>(mutex), until);
 }
 
-int signalCondition(CMPI_COND_TYPE condition) {
-    return condition ? pthread_cond_signal(static_cast<pthread_cond_t*>(condition)) : EINVAL;
+int signal_condition(CMPI_COND_TYPE condition) {
+    return condition != nullptr ? pthread_cond_signal(static_cast<pthread_cond_t*>(condition)) : EINVAL;
 }
 
-constexpr CMPIBrokerExtFT kTable = {
-    CMPICurrentVersion, resolveFileName,   newThread,        joinThread,      exitThread,
-    cancelThread,       threadSleep,       threadOnce,       createThreadKey, destroyThreadKey,
-    getThreadSpecific,  setThreadSpecific, newMutex,         destroyMutex,    lockMutex,
-    unlockMutex,        newCondition,      destroyCondition, condWait,        timedCondWait,
-    signalCondition,    destroyMutex2,     lockMutex2,       unlockMutex2,    destroyCondition2};
+constexpr CMPIBrokerExtFT TABLE = {
+    CMPICurrentVersion,  resolve_file_name,   new_thread,        join_thread,       exit_thread,
+    cancel_thread,       thread_sleep,        thread_once,       create_thread_key, destroy_thread_key,
+    get_thread_specific, set_thread_specific, new_mutex,         destroy_mutex,     lock_mutex,
+    unlock_mutex,        new_condition,       destroy_condition, cond_wait,         timed_cond_wait,
+    signal_condition,    destroy_mutex2,      lock_mutex2,       unlock_mutex2,     destroy_condition2};
 
 } // namespace
 
-const CMPIBrokerExtFT* brokerThreads() {
-    return &kTable;
+const CMPIBrokerExtFT* broker_threads() {
+    return &TABLE;
 }
 
 } // namespace cimserver

@@ -10,22 +10,22 @@ namespace cimserver {
 
 namespace {
 
-char* pooledCopy(const void* data, std::size_t size) {
+char* pooled_copy(const void* data, std::size_t size) {
     void* copy = RequestPool::current().allocate(size);
-    if (copy) std::memcpy(copy, data, size);
+    if (copy != nullptr) std::memcpy(copy, data, size);
     return static_cast<char*>(copy);
 }
 
-bool isAscii(std::string_view text) {
+bool is_ascii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-char* encodeUtf16(std::string_view text, CMPIStatus* rc) {
+char* encode_utf16(std::string_view text, CMPIStatus* rc) {
     std::u16string units;
     for (std::size_t at = 0; at < text.size();) {
-        const DecodedChar next = decodeUtf8(text, at);
+        const DecodedChar next = decode_utf8(text, at);
         if (!next.valid) {
-            setStatus(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
+            set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
             return nullptr;
         }
         if (next.code < 0x10000) {
@@ -36,10 +36,10 @@ char* encodeUtf16(std::string_view text, CMPIStatus* rc) {
         }
         at += next.length;
     }
-    return pooledCopy(units.c_str(), (units.size() + 1) * sizeof(char16_t));
+    return pooled_copy(units.c_str(), (units.size() + 1) * sizeof(char16_t));
 }
 
-std::optional<std::string> decodeUtf16(const char* data, CMPIStatus* rc) {
+std::optional<std::string> decode_utf16(const char* data, CMPIStatus* rc) {
     std::string text;
     for (;; data += sizeof(char16_t)) {
         char16_t unit = 0;
@@ -50,48 +50,48 @@ std::optional<std::string> decodeUtf16(const char* data, CMPIStatus* rc) {
             char16_t low = 0;
             std::memcpy(&low, data + sizeof unit, sizeof low);
             if (unit > 0xDBFF || low < 0xDC00 || low > 0xDFFF) {
-                setStatus(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
+                set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
                 return std::nullopt;
             }
             code = 0x10000U + ((static_cast<char32_t>(unit) - 0xD800U) << 10U) + (low - 0xDC00U);
             data += sizeof unit;
         }
-        appendUtf8(text, code);
+        append_utf8(text, code);
     }
 }
 
 } // namespace
 
-char* encodeFor(CMPICodepageID codepage, std::string_view text, CMPIStatus* rc) {
-    setStatus(rc, CMPI_RC_OK);
+char* encode_for(CMPICodepageID codepage, std::string_view text, CMPIStatus* rc) {
+    set_status(rc, CMPI_RC_OK);
     const std::string terminated(text);
     switch (codepage) {
         case CMPI_CPID_SYSTEM:
-            return pooledCopy(terminated.c_str(), terminated.size() + 1);
+            return pooled_copy(terminated.c_str(), terminated.size() + 1);
         case CMPI_CPID_USASCII:
-            if (isAscii(text)) return pooledCopy(terminated.c_str(), terminated.size() + 1);
-            setStatus(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
+            if (is_ascii(text)) return pooled_copy(terminated.c_str(), terminated.size() + 1);
+            set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
             return nullptr;
         case CMPI_CPID_UTF16:
-            return encodeUtf16(text, rc);
+            return encode_utf16(text, rc);
     }
-    setStatus(rc, CMPI_RC_ERR_INVALID_PARAMETER);
+    set_status(rc, CMPI_RC_ERR_INVALID_PARAMETER);
     return nullptr;
 }
 
-std::optional<std::string> decodeFrom(CMPICodepageID codepage, const char* data, CMPIStatus* rc) {
-    setStatus(rc, CMPI_RC_OK);
+std::optional<std::string> decode_from(CMPICodepageID codepage, const char* data, CMPIStatus* rc) {
+    set_status(rc, CMPI_RC_OK);
     switch (codepage) {
         case CMPI_CPID_SYSTEM:
             return std::string(data);
         case CMPI_CPID_USASCII:
-            if (isAscii(data)) return std::string(data);
-            setStatus(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
+            if (is_ascii(data)) return std::string(data);
+            set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
             return std::nullopt;
         case CMPI_CPID_UTF16:
-            return decodeUtf16(data, rc);
+            return decode_utf16(data, rc);
     }
-    setStatus(rc, CMPI_RC_ERR_INVALID_PARAMETER);
+    set_status(rc, CMPI_RC_ERR_INVALID_PARAMETER);
     return std::nullopt;
 }
 

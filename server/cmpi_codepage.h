@@ -12,10 +12,10 @@ namespace cimserver {
 
 // The text as a terminated block of the current pool. NULL with CMPI_RC_ERR_NOT_IN_CODEPAGE for a character
 // that the code page lacks, with CMPI_RC_ERR_INVALID_PARAMETER for an unknown code page.
-char* encodeFor(CMPICodepageID codepage, std::string_view text, CMPIStatus* rc);
+char* encode_for(CMPICodepageID codepage, std::string_view text, CMPIStatus* rc);
 
 // Terminated data of a code page as UTF-8; nothing, with the same codes, when it is none.
-std::optional<std::string> decodeFrom(CMPICodepageID codepage, const char* data, CMPIStatus* rc);
+std::optional<std::string> decode_from(CMPICodepageID codepage, const char* data, CMPIStatus* rc);
 
 } // namespace cimserver
 

@@ -5,35 +5,35 @@ namespace cimserver {
 
 namespace {
 
-CMPIUint64 getBinaryFormat(const CMPIDateTime* time, CMPIStatus* rc) {
+CMPIUint64 get_binary_format(const CMPIDateTime* time, CMPIStatus* rc) {
     DateTimeObject* ours = opened<DateTimeObject>(time);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? ours->content().microseconds : 0;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? ours->content().microseconds : 0;
 }
 
-CMPIString* getStringFormat(const CMPIDateTime* time, CMPIStatus* rc) {
+CMPIString* get_string_format(const CMPIDateTime* time, CMPIStatus* rc) {
     DateTimeObject* ours = opened<DateTimeObject>(time);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? makeString(ours->content().toString()) : nullptr;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? make_string(ours->content().to_string()) : nullptr;
 }
 
-CMPIBoolean isInterval(const CMPIDateTime* time, CMPIStatus* rc) {
+CMPIBoolean is_interval(const CMPIDateTime* time, CMPIStatus* rc) {
     DateTimeObject* ours = opened<DateTimeObject>(time);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours && ours->content().interval ? 1 : 0;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return (ours != nullptr) && ours->content().interval ? 1 : 0;
 }
 
-constexpr CMPIDateTimeFT kTable = {CMPICurrentVersion,
-                                   releaseObject<DateTimeObject, CMPIDateTime>,
-                                   cloneObject<DateTimeObject, CMPIDateTime>,
-                                   getBinaryFormat,
-                                   getStringFormat,
-                                   isInterval};
+constexpr CMPIDateTimeFT TABLE = {CMPICurrentVersion,
+                                  release_object<DateTimeObject, CMPIDateTime>,
+                                  clone_object<DateTimeObject, CMPIDateTime>,
+                                  get_binary_format,
+                                  get_string_format,
+                                  is_interval};
 
 } // namespace
 
 const CMPIDateTimeFT* TableOf<CMPIDateTime>::table() {
-    return &kTable;
+    return &TABLE;
 }
 
 } // namespace cimserver

@@ -5,43 +5,43 @@ namespace cimserver {
 
 namespace {
 
-CMPIData getNext(const CMPIEnumeration* enumeration, CMPIStatus* rc) {
+CMPIData get_next(const CMPIEnumeration* enumeration, CMPIStatus* rc) {
     EnumerationObject* ours = opened<EnumerationObject>(enumeration);
-    if (!ours || ours->content().next >= ours->content().items.elements.size()) {
-        setStatus(rc, ours ? CMPI_RC_ERR_NOT_FOUND : CMPI_RC_ERR_INVALID_HANDLE);
-        return noData();
+    if ((ours == nullptr) || ours->content().next >= ours->content().items.elements.size()) {
+        set_status(rc, ours != nullptr ? CMPI_RC_ERR_NOT_FOUND : CMPI_RC_ERR_INVALID_HANDLE);
+        return no_data();
     }
-    setStatus(rc, CMPI_RC_OK);
-    return toCmpi(ours->content().items.elements[ours->content().next++]);
+    set_status(rc, CMPI_RC_OK);
+    return to_cmpi(ours->content().items.elements[ours->content().next++]);
 }
 
-CMPIBoolean hasNext(const CMPIEnumeration* enumeration, CMPIStatus* rc) {
+CMPIBoolean has_next(const CMPIEnumeration* enumeration, CMPIStatus* rc) {
     EnumerationObject* ours = opened<EnumerationObject>(enumeration);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours && ours->content().next < ours->content().items.elements.size() ? 1 : 0;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return (ours != nullptr) && ours->content().next < ours->content().items.elements.size() ? 1 : 0;
 }
 
-CMPIArray* toArray(const CMPIEnumeration* enumeration, CMPIStatus* rc) {
+CMPIArray* to_array(const CMPIEnumeration* enumeration, CMPIStatus* rc) {
     EnumerationObject* ours = opened<EnumerationObject>(enumeration);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? makePooled<ArrayObject>(ours->content().items) : nullptr;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? make_pooled<ArrayObject>(ours->content().items) : nullptr;
 }
 
-constexpr CMPIEnumerationFT kTable = {CMPICurrentVersion,
-                                      releaseObject<EnumerationObject, CMPIEnumeration>,
-                                      cloneObject<EnumerationObject, CMPIEnumeration>,
-                                      getNext,
-                                      hasNext,
-                                      toArray};
+constexpr CMPIEnumerationFT TABLE = {CMPICurrentVersion,
+                                     release_object<EnumerationObject, CMPIEnumeration>,
+                                     clone_object<EnumerationObject, CMPIEnumeration>,
+                                     get_next,
+                                     has_next,
+                                     to_array};
 
 } // namespace
 
 const CMPIEnumerationFT* TableOf<CMPIEnumeration>::table() {
-    return &kTable;
+    return &TABLE;
 }
 
-CMPIEnumeration* makeEnumeration(CMPIType type, std::vector<Value> items) {
-    return makePooled<EnumerationObject>(EnumerationContent{{type, std::move(items)}, 0});
+CMPIEnumeration* make_enumeration(CMPIType type, std::vector<Value> items) {
+    return make_pooled<EnumerationObject>(EnumerationContent{{type, std::move(items)}, 0});
 }
 
 } // namespace cimserver

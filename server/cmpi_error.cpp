@@ -6,14 +6,14 @@ namespace cimserver {
 namespace {
 
 template <auto Member>
-auto getPlain(const CMPIError* error, CMPIStatus* rc) {
+auto get_plain(const CMPIError* error, CMPIStatus* rc) {
     ErrorObject* ours = opened<ErrorObject>(error);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    set_status(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
     return ours ? ours->content().*Member : ErrorContent{}.*Member;
 }
 
 template <auto Member, typename Plain>
-CMPIStatus setPlain(const CMPIError* error, const Plain value) {
+CMPIStatus set_plain(const CMPIError* error, const Plain value) {
     ErrorObject* ours = opened<ErrorObject>(error);
     if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().*Member = value;
@@ -21,14 +21,14 @@ CMPIStatus setPlain(const CMPIError* error, const Plain value) {
 }
 
 template <auto Member>
-CMPIString* getText(const CMPIError* error, CMPIStatus* rc) {
+CMPIString* get_text(const CMPIError* error, CMPIStatus* rc) {
     ErrorObject* ours = opened<ErrorObject>(error);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? makeString(ours->content().*Member) : nullptr;
+    set_status(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours ? make_string(ours->content().*Member) : nullptr;
 }
 
 template <auto Member>
-CMPIStatus setText(const CMPIError* error, const char* text) {
+CMPIStatus set_text(const CMPIError* error, const char* text) {
     ErrorObject* ours = opened<ErrorObject>(error);
     if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().*Member = text ? text : "";
@@ -36,14 +36,14 @@ CMPIStatus setText(const CMPIError* error, const char* text) {
 }
 
 template <auto Member>
-CMPIArray* getList(const CMPIError* error, CMPIStatus* rc) {
+CMPIArray* get_list(const CMPIError* error, CMPIStatus* rc) {
     ErrorObject* ours = opened<ErrorObject>(error);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? makePooled<ArrayObject>(ours->content().*Member) : nullptr;
+    set_status(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours ? make_pooled<ArrayObject>(ours->content().*Member) : nullptr;
 }
 
 template <auto Member>
-CMPIStatus setList(const CMPIError* error, const CMPIArray* list) {
+CMPIStatus set_list(const CMPIError* error, const CMPIArray* list) {
     ErrorObject* ours = opened<ErrorObject>(error);
     ArrayObject* array = opened<ArrayObject>(list);
     if (!ours || !array) return status(CMPI_RC_ERR_INVALID_HANDLE);
@@ -52,38 +52,38 @@ CMPIStatus setList(const CMPIError* error, const CMPIArray* list) {
     return status(CMPI_RC_OK);
 }
 
-constexpr CMPIErrorFT kTable = {CMPICurrentVersion,
-                                releaseObject<ErrorObject, CMPIError>,
-                                cloneObject<ErrorObject, CMPIError>,
-                                getPlain<&ErrorContent::type>,
-                                getText<&ErrorContent::otherType>,
-                                getText<&ErrorContent::owner>,
-                                getText<&ErrorContent::messageId>,
-                                getText<&ErrorContent::message>,
-                                getPlain<&ErrorContent::severity>,
-                                getPlain<&ErrorContent::cause>,
-                                getText<&ErrorContent::causeDescription>,
-                                getList<&ErrorContent::recommendedActions>,
-                                getText<&ErrorContent::source>,
-                                getPlain<&ErrorContent::sourceFormat>,
-                                getText<&ErrorContent::otherSourceFormat>,
-                                getPlain<&ErrorContent::statusCode>,
-                                getText<&ErrorContent::statusDescription>,
-                                getList<&ErrorContent::messageArguments>,
-                                setPlain<&ErrorContent::type, CMPIErrorType>,
-                                setText<&ErrorContent::otherType>,
-                                setText<&ErrorContent::causeDescription>,
-                                setList<&ErrorContent::recommendedActions>,
-                                setText<&ErrorContent::source>,
-                                setPlain<&ErrorContent::sourceFormat, CMPIErrorSrcFormat>,
-                                setText<&ErrorContent::otherSourceFormat>,
-                                setText<&ErrorContent::statusDescription>,
-                                setList<&ErrorContent::messageArguments>};
+constexpr CMPIErrorFT TABLE = {CMPICurrentVersion,
+                               release_object<ErrorObject, CMPIError>,
+                               clone_object<ErrorObject, CMPIError>,
+                               get_plain<&ErrorContent::type>,
+                               get_text<&ErrorContent::otherType>,
+                               get_text<&ErrorContent::owner>,
+                               get_text<&ErrorContent::messageId>,
+                               get_text<&ErrorContent::message>,
+                               get_plain<&ErrorContent::severity>,
+                               get_plain<&ErrorContent::cause>,
+                               get_text<&ErrorContent::causeDescription>,
+                               get_list<&ErrorContent::recommendedActions>,
+                               get_text<&ErrorContent::source>,
+                               get_plain<&ErrorContent::sourceFormat>,
+                               get_text<&ErrorContent::otherSourceFormat>,
+                               get_plain<&ErrorContent::statusCode>,
+                               get_text<&ErrorContent::statusDescription>,
+                               get_list<&ErrorContent::messageArguments>,
+                               set_plain<&ErrorContent::type, CMPIErrorType>,
+                               set_text<&ErrorContent::otherType>,
+                               set_text<&ErrorContent::causeDescription>,
+                               set_list<&ErrorContent::recommendedActions>,
+                               set_text<&ErrorContent::source>,
+                               set_plain<&ErrorContent::sourceFormat, CMPIErrorSrcFormat>,
+                               set_text<&ErrorContent::otherSourceFormat>,
+                               set_text<&ErrorContent::statusDescription>,
+                               set_list<&ErrorContent::messageArguments>};
 
 } // namespace
 
 const CMPIErrorFT* TableOf<CMPIError>::table() {
-    return &kTable;
+    return &TABLE;
 }
 
 } // namespace cimserver

@@ -5,95 +5,95 @@ namespace cimserver {
 
 namespace {
 
-CMPIData getProperty(const CMPIInstance* instance, const char* name, CMPIStatus* rc) {
+CMPIData get_property(const CMPIInstance* instance, const char* name, CMPIStatus* rc) {
     InstanceObject* ours = opened<InstanceObject>(instance);
-    if (ours)
-        return readNamed(ours->content().properties, name, CMPI_RC_ERR_NO_SUCH_PROPERTY, CMPI_goodValue, rc);
-    setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
-    return noData(CMPI_badValue);
+    if (ours != nullptr)
+        return read_named(ours->content().properties, name, CMPI_RC_ERR_NO_SUCH_PROPERTY, CMPI_goodValue, rc);
+    set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
+    return no_data(CMPI_badValue);
 }
 
-CMPIData getPropertyAt(const CMPIInstance* instance, CMPICount index, CMPIString** name, CMPIStatus* rc) {
+CMPIData get_property_at(const CMPIInstance* instance, CMPICount index, CMPIString** name, CMPIStatus* rc) {
     InstanceObject* ours = opened<InstanceObject>(instance);
-    if (ours) {
-        return readNamedAt(ours->content().properties, index, name, CMPI_RC_ERR_NO_SUCH_PROPERTY,
-                           CMPI_goodValue, rc);
+    if (ours != nullptr) {
+        return read_named_at(ours->content().properties, index, name, CMPI_RC_ERR_NO_SUCH_PROPERTY,
+                             CMPI_goodValue, rc);
     }
-    setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
-    return noData(CMPI_badValue);
+    set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
+    return no_data(CMPI_badValue);
 }
 
-CMPICount getPropertyCount(const CMPIInstance* instance, CMPIStatus* rc) {
+CMPICount get_property_count(const CMPIInstance* instance, CMPIStatus* rc) {
     InstanceObject* ours = opened<InstanceObject>(instance);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? static_cast<CMPICount>(ours->content().properties.size()) : 0;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? static_cast<CMPICount>(ours->content().properties.size()) : 0;
 }
 
-CMPIStatus setPropertyWithOrigin(const CMPIInstance* instance, const char* name, const CMPIValue* value,
-                                 const CMPIType type, const char* origin) {
+CMPIStatus set_property_with_origin(const CMPIInstance* instance, const char* name, const CMPIValue* value,
+                                    const CMPIType type, const char* origin) {
     InstanceObject* ours = opened<InstanceObject>(instance);
-    if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    if (!name) return status(CMPI_RC_ERR_INVALID_PARAMETER);
-    std::optional<Value> property = fromCmpi(value, type);
+    if (ours == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (name == nullptr) return status(CMPI_RC_ERR_INVALID_PARAMETER);
+    std::optional<Value> property = from_cmpi(value, type);
     if (!property) return status(CMPI_RC_ERR_INVALID_DATA_TYPE);
-    ours->content().set(name, std::move(*property), origin ? origin : "");
+    ours->content().set(name, std::move(*property), origin != nullptr ? origin : "");
     return status(CMPI_RC_OK);
 }
 
-CMPIStatus setProperty(const CMPIInstance* instance, const char* name, const CMPIValue* value,
-                       CMPIType type) {
-    return setPropertyWithOrigin(instance, name, value, type, nullptr);
+CMPIStatus set_property(const CMPIInstance* instance, const char* name, const CMPIValue* value,
+                        CMPIType type) {
+    return set_property_with_origin(instance, name, value, type, nullptr);
 }
 
-CMPIObjectPath* getObjectPath(const CMPIInstance* instance, CMPIStatus* rc) {
+CMPIObjectPath* get_object_path(const CMPIInstance* instance, CMPIStatus* rc) {
     InstanceObject* ours = opened<InstanceObject>(instance);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? makePath(ours->content().path) : nullptr;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? make_path(ours->content().path) : nullptr;
 }
 
-CMPIStatus setPropertyFilter(const CMPIInstance* instance, const char** properties, const char** keyList) {
+CMPIStatus set_property_filter(const CMPIInstance* instance, const char** properties, const char** keyList) {
     InstanceObject* ours = opened<InstanceObject>(instance);
-    if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    if (!properties) {
-        ours->content().applyFilter(std::nullopt);
+    if (ours == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (properties == nullptr) {
+        ours->content().apply_filter(std::nullopt);
         return status(CMPI_RC_OK);
     }
-    PropertyFilter filter{namesFrom(properties), namesFrom(keyList)};
+    PropertyFilter filter{names_from(properties), names_from(keyList)};
     for (const NamedValue& key : ours->content().path.keys.all()) {
         filter.keys.push_back(key.name);
     }
-    ours->content().applyFilter(std::move(filter));
+    ours->content().apply_filter(std::move(filter));
     return status(CMPI_RC_OK);
 }
 
-CMPIStatus setObjectPath(const CMPIInstance* instance, const CMPIObjectPath* path) {
+CMPIStatus set_object_path(const CMPIInstance* instance, const CMPIObjectPath* path) {
     InstanceObject* ours = opened<InstanceObject>(instance);
     PathObject* from = opened<PathObject>(path);
-    if (!ours || !from) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if ((ours == nullptr) || (from == nullptr)) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().path = from->content();
     return status(CMPI_RC_OK);
 }
 
-constexpr CMPIInstanceFT kTable = {CMPICurrentVersion,
-                                   releaseObject<InstanceObject, CMPIInstance>,
-                                   cloneObject<InstanceObject, CMPIInstance>,
-                                   getProperty,
-                                   getPropertyAt,
-                                   getPropertyCount,
-                                   setProperty,
-                                   getObjectPath,
-                                   setPropertyFilter,
-                                   setObjectPath,
-                                   setPropertyWithOrigin};
+constexpr CMPIInstanceFT TABLE = {CMPICurrentVersion,
+                                  release_object<InstanceObject, CMPIInstance>,
+                                  clone_object<InstanceObject, CMPIInstance>,
+                                  get_property,
+                                  get_property_at,
+                                  get_property_count,
+                                  set_property,
+                                  get_object_path,
+                                  set_property_filter,
+                                  set_object_path,
+                                  set_property_with_origin};
 
 } // namespace
 
 const CMPIInstanceFT* TableOf<CMPIInstance>::table() {
-    return &kTable;
+    return &TABLE;
 }
 
-CMPIInstance* makeInstance(Instance instance) {
-    return makePooled<InstanceObject>(std::move(instance));
+CMPIInstance* make_instance(Instance instance) {
+    return make_pooled<InstanceObject>(std::move(instance));
 }
 
 } // namespace cimserver

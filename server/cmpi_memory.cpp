@@ -16,12 +16,12 @@ thread_local RequestPool* currentPool = nullptr;
 class RequestPool::Block final : public Shell {
   public:
     Block(RequestPool& pool, std::size_t size)
-        : pool_(pool), size_(size), memory_(std::calloc(1, size ? size : 1)) {
-        if (memory_) pool_.blocks_.emplace(memory_, this);
+        : pool_(pool), size_(size), memory_(std::calloc(1, size != 0 ? size : 1)) {
+        if (memory_ != nullptr) pool_.blocks_.emplace(memory_, this);
     }
-    ~Block() override { Block::releaseContent(); }
-    void releaseContent() override {
-        if (!memory_) return;
+    ~Block() override { Block::release_content(); }
+    void release_content() override {
+        if (memory_ == nullptr) return;
         pool_.blocks_.erase(memory_);
         std::free(memory_);
         memory_ = nullptr;
@@ -36,7 +36,7 @@ class RequestPool::Block final : public Shell {
 };
 
 RequestPool& RequestPool::current() {
-    return currentPool ? *currentPool : threadPool;
+    return currentPool != nullptr ? *currentPool : threadPool;
 }
 
 void RequestPool::add(std::unique_ptr<Shell> object) {
@@ -44,12 +44,12 @@ void RequestPool::add(std::unique_ptr<Shell> object) {
     objects_.push_back(std::move(object));
 }
 
-void RequestPool::releaseHandedOver(Shell* object) {
+void RequestPool::release_handed_over(Shell* object) {
     if (object->owner() != this) return; // a clone, or made on another thread: not ours to release
     handedOver_.erase(std::remove(handedOver_.begin(), handedOver_.end(), object), handedOver_.end());
     handedOver_.push_back(object);
-    if (handedOver_.size() > kKeptAfterHandOver) {
-        handedOver_.front()->releaseContent();
+    if (handedOver_.size() > KEPT_AFTER_HAND_OVER) {
+        handedOver_.front()->release_content();
         handedOver_.pop_front();
     }
 }
@@ -64,15 +64,15 @@ void* RequestPool::allocate(std::size_t size) {
 void* RequestPool::reallocate(void* block, std::size_t size) {
     void* grown = allocate(size);
     const auto known = blocks_.find(block);
-    if (known == blocks_.end() || !grown) return grown;
+    if (known == blocks_.end() || (grown == nullptr)) return grown;
     std::memcpy(grown, block, std::min(size, known->second->size()));
-    known->second->releaseContent();
+    known->second->release_content();
     return grown;
 }
 
 void RequestPool::free(void* block) {
     const auto known = blocks_.find(block);
-    if (known != blocks_.end()) known->second->releaseContent();
+    if (known != blocks_.end()) known->second->release_content();
 }
 
 void RequestPool::truncate(std::size_t count) {

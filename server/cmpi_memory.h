@@ -35,7 +35,7 @@ class Shell {
     Shell(const Shell&) = delete;
     Shell& operator=(const Shell&) = delete;
     virtual ~Shell() = default;
-    virtual void releaseContent() = 0;
+    virtual void release_content() = 0;
 
     RequestPool* owner() const { return owner_; } // none for a clone
 
@@ -57,10 +57,10 @@ class RequestPool {
     void add(std::unique_ptr<Shell> object);
 
     // Notes that the object has been written into the answer, and releases the content of the one for which
-    // that was longest ago. The latest kKeptAfterHandOver stay whole, because providers hand one object over
-    // again and again after changing it (the path of a loop, or a handful of them in turn).
-    void releaseHandedOver(Shell* object);
-    static constexpr std::size_t kKeptAfterHandOver = 64;
+    // that was longest ago. The latest KEPT_AFTER_HAND_OVER stay whole, because providers hand one object
+    // over again and again after changing it (the path of a loop, or a handful of them in turn).
+    void release_handed_over(Shell* object);
+    static constexpr std::size_t KEPT_AFTER_HAND_OVER = 64;
 
     // Plain memory for the provider, which lasts as long as the pool's objects.
     void* allocate(std::size_t size);
@@ -105,7 +105,7 @@ class Enclosed final : public Face, public Shell {
         this->hdl = content_.get();
         this->ft = TableOf<Face>::table();
     }
-    void releaseContent() override {
+    void release_content() override {
         content_.reset();
         this->hdl = nullptr;
     }
@@ -117,7 +117,7 @@ class Enclosed final : public Face, public Shell {
 
 // The value -1, which some platforms hand out for an object that they could not make.
 template <typename Face>
-bool isMinusOne(const Face* object) {
+bool is_minus_one(const Face* object) {
     return reinterpret_cast<std::intptr_t>(object) == -1;
 }
 
@@ -125,14 +125,14 @@ bool isMinusOne(const Face* object) {
 // type.
 template <typename Object, typename Face>
 Object* opened(const Face* object) {
-    if (!object || isMinusOne(object)) return nullptr;
+    if (!object || is_minus_one(object)) return nullptr;
     if (object->ft != TableOf<Face>::table() || !object->hdl) return nullptr;
     // The interface passes every object as const, the ones that the call is to change included.
     return static_cast<Object*>(const_cast<Face*>(object));
 }
 
-inline void setStatus(CMPIStatus* status, CMPIrc rc) {
-    if (status) *status = {rc, nullptr};
+inline void set_status(CMPIStatus* status, CMPIrc rc) {
+    if (status != nullptr) *status = {rc, nullptr};
 }
 
 inline CMPIStatus status(CMPIrc rc) {
@@ -141,7 +141,7 @@ inline CMPIStatus status(CMPIrc rc) {
 
 // A new object that the current pool owns.
 template <typename Object, typename Content>
-Object* makePooled(Content&& content) {
+Object* make_pooled(Content&& content) {
     auto object = std::make_unique<Object>(std::forward<Content>(content));
     Object* made = object.get();
     RequestPool::current().add(std::move(object));
@@ -150,11 +150,11 @@ Object* makePooled(Content&& content) {
 
 // The release and clone members that every object type has.
 template <typename Object, typename Face>
-CMPIStatus releaseObject(Face* object) {
+CMPIStatus release_object(Face* object) {
     Object* ours = opened<Object>(object);
     if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
     if (ours->owner()) {
-        ours->releaseContent();
+        ours->release_content();
     } else {
         delete ours;
     }
@@ -162,9 +162,9 @@ CMPIStatus releaseObject(Face* object) {
 }
 
 template <typename Object, typename Face>
-Face* cloneObject(const Face* object, CMPIStatus* rc) {
+Face* clone_object(const Face* object, CMPIStatus* rc) {
     Object* ours = opened<Object>(object);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    set_status(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
     return ours ? new Object(ours->content()) : nullptr;
 }
 

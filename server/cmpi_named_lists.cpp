@@ -14,64 +14,64 @@ NamedValues& listOf(ContextObject& context) {
 }
 
 template <typename Object, typename Face>
-CMPIStatus addTo(const Face* list, const char* name, const CMPIValue* value, const CMPIType type) {
+CMPIStatus add_to(const Face* list, const char* name, const CMPIValue* value, const CMPIType type) {
     Object* ours = opened<Object>(list);
     if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
     if (!name) return status(CMPI_RC_ERR_INVALID_PARAMETER);
-    std::optional<Value> added = fromCmpi(value, type);
+    std::optional<Value> added = from_cmpi(value, type);
     if (!added) return status(CMPI_RC_ERR_INVALID_DATA_TYPE);
     listOf(*ours).set(name, std::move(*added));
     return status(CMPI_RC_OK);
 }
 
 template <typename Object, CMPIrc missing, typename Face>
-CMPIData getFrom(const Face* list, const char* name, CMPIStatus* rc) {
+CMPIData get_from(const Face* list, const char* name, CMPIStatus* rc) {
     Object* ours = opened<Object>(list);
-    if (ours) return readNamed(listOf(*ours), name, missing, CMPI_goodValue, rc);
-    setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
-    return noData(CMPI_badValue);
+    if (ours) return read_named(listOf(*ours), name, missing, CMPI_goodValue, rc);
+    set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
+    return no_data(CMPI_badValue);
 }
 
 template <typename Object, CMPIrc missing, typename Face>
-CMPIData getAt(const Face* list, CMPICount index, CMPIString** name, CMPIStatus* rc) {
+CMPIData get_at(const Face* list, CMPICount index, CMPIString** name, CMPIStatus* rc) {
     Object* ours = opened<Object>(list);
-    if (ours) return readNamedAt(listOf(*ours), index, name, missing, CMPI_goodValue, rc);
-    setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
-    return noData(CMPI_badValue);
+    if (ours) return read_named_at(listOf(*ours), index, name, missing, CMPI_goodValue, rc);
+    set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
+    return no_data(CMPI_badValue);
 }
 
 template <typename Object, typename Face>
-CMPICount countOf(const Face* list, CMPIStatus* rc) {
+CMPICount count_of(const Face* list, CMPIStatus* rc) {
     Object* ours = opened<Object>(list);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    set_status(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
     return ours ? static_cast<CMPICount>(listOf(*ours).size()) : 0;
 }
 
-constexpr CMPIrc kMissing = CMPI_RC_ERR_NOT_FOUND;
-constexpr CMPIArgsFT kArgsTable = {CMPICurrentVersion,
-                                   releaseObject<ArgsObject, CMPIArgs>,
-                                   cloneObject<ArgsObject, CMPIArgs>,
-                                   addTo<ArgsObject, CMPIArgs>,
-                                   getFrom<ArgsObject, kMissing, CMPIArgs>,
-                                   getAt<ArgsObject, kMissing, CMPIArgs>,
-                                   countOf<ArgsObject, CMPIArgs>};
+constexpr CMPIrc MISSING = CMPI_RC_ERR_NOT_FOUND;
+constexpr CMPIArgsFT ARGS_TABLE = {CMPICurrentVersion,
+                                   release_object<ArgsObject, CMPIArgs>,
+                                   clone_object<ArgsObject, CMPIArgs>,
+                                   add_to<ArgsObject, CMPIArgs>,
+                                   get_from<ArgsObject, MISSING, CMPIArgs>,
+                                   get_at<ArgsObject, MISSING, CMPIArgs>,
+                                   count_of<ArgsObject, CMPIArgs>};
 
-constexpr CMPIContextFT kContextTable = {CMPICurrentVersion,
-                                         releaseObject<ContextObject, CMPIContext>,
-                                         cloneObject<ContextObject, CMPIContext>,
-                                         getFrom<ContextObject, kMissing, CMPIContext>,
-                                         getAt<ContextObject, kMissing, CMPIContext>,
-                                         countOf<ContextObject, CMPIContext>,
-                                         addTo<ContextObject, CMPIContext>};
+constexpr CMPIContextFT CONTEXT_TABLE = {CMPICurrentVersion,
+                                         release_object<ContextObject, CMPIContext>,
+                                         clone_object<ContextObject, CMPIContext>,
+                                         get_from<ContextObject, MISSING, CMPIContext>,
+                                         get_at<ContextObject, MISSING, CMPIContext>,
+                                         count_of<ContextObject, CMPIContext>,
+                                         add_to<ContextObject, CMPIContext>};
 
 } // namespace
 
 const CMPIArgsFT* TableOf<CMPIArgs>::table() {
-    return &kArgsTable;
+    return &ARGS_TABLE;
 }
 
 const CMPIContextFT* TableOf<CMPIContext>::table() {
-    return &kContextTable;
+    return &CONTEXT_TABLE;
 }
 
 } // namespace cimserver

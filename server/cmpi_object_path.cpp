@@ -6,7 +6,7 @@ namespace cimserver {
 namespace {
 
 template <std::string ObjectPath::*Part>
-CMPIStatus setPart(const CMPIObjectPath* path, const char* text) {
+CMPIStatus set_part(const CMPIObjectPath* path, const char* text) {
     PathObject* ours = opened<PathObject>(path);
     if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().*Part = text ? text : "";
@@ -14,52 +14,55 @@ CMPIStatus setPart(const CMPIObjectPath* path, const char* text) {
 }
 
 template <std::string ObjectPath::*Part>
-CMPIString* getPart(const CMPIObjectPath* path, CMPIStatus* rc) {
+CMPIString* get_part(const CMPIObjectPath* path, CMPIStatus* rc) {
     PathObject* ours = opened<PathObject>(path);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? makeString(ours->content().*Part) : nullptr;
+    set_status(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours ? make_string(ours->content().*Part) : nullptr;
 }
 
-CMPIStatus addKey(const CMPIObjectPath* path, const char* name, const CMPIValue* value, const CMPIType type) {
+CMPIStatus add_key(const CMPIObjectPath* path, const char* name, const CMPIValue* value,
+                   const CMPIType type) {
     PathObject* ours = opened<PathObject>(path);
-    if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    if (!name) return status(CMPI_RC_ERR_INVALID_PARAMETER);
-    std::optional<Value> key = fromCmpi(value, type);
-    if (!key || key->isArray()) return status(CMPI_RC_ERR_INVALID_DATA_TYPE);
+    if (ours == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (name == nullptr) return status(CMPI_RC_ERR_INVALID_PARAMETER);
+    std::optional<Value> key = from_cmpi(value, type);
+    if (!key || key->is_array()) return status(CMPI_RC_ERR_INVALID_DATA_TYPE);
     ours->content().keys.set(name, std::move(*key));
     return status(CMPI_RC_OK);
 }
 
-CMPIData getKey(const CMPIObjectPath* path, const char* name, CMPIStatus* rc) {
+CMPIData get_key(const CMPIObjectPath* path, const char* name, CMPIStatus* rc) {
     PathObject* ours = opened<PathObject>(path);
-    if (ours) return readNamed(ours->content().keys, name, CMPI_RC_ERR_NOT_FOUND, CMPI_keyValue, rc);
-    setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
-    return noData(CMPI_badValue);
+    if (ours != nullptr)
+        return read_named(ours->content().keys, name, CMPI_RC_ERR_NOT_FOUND, CMPI_keyValue, rc);
+    set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
+    return no_data(CMPI_badValue);
 }
 
-CMPIData getKeyAt(const CMPIObjectPath* path, CMPICount index, CMPIString** name, CMPIStatus* rc) {
+CMPIData get_key_at(const CMPIObjectPath* path, CMPICount index, CMPIString** name, CMPIStatus* rc) {
     PathObject* ours = opened<PathObject>(path);
-    if (ours) return readNamedAt(ours->content().keys, index, name, CMPI_RC_ERR_NOT_FOUND, CMPI_keyValue, rc);
-    setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
-    return noData(CMPI_badValue);
+    if (ours != nullptr)
+        return read_named_at(ours->content().keys, index, name, CMPI_RC_ERR_NOT_FOUND, CMPI_keyValue, rc);
+    set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
+    return no_data(CMPI_badValue);
 }
 
-CMPICount getKeyCount(const CMPIObjectPath* path, CMPIStatus* rc) {
+CMPICount get_key_count(const CMPIObjectPath* path, CMPIStatus* rc) {
     PathObject* ours = opened<PathObject>(path);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? static_cast<CMPICount>(ours->content().keys.size()) : 0;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? static_cast<CMPICount>(ours->content().keys.size()) : 0;
 }
 
-CMPIStatus setNameSpaceFrom(const CMPIObjectPath* path, const CMPIObjectPath* source) {
+CMPIStatus set_name_space_from(const CMPIObjectPath* path, const CMPIObjectPath* source) {
     PathObject* ours = opened<PathObject>(path);
     PathObject* from = opened<PathObject>(source);
-    if (!ours || !from) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if ((ours == nullptr) || (from == nullptr)) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().nameSpace = from->content().nameSpace;
     return status(CMPI_RC_OK);
 }
 
-CMPIStatus setHostAndNameSpaceFrom(const CMPIObjectPath* path, const CMPIObjectPath* source) {
-    const CMPIStatus set = setNameSpaceFrom(path, source);
+CMPIStatus set_host_and_name_space_from(const CMPIObjectPath* path, const CMPIObjectPath* source) {
+    const CMPIStatus set = set_name_space_from(path, source);
     if (set.rc == CMPI_RC_OK) {
         opened<PathObject>(path)->content().host = opened<PathObject>(source)->content().host;
     }
@@ -68,46 +71,46 @@ CMPIStatus setHostAndNameSpaceFrom(const CMPIObjectPath* path, const CMPIObjectP
 
 // Qualifiers belong to class declarations, which this server does not hold.
 template <typename... Names>
-CMPIData noQualifier(const CMPIObjectPath* path, Names..., CMPIStatus* rc) {
-    setStatus(rc, opened<PathObject>(path) ? CMPI_RC_ERR_NOT_SUPPORTED : CMPI_RC_ERR_INVALID_HANDLE);
-    return noData(CMPI_notFound);
+CMPIData no_qualifier(const CMPIObjectPath* path, Names..., CMPIStatus* rc) {
+    set_status(rc, opened<PathObject>(path) ? CMPI_RC_ERR_NOT_SUPPORTED : CMPI_RC_ERR_INVALID_HANDLE);
+    return no_data(CMPI_notFound);
 }
 
-CMPIString* toString(const CMPIObjectPath* path, CMPIStatus* rc) {
+CMPIString* to_string(const CMPIObjectPath* path, CMPIStatus* rc) {
     PathObject* ours = opened<PathObject>(path);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? makeString(ours->content().toString()) : nullptr;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? make_string(ours->content().to_string()) : nullptr;
 }
 
-constexpr CMPIObjectPathFT kTable = {CMPICurrentVersion,
-                                     releaseObject<PathObject, CMPIObjectPath>,
-                                     cloneObject<PathObject, CMPIObjectPath>,
-                                     setPart<&ObjectPath::nameSpace>,
-                                     getPart<&ObjectPath::nameSpace>,
-                                     setPart<&ObjectPath::host>,
-                                     getPart<&ObjectPath::host>,
-                                     setPart<&ObjectPath::className>,
-                                     getPart<&ObjectPath::className>,
-                                     addKey,
-                                     getKey,
-                                     getKeyAt,
-                                     getKeyCount,
-                                     setNameSpaceFrom,
-                                     setHostAndNameSpaceFrom,
-                                     noQualifier<const char*>,
-                                     noQualifier<const char*, const char*>,
-                                     noQualifier<const char*, const char*>,
-                                     noQualifier<const char*, const char*, const char*>,
-                                     toString};
+constexpr CMPIObjectPathFT TABLE = {CMPICurrentVersion,
+                                    release_object<PathObject, CMPIObjectPath>,
+                                    clone_object<PathObject, CMPIObjectPath>,
+                                    set_part<&ObjectPath::nameSpace>,
+                                    get_part<&ObjectPath::nameSpace>,
+                                    set_part<&ObjectPath::host>,
+                                    get_part<&ObjectPath::host>,
+                                    set_part<&ObjectPath::className>,
+                                    get_part<&ObjectPath::className>,
+                                    add_key,
+                                    get_key,
+                                    get_key_at,
+                                    get_key_count,
+                                    set_name_space_from,
+                                    set_host_and_name_space_from,
+                                    no_qualifier<const char*>,
+                                    no_qualifier<const char*, const char*>,
+                                    no_qualifier<const char*, const char*>,
+                                    no_qualifier<const char*, const char*, const char*>,
+                                    to_string};
 
 } // namespace
 
 const CMPIObjectPathFT* TableOf<CMPIObjectPath>::table() {
-    return &kTable;
+    return &TABLE;
 }
 
-CMPIObjectPath* makePath(ObjectPath path) {
-    return makePooled<PathObject>(std::move(path));
+CMPIObjectPath* make_path(ObjectPath path) {
+    return make_pooled<PathObject>(std::move(path));
 }
 
 } // namespace cimserver

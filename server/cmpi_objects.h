@@ -96,10 +96,10 @@ template <> struct TableOf<CMPIError> { static const CMPIErrorFT* table(); };
 template <> struct TableOf<CMPIPropertyList> { static const CMPIPropertyListFT* table(); };
 // clang-format on
 
-CMPIString* makeString(std::string text);
-CMPIObjectPath* makePath(ObjectPath path);
-CMPIInstance* makeInstance(Instance instance);
-CMPIEnumeration* makeEnumeration(CMPIType type, std::vector<Value> items);
+CMPIString* make_string(std::string text);
+CMPIObjectPath* make_path(ObjectPath path);
+CMPIInstance* make_instance(Instance instance);
+CMPIEnumeration* make_enumeration(CMPIType type, std::vector<Value> items);
 
 } // namespace cimserver
 

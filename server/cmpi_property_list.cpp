@@ -5,33 +5,33 @@ namespace cimserver {
 
 namespace {
 
-CMPIBoolean isPropertyInList(const CMPIPropertyList* list, const char* name, CMPIStatus* rc) {
+CMPIBoolean is_property_in_list(const CMPIPropertyList* list, const char* name, CMPIStatus* rc) {
     PropertyListObject* ours = opened<PropertyListObject>(list);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    if (!ours || !name) return 0;
-    return ours->content().everything || containsName(ours->content().names, name) ? 1 : 0;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    if ((ours == nullptr) || (name == nullptr)) return 0;
+    return ours->content().everything || contains_name(ours->content().names, name) ? 1 : 0;
 }
 
-const char** getProperties(const CMPIPropertyList* list, CMPIStatus* rc) {
+const char** get_properties(const CMPIPropertyList* list, CMPIStatus* rc) {
     PropertyListObject* ours = opened<PropertyListObject>(list);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours && !ours->content().everything ? ours->content().pointers.data() : nullptr;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return (ours != nullptr) && !ours->content().everything ? ours->content().pointers.data() : nullptr;
 }
 
-constexpr CMPIPropertyListFT kTable = {
-    CMPICurrentVersion, releaseObject<PropertyListObject, CMPIPropertyList>,
-    cloneObject<PropertyListObject, CMPIPropertyList>, isPropertyInList, getProperties};
+constexpr CMPIPropertyListFT TABLE = {
+    CMPICurrentVersion, release_object<PropertyListObject, CMPIPropertyList>,
+    clone_object<PropertyListObject, CMPIPropertyList>, is_property_in_list, get_properties};
 
 } // namespace
 
 const CMPIPropertyListFT* TableOf<CMPIPropertyList>::table() {
-    return &kTable;
+    return &TABLE;
 }
 
 PropertyListContent::PropertyListContent(const char** properties)
-    : everything(properties == nullptr), names(namesFrom(properties)), pointers(pointersTo(names)) {}
+    : everything(properties == nullptr), names(names_from(properties)), pointers(pointers_to(names)) {}
 
 PropertyListContent::PropertyListContent(const PropertyListContent& other)
-    : everything(other.everything), names(other.names), pointers(pointersTo(names)) {}
+    : everything(other.everything), names(other.names), pointers(pointers_to(names)) {}
 
 } // namespace cimserver

@@ -9,7 +9,7 @@ namespace {
 // NULL, -1 and released objects are swallowed: a provider that passes on what it could not make means
 // "nothing".
 template <typename Object, typename Face>
-CMPIStatus handOver(const CMPIResult* result, const Face* object) {
+CMPIStatus hand_over(const CMPIResult* result, const Face* object) {
     ResultObject* ours = opened<ResultObject>(result);
     if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
     Object* returned = opened<Object>(object);
@@ -19,54 +19,54 @@ CMPIStatus handOver(const CMPIResult* result, const Face* object) {
     }
     ++ours->content().delivered;
     if (ours->content().sink) ours->content().sink->deliver(returned->content());
-    RequestPool::current().releaseHandedOver(returned);
+    RequestPool::current().release_handed_over(returned);
     return status(CMPI_RC_OK);
 }
 
-CMPIStatus returnInstance(const CMPIResult* result, const CMPIInstance* instance) {
-    return handOver<InstanceObject>(result, instance);
+CMPIStatus return_instance(const CMPIResult* result, const CMPIInstance* instance) {
+    return hand_over<InstanceObject>(result, instance);
 }
 
-CMPIStatus returnObjectPath(const CMPIResult* result, const CMPIObjectPath* path) {
-    return handOver<PathObject>(result, path);
+CMPIStatus return_object_path(const CMPIResult* result, const CMPIObjectPath* path) {
+    return hand_over<PathObject>(result, path);
 }
 
-CMPIStatus returnData(const CMPIResult* result, const CMPIValue* value, const CMPIType type) {
+CMPIStatus return_data(const CMPIResult* result, const CMPIValue* value, const CMPIType type) {
     ResultObject* ours = opened<ResultObject>(result);
-    if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    if (type == CMPI_instance && value) return returnInstance(result, value->inst);
-    if (type == CMPI_ref && value) return returnObjectPath(result, value->ref);
+    if (ours == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (type == CMPI_instance && (value != nullptr)) return return_instance(result, value->inst);
+    if (type == CMPI_ref && (value != nullptr)) return return_object_path(result, value->ref);
     return status(CMPI_RC_ERR_NOT_SUPPORTED); // only methods return plain data, and none are served
 }
 
-CMPIStatus returnDone(const CMPIResult* result) {
+CMPIStatus return_done(const CMPIResult* result) {
     ResultObject* ours = opened<ResultObject>(result);
-    if (!ours) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (ours == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().done = true; // only noted: the answer is complete when the operation returns
     return status(CMPI_RC_OK);
 }
 
-CMPIStatus returnError(const CMPIResult* result, const CMPIError* error) {
+CMPIStatus return_error(const CMPIResult* result, const CMPIError* error) {
     ResultObject* ours = opened<ResultObject>(result);
     ErrorObject* returned = opened<ErrorObject>(error);
-    if (!ours || !returned) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if ((ours == nullptr) || (returned == nullptr)) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().errorMessage = returned->content().message;
     return status(CMPI_RC_OK);
 }
 
-constexpr CMPIResultFT kTable = {CMPICurrentVersion,
-                                 releaseObject<ResultObject, CMPIResult>,
-                                 cloneObject<ResultObject, CMPIResult>,
-                                 returnData,
-                                 returnInstance,
-                                 returnObjectPath,
-                                 returnDone,
-                                 returnError};
+constexpr CMPIResultFT TABLE = {CMPICurrentVersion,
+                                release_object<ResultObject, CMPIResult>,
+                                clone_object<ResultObject, CMPIResult>,
+                                return_data,
+                                return_instance,
+                                return_object_path,
+                                return_done,
+                                return_error};
 
 } // namespace
 
 const CMPIResultFT* TableOf<CMPIResult>::table() {
-    return &kTable;
+    return &TABLE;
 }
 
 } // namespace cimserver

@@ -7,32 +7,32 @@ namespace cimserver {
 
 namespace {
 
-const char* getCharPtr(const CMPIString* string, CMPIStatus* rc) {
+const char* get_char_ptr(const CMPIString* string, CMPIStatus* rc) {
     StringObject* ours = opened<StringObject>(string);
-    setStatus(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? ours->content().text.c_str() : nullptr;
+    set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
+    return ours != nullptr ? ours->content().text.c_str() : nullptr;
 }
 
-char* newCharsCP(const CMPIString* string, const CMPICodepageID codepage, CMPIStatus* rc) {
+char* new_chars_cp(const CMPIString* string, const CMPICodepageID codepage, CMPIStatus* rc) {
     StringObject* ours = opened<StringObject>(string);
-    if (!ours) {
-        setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
+    if (ours == nullptr) {
+        set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
         return nullptr;
     }
-    return encodeFor(codepage, ours->content().text, rc);
+    return encode_for(codepage, ours->content().text, rc);
 }
 
-constexpr CMPIStringFT kTable = {CMPICurrentVersion, releaseObject<StringObject, CMPIString>,
-                                 cloneObject<StringObject, CMPIString>, getCharPtr, newCharsCP};
+constexpr CMPIStringFT TABLE = {CMPICurrentVersion, release_object<StringObject, CMPIString>,
+                                clone_object<StringObject, CMPIString>, get_char_ptr, new_chars_cp};
 
 } // namespace
 
 const CMPIStringFT* TableOf<CMPIString>::table() {
-    return &kTable;
+    return &TABLE;
 }
 
-CMPIString* makeString(std::string text) {
-    return makePooled<StringObject>(StringContent{std::move(text)});
+CMPIString* make_string(std::string text) {
+    return make_pooled<StringObject>(StringContent{std::move(text)});
 }
 
 } // namespace cimserver

@@ -4,7 +4,7 @@ namespace cimserver {
 
 namespace {
 
-std::optional<Value> numberFrom(const CMPIValue& value, CMPIType type) {
+std::optional<Value> number_from(const CMPIValue& value, CMPIType type) {
     switch (type) {
         case CMPI_boolean:
             return Value::boolean(value.boolean != 0);
@@ -38,7 +38,7 @@ std::optional<Value> numberFrom(const CMPIValue& value, CMPIType type) {
 // The content of an object as a value; NULL stays NULL, anything that is not a live object of ours is
 // refused.
 template <typename Object, typename Face, typename Convert>
-std::optional<Value> objectFrom(const Face* object, CMPIType type, Convert convert) {
+std::optional<Value> object_from(const Face* object, CMPIType type, Convert convert) {
     if (!object) return Value::null(type);
     Object* ours = opened<Object>(object);
     if (!ours) return std::nullopt;
@@ -51,7 +51,7 @@ CMPIType canonical(CMPIType type) {
     return type;
 }
 
-bool isKnown(CMPIType scalar) {
+bool is_known(CMPIType scalar) {
     switch (scalar) {
         case CMPI_boolean:
         case CMPI_char16:
@@ -79,13 +79,13 @@ bool isKnown(CMPIType scalar) {
 
 } // namespace
 
-std::optional<Value> fromCmpi(const CMPIValue* value, CMPIType type) {
+std::optional<Value> from_cmpi(const CMPIValue* value, CMPIType type) {
     const auto scalar = static_cast<CMPIType>(type & ~CMPI_ARRAY);
     if (type == CMPI_null) return Value{};
-    if (!isKnown(scalar)) return std::nullopt;
-    if (!value) return Value::null(canonical(type));
-    if (type & CMPI_ARRAY) {
-        return objectFrom<ArrayObject>(value->array, canonical(type), [type](const ArrayContent& array) {
+    if (!is_known(scalar)) return std::nullopt;
+    if (value == nullptr) return Value::null(canonical(type));
+    if ((type & CMPI_ARRAY) != 0) {
+        return object_from<ArrayObject>(value->array, canonical(type), [type](const ArrayContent& array) {
             // The array knows its element type better than the caller, who may have said only "array of
             // chars".
             const CMPIType elements = array.elementType == CMPI_null ? canonical(type) : array.elementType;
@@ -96,56 +96,56 @@ std::optional<Value> fromCmpi(const CMPIValue* value, CMPIType type) {
         case CMPI_chars:
             return Value::text(reinterpret_cast<const char*>(value));
         case CMPI_string:
-            return objectFrom<StringObject>(
+            return object_from<StringObject>(
                 value->string, type, [](const StringContent& string) { return Value::text(string.text); });
         case CMPI_dateTime:
-            return objectFrom<DateTimeObject>(value->dateTime, type, [](const CimDateTime& time) {
-                return Value{CMPI_dateTime, time.toString()};
+            return object_from<DateTimeObject>(value->dateTime, type, [](const CimDateTime& time) {
+                return Value{CMPI_dateTime, time.to_string()};
             });
         case CMPI_ref:
-            return objectFrom<PathObject>(value->ref, type,
-                                          [](const ObjectPath& path) { return Value::reference(path); });
+            return object_from<PathObject>(value->ref, type,
+                                           [](const ObjectPath& path) { return Value::reference(path); });
         case CMPI_instance:
-            return objectFrom<InstanceObject>(
+            return object_from<InstanceObject>(
                 value->inst, type, [](const Instance& instance) { return Value::embedded(instance); });
         case CMPI_ptr:
             return Value{type, OpaquePointer{value->dataPtr.ptr, value->dataPtr.length}};
         default:
-            return numberFrom(*value, type);
+            return number_from(*value, type);
     }
 }
 
-CMPIData noData(CMPIValueState state) {
+CMPIData no_data(CMPIValueState state) {
     CMPIData data{};
     data.type = CMPI_null;
     data.state = state;
     return data;
 }
 
-CMPIData toCmpi(const Value& value, CMPIValueState state) {
+CMPIData to_cmpi(const Value& value, CMPIValueState state) {
     CMPIData data{};
     data.type = value.type;
     data.state = state;
-    if (value.isNull()) {
+    if (value.is_null()) {
         data.state = static_cast<CMPIValueState>(data.state | CMPI_nullValue);
         return data;
     }
-    if (const auto* elements = value.asArray()) {
-        data.value.array = makePooled<ArrayObject>(ArrayContent{value.elementType(), *elements});
+    if (const auto* elements = value.as_array()) {
+        data.value.array = make_pooled<ArrayObject>(ArrayContent{value.element_type(), *elements});
         return data;
     }
-    if (const ObjectPath* path = value.asReference()) {
-        data.value.ref = makePath(*path);
-    } else if (const Instance* instance = value.asInstance()) {
-        data.value.inst = makeInstance(*instance);
+    if (const ObjectPath* path = value.as_reference()) {
+        data.value.ref = make_path(*path);
+    } else if (const Instance* instance = value.as_instance()) {
+        data.value.inst = make_instance(*instance);
     } else if (const auto* pointer = std::get_if<OpaquePointer>(&value.content)) {
         data.value.dataPtr = {pointer->address, pointer->length};
-    } else if (const std::string* text = value.asText()) {
+    } else if (const std::string* text = value.as_text()) {
         if (value.type == CMPI_dateTime) {
             data.value.dateTime =
-                makePooled<DateTimeObject>(CimDateTime::parse(*text).value_or(CimDateTime{}));
+                make_pooled<DateTimeObject>(CimDateTime::parse(*text).value_or(CimDateTime{}));
         } else {
-            data.value.string = makeString(*text);
+            data.value.string = make_string(*text);
         }
     } else if (const auto* flag = std::get_if<bool>(&value.content)) {
         data.value.boolean = *flag ? 1 : 0;
@@ -158,7 +158,7 @@ CMPIData toCmpi(const Value& value, CMPIValueState state) {
     } else {
         const auto* natural = std::get_if<std::uint64_t>(&value.content);
         const auto bits =
-            natural ? *natural : static_cast<std::uint64_t>(std::get<std::int64_t>(value.content));
+            natural != nullptr ? *natural : static_cast<std::uint64_t>(std::get<std::int64_t>(value.content));
         switch (value.type) { // each width in its own member: where a narrow one lies depends on the machine
             case CMPI_uint8:
             case CMPI_sint8:
@@ -181,35 +181,35 @@ CMPIData toCmpi(const Value& value, CMPIValueState state) {
     return data;
 }
 
-CMPIData readNamed(const NamedValues& values, const char* name, CMPIrc missing, CMPIValueState state,
-                   CMPIStatus* rc) {
-    const NamedValue* found = name ? values.find(name) : nullptr;
-    setStatus(rc, found ? CMPI_RC_OK : missing);
-    return found ? toCmpi(found->value, state) : noData(CMPI_notFound);
+CMPIData read_named(const NamedValues& values, const char* name, CMPIrc missing, CMPIValueState state,
+                    CMPIStatus* rc) {
+    const NamedValue* found = name != nullptr ? values.find(name) : nullptr;
+    set_status(rc, found != nullptr ? CMPI_RC_OK : missing);
+    return found != nullptr ? to_cmpi(found->value, state) : no_data(CMPI_notFound);
 }
 
-CMPIData readNamedAt(const NamedValues& values, CMPICount index, CMPIString** name, CMPIrc missing,
-                     CMPIValueState state, CMPIStatus* rc) {
-    if (name) *name = nullptr;
+CMPIData read_named_at(const NamedValues& values, CMPICount index, CMPIString** name, CMPIrc missing,
+                       CMPIValueState state, CMPIStatus* rc) {
+    if (name != nullptr) *name = nullptr;
     if (index >= values.size()) {
-        setStatus(rc, missing);
-        return noData(CMPI_notFound);
+        set_status(rc, missing);
+        return no_data(CMPI_notFound);
     }
     const NamedValue& found = values.all()[index];
-    if (name) *name = makeString(found.name);
-    setStatus(rc, CMPI_RC_OK);
-    return toCmpi(found.value, state);
+    if (name != nullptr) *name = make_string(found.name);
+    set_status(rc, CMPI_RC_OK);
+    return to_cmpi(found.value, state);
 }
 
-std::vector<std::string> namesFrom(const char** names) {
+std::vector<std::string> names_from(const char** names) {
     std::vector<std::string> result;
-    for (; names && *names; ++names) {
+    for (; (names != nullptr) && (*names != nullptr); ++names) {
         result.emplace_back(*names);
     }
     return result;
 }
 
-std::vector<const char*> pointersTo(const std::vector<std::string>& names) {
+std::vector<const char*> pointers_to(const std::vector<std::string>& names) {
     std::vector<const char*> result;
     for (const std::string& name : names) {
         result.push_back(name.c_str());
@@ -218,9 +218,9 @@ std::vector<const char*> pointersTo(const std::vector<std::string>& names) {
     return result;
 }
 
-std::string textOf(const CMPIString* string) {
+std::string text_of(const CMPIString* string) {
     StringObject* ours = opened<StringObject>(string);
-    return ours ? ours->content().text : std::string();
+    return ours != nullptr ? ours->content().text : std::string();
 }
 
 } // namespace cimserver

@@ -11,24 +11,24 @@ namespace cimserver {
 // Copies what a provider passed. `value` NULL is the NULL value of the type. For CMPI_chars the pointer is
 // the characters themselves. Nothing when the type is unknown or the object is none (NULL objects are NULL
 // values).
-std::optional<Value> fromCmpi(const CMPIValue* value, CMPIType type);
+std::optional<Value> from_cmpi(const CMPIValue* value, CMPIType type);
 
 // The value as a provider reads it; objects in it belong to the current pool.
-CMPIData toCmpi(const Value& value, CMPIValueState state = CMPI_goodValue);
-CMPIData noData(CMPIValueState state = CMPI_nullValue);
+CMPIData to_cmpi(const Value& value, CMPIValueState state = CMPI_goodValue);
+CMPIData no_data(CMPIValueState state = CMPI_nullValue);
 
 // The reading functions that object paths, instances, arguments and contexts share.
-CMPIData readNamed(const NamedValues& values, const char* name, CMPIrc missing, CMPIValueState state,
-                   CMPIStatus* rc);
-CMPIData readNamedAt(const NamedValues& values, CMPICount index, CMPIString** name, CMPIrc missing,
-                     CMPIValueState state, CMPIStatus* rc);
+CMPIData read_named(const NamedValues& values, const char* name, CMPIrc missing, CMPIValueState state,
+                    CMPIStatus* rc);
+CMPIData read_named_at(const NamedValues& values, CMPICount index, CMPIString** name, CMPIrc missing,
+                       CMPIValueState state, CMPIStatus* rc);
 
 // A list of names closed by NULL.
-std::vector<std::string> namesFrom(const char** names);
-std::vector<const char*> pointersTo(const std::vector<std::string>& names);
+std::vector<std::string> names_from(const char** names);
+std::vector<const char*> pointers_to(const std::vector<std::string>& names);
 
 // A CMPIString's text; empty for no string.
-std::string textOf(const CMPIString* string);
+std::string text_of(const CMPIString* string);
 
 } // namespace cimserver
 

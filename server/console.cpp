@@ -24,7 +24,7 @@ Console::~Console() {
     if (error_ >= 0) close(error_);
 }
 
-void Console::redirectProvider(const std::string& file) const {
+void Console::redirect_provider(const std::string& file) const {
     std::fflush(stdout);
     const int target = file == "-" ? duplicate(STDERR_FILENO)
                                    : open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);

@@ -19,7 +19,7 @@ class Console {
     Console& operator=(const Console&) = delete;
 
     // To a file, which is appended to, or to standard error for "-". Throws std::system_error.
-    void redirectProvider(const std::string& file) const;
+    void redirect_provider(const std::string& file) const;
 
     void say(const std::string& line) { write(out_, line); }    // to the original standard output
     void warn(const std::string& line) { write(error_, line); } // to the original standard error

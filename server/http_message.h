@@ -18,7 +18,7 @@ struct HttpRequest {
     std::string body;
 
     const std::string* header(std::string_view name) const {
-        const auto found = headers.find(lowerCased(name));
+        const auto found = headers.find(lower_cased(name));
         return found == headers.end() ? nullptr : &found->second;
     }
 };

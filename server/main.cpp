@@ -30,7 +30,7 @@ struct Options {
 };
 
 // Beside the program: where the build puts it, then where an installation does.
-std::string defaultProvider() {
+std::string default_provider() {
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe").parent_path();
     const std::string file = "libFCIPProvider.so";
     const std::filesystem::path candidates[] = {program / "../lib" / file,
@@ -41,19 +41,19 @@ std::string defaultProvider() {
     return file; // the loader's own search
 }
 
-std::string hostName() {
+std::string host_name() {
     char name[HOST_NAME_MAX + 1] = {};
     return gethostname(name, sizeof name - 1) == 0 ? name : "localhost";
 }
 
-AssociationTable associationTable(const Options& options) {
-    if (options.associations.empty()) return AssociationTable::builtIn(options.providerName);
+AssociationTable association_table(const Options& options) {
+    if (options.associations.empty()) return AssociationTable::built_in(options.providerName);
     std::ifstream file(options.associations);
     if (!file) throw std::runtime_error("cannot read " + options.associations);
     return AssociationTable::read(file, options.associations);
 }
 
-void addOptions(CLI::App& app, Options& options) {
+void add_options(CLI::App& app, Options& options) {
     app.add_option("--provider", options.provider,
                    "The provider's shared library (default: libFCIPProvider.so)");
     app.add_option("--provider-name", options.providerName, "Its name: the factories are <name>_Create_...MI")
@@ -79,7 +79,7 @@ void addOptions(CLI::App& app, Options& options) {
 }
 
 // Blocked in all threads, so that only waitForStop sees them.
-sigset_t stopSignals() {
+sigset_t stop_signals() {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);
@@ -87,8 +87,8 @@ sigset_t stopSignals() {
     return signals;
 }
 
-void waitForStop() {
-    const sigset_t signals = stopSignals();
+void wait_for_stop() {
+    const sigset_t signals = stop_signals();
     int received = 0;
     sigwait(&signals, &received);
     // A second signal ends a stop that takes too long.
@@ -96,17 +96,17 @@ void waitForStop() {
 }
 
 void serve(const Options& options, Console& console) {
-    if (!options.providerLog.empty()) console.redirectProvider(options.providerLog);
+    if (!options.providerLog.empty()) console.redirect_provider(options.providerLog);
     const auto warn = [&console](const std::string& line) { console.warn("kesto-cimserver: " + line); };
     const auto report = options.verbose ? std::function<void(const std::string&)>(warn) : nullptr;
 
     Broker broker(warn, options.verbose);
-    const Provider provider(options.provider.empty() ? defaultProvider() : options.provider,
+    const Provider provider(options.provider.empty() ? default_provider() : options.provider,
                             options.providerName, broker);
     const ProviderCalls calls(provider);
-    Operations operations(calls, associationTable(options));
+    Operations operations(calls, association_table(options));
     broker.serve(&operations);
-    const CimXmlService service(operations, {options.nameSpaces, hostName(), report});
+    const CimXmlService service(operations, {options.nameSpaces, host_name(), report});
     HttpServer server(options.http,
                       [&service](const HttpRequest& request) { return service.answer(request); });
 
@@ -115,7 +115,7 @@ void serve(const Options& options, Console& console) {
         served += (served.empty() ? "" : ", ") + nameSpace;
     }
     console.say("kesto-cimserver: serving " + server.url() + "/cimom (namespace " + served + ")");
-    waitForStop();
+    wait_for_stop();
     server.stop(options.http.timeout);
     console.say("kesto-cimserver: stopped");
 }
@@ -125,11 +125,11 @@ void serve(const Options& options, Console& console) {
 int main(int argc, char** argv) {
     Options options;
     CLI::App app("Serves a CMPI provider to CIM-XML clients (WBEM).", "kesto-cimserver");
-    addOptions(app, options);
+    add_options(app, options);
     CLI11_PARSE(app, argc, argv);
     options.http.timeout = std::chrono::seconds(options.timeout);
 
-    const sigset_t signals = stopSignals();
+    const sigset_t signals = stop_signals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     signal(SIGPIPE, SIG_IGN);
     Console console;

@@ -12,7 +12,7 @@
 namespace cimserver {
 
 // The instance's own path, completed with keys from its properties when it has none.
-ObjectPath namedPath(const Instance& instance);
+ObjectPath named_path(const Instance& instance);
 
 } // namespace cimserver
 

@@ -31,7 +31,7 @@ Kind required(std::optional<Kind> value, std::string_view name) {
 OperationParameters::OperationParameters(std::vector<Parameter> parameters)
     : parameters_(std::move(parameters)) {
     for (auto one = parameters_.begin(); one != parameters_.end(); ++one) {
-        const auto same = [one](const Parameter& other) { return sameName(other.name, one->name); };
+        const auto same = [one](const Parameter& other) { return same_name(other.name, one->name); };
         if (std::any_of(std::next(one), parameters_.end(), same)) refuse(one->name, "occurs twice");
     }
 }
@@ -39,7 +39,7 @@ OperationParameters::OperationParameters(std::vector<Parameter> parameters)
 ParameterValue OperationParameters::take(std::string_view name) {
     const auto found =
         std::find_if(parameters_.begin(), parameters_.end(),
-                     [name](const Parameter& parameter) { return sameName(parameter.name, name); });
+                     [name](const Parameter& parameter) { return same_name(parameter.name, name); });
     if (found == parameters_.end()) return std::monostate{};
     ParameterValue value = std::move(found->value);
     parameters_.erase(found);
@@ -49,12 +49,12 @@ ParameterValue OperationParameters::take(std::string_view name) {
 bool OperationParameters::flag(std::string_view name, bool byDefault) {
     const auto text = as<std::string>(take(name), name);
     if (!text) return byDefault;
-    if (sameName(trimmed(*text), "true")) return true;
-    if (sameName(trimmed(*text), "false")) return false;
+    if (same_name(trimmed(*text), "true")) return true;
+    if (same_name(trimmed(*text), "false")) return false;
     refuse(name, "is no boolean");
 }
 
-std::optional<std::string> OperationParameters::optionalText(std::string_view name) {
+std::optional<std::string> OperationParameters::optional_text(std::string_view name) {
     auto text = as<std::string>(take(name), name);
     if (text && text->empty()) text.reset(); // some clients send what they have not been given as empty
     return text;
@@ -64,20 +64,20 @@ std::string OperationParameters::text(std::string_view name) {
     return required(as<std::string>(take(name), name), name);
 }
 
-std::optional<std::string> OperationParameters::optionalClassName(std::string_view name) {
+std::optional<std::string> OperationParameters::optional_class_name(std::string_view name) {
     auto value = as<ClassNameValue>(take(name), name);
     return value ? std::optional(std::move(value->name)) : std::nullopt;
 }
 
-std::string OperationParameters::className(std::string_view name) {
-    return required(optionalClassName(name), name);
+std::string OperationParameters::class_name(std::string_view name) {
+    return required(optional_class_name(name), name);
 }
 
-ObjectPath OperationParameters::instanceName(std::string_view name) {
+ObjectPath OperationParameters::instance_name(std::string_view name) {
     return required(as<ObjectPath>(take(name), name), name);
 }
 
-ObjectPath OperationParameters::objectName(std::string_view name) {
+ObjectPath OperationParameters::object_name(std::string_view name) {
     ParameterValue value = take(name);
     if (std::holds_alternative<ClassNameValue>(value)) {
         throw CimError{CMPI_RC_ERR_NOT_SUPPORTED, "associations between classes are not served"};
@@ -89,12 +89,12 @@ Instance OperationParameters::instance(std::string_view name) {
     return required(as<Instance>(take(name), name), name);
 }
 
-PropertyNames OperationParameters::propertyList() {
-    constexpr std::string_view kName = "PropertyList";
-    return as<std::vector<std::string>>(take(kName), kName);
+PropertyNames OperationParameters::property_list() {
+    constexpr std::string_view NAME = "PropertyList";
+    return as<std::vector<std::string>>(take(NAME), NAME);
 }
 
-void OperationParameters::expectNoMore() const {
+void OperationParameters::expect_no_more() const {
     if (!parameters_.empty()) refuse(parameters_.front().name, "is unknown to this operation");
 }
 

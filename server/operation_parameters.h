@@ -19,18 +19,18 @@ class OperationParameters {
     explicit OperationParameters(std::vector<Parameter> parameters);
 
     bool flag(std::string_view name, bool byDefault);
-    std::optional<std::string> optionalText(std::string_view name);
+    std::optional<std::string> optional_text(std::string_view name);
     std::string text(std::string_view name);
-    std::optional<std::string> optionalClassName(std::string_view name);
-    std::string className(std::string_view name);
-    ObjectPath instanceName(std::string_view name);
+    std::optional<std::string> optional_class_name(std::string_view name);
+    std::string class_name(std::string_view name);
+    ObjectPath instance_name(std::string_view name);
     // An instance's name; a class's, which stands for traversals among classes, is not supported.
-    ObjectPath objectName(std::string_view name);
+    ObjectPath object_name(std::string_view name);
     Instance instance(std::string_view name);
-    PropertyNames propertyList();
+    PropertyNames property_list();
 
     // All parameters that the operation has are taken; whatever is left it does not have.
-    void expectNoMore() const;
+    void expect_no_more() const;
 
   private:
     ParameterValue take(std::string_view name);

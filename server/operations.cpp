@@ -30,43 +30,44 @@ class Nowhere : public ResultSink {
 
 } // namespace
 
-Outcome Operations::enumerateInstanceNames(const CallContext& context, const ObjectPath& classPath,
-                                           ResultSink& sink) const {
-    return provider_.enumerateInstanceNames(context, classPath, sink);
+Outcome Operations::enumerate_instance_names(const CallContext& context, const ObjectPath& classPath,
+                                             ResultSink& sink) const {
+    return provider_.enumerate_instance_names(context, classPath, sink);
 }
 
-Outcome Operations::enumerateInstances(const CallContext& context, const ObjectPath& classPath,
-                                       const PropertyNames& wanted, ResultSink& sink) const {
-    return provider_.enumerateInstances(context, classPath, wanted, sink);
+Outcome Operations::enumerate_instances(const CallContext& context, const ObjectPath& classPath,
+                                        const PropertyNames& wanted, ResultSink& sink) const {
+    return provider_.enumerate_instances(context, classPath, wanted, sink);
 }
 
-Outcome Operations::getInstance(const CallContext& context, const ObjectPath& path,
-                                const PropertyNames& wanted, ResultSink& sink) const {
+Outcome Operations::get_instance(const CallContext& context, const ObjectPath& path,
+                                 const PropertyNames& wanted, ResultSink& sink) const {
     FirstInstance first(sink);
-    Outcome outcome = provider_.getInstance(context, path, wanted, first);
+    Outcome outcome = provider_.get_instance(context, path, wanted, first);
     if (outcome.ok() && !first.found) outcome.code = CMPI_RC_ERR_NOT_FOUND;
     return outcome;
 }
 
-Outcome Operations::createInstance(const CallContext& context, const Instance& instance,
-                                   ResultSink& sink) const {
-    return provider_.createInstance(context, instance, sink);
+Outcome Operations::create_instance(const CallContext& context, const Instance& instance,
+                                    ResultSink& sink) const {
+    return provider_.create_instance(context, instance, sink);
 }
 
-Outcome Operations::modifyInstance(const CallContext& context, const Instance& instance,
-                                   const PropertyNames& wanted) const {
+Outcome Operations::modify_instance(const CallContext& context, const Instance& instance,
+                                    const PropertyNames& wanted) const {
     Nowhere nowhere;
-    return provider_.modifyInstance(context, instance, wanted, nowhere);
+    return provider_.modify_instance(context, instance, wanted, nowhere);
 }
 
-Outcome Operations::deleteInstance(const CallContext& context, const ObjectPath& path) const {
+Outcome Operations::delete_instance(const CallContext& context, const ObjectPath& path) const {
     Nowhere nowhere;
-    return provider_.deleteInstance(context, path, nowhere);
+    return provider_.delete_instance(context, path, nowhere);
 }
 
-Outcome Operations::execQuery(const CallContext& context, const ObjectPath& classPath,
-                              const std::string& language, const std::string& query, ResultSink& sink) const {
-    return provider_.execQuery(context, classPath, language, query, sink);
+Outcome Operations::exec_query(const CallContext& context, const ObjectPath& classPath,
+                               const std::string& language, const std::string& query,
+                               ResultSink& sink) const {
+    return provider_.exec_query(context, classPath, language, query, sink);
 }
 
 Outcome Operations::associators(const CallContext& context, const ObjectPath& source,
@@ -78,10 +79,10 @@ Outcome Operations::associators(const CallContext& context, const ObjectPath& so
     return traverse({provider_, associations_, context, source}, filter, ask, sink);
 }
 
-Outcome Operations::associatorNames(const CallContext& context, const ObjectPath& source,
-                                    const AssociatorFilter& filter, ResultSink& sink) const {
+Outcome Operations::associator_names(const CallContext& context, const ObjectPath& source,
+                                     const AssociatorFilter& filter, ResultSink& sink) const {
     const auto ask = [&](const AssociatorFilter& one, ResultSink& results) {
-        return provider_.associatorNames(context, source, one, results);
+        return provider_.associator_names(context, source, one, results);
     };
     return traverse({provider_, associations_, context, source}, filter, ask, sink);
 }
@@ -95,10 +96,10 @@ Outcome Operations::references(const CallContext& context, const ObjectPath& sou
     return traverse({provider_, associations_, context, source}, filter, ask, sink);
 }
 
-Outcome Operations::referenceNames(const CallContext& context, const ObjectPath& source,
-                                   const ReferenceFilter& filter, ResultSink& sink) const {
+Outcome Operations::reference_names(const CallContext& context, const ObjectPath& source,
+                                    const ReferenceFilter& filter, ResultSink& sink) const {
     const auto ask = [&](const ReferenceFilter& one, ResultSink& results) {
-        return provider_.referenceNames(context, source, one, results);
+        return provider_.reference_names(context, source, one, results);
     };
     return traverse({provider_, associations_, context, source}, filter, ask, sink);
 }

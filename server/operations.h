@@ -20,31 +20,31 @@ class Operations {
     Operations(const ProviderCalls& provider, AssociationTable associations)
         : provider_(provider), associations_(std::move(associations)) {}
 
-    Outcome enumerateInstanceNames(const CallContext& context, const ObjectPath& classPath,
-                                   ResultSink& sink) const;
-    Outcome enumerateInstances(const CallContext& context, const ObjectPath& classPath,
-                               const PropertyNames& wanted, ResultSink& sink) const;
+    Outcome enumerate_instance_names(const CallContext& context, const ObjectPath& classPath,
+                                     ResultSink& sink) const;
+    Outcome enumerate_instances(const CallContext& context, const ObjectPath& classPath,
+                                const PropertyNames& wanted, ResultSink& sink) const;
     // Exactly one instance, or CMPI_RC_ERR_NOT_FOUND.
-    Outcome getInstance(const CallContext& context, const ObjectPath& path, const PropertyNames& wanted,
-                        ResultSink& sink) const;
-    Outcome createInstance(const CallContext& context, const Instance& instance, ResultSink& sink) const;
-    Outcome modifyInstance(const CallContext& context, const Instance& instance,
-                           const PropertyNames& wanted) const;
-    Outcome deleteInstance(const CallContext& context, const ObjectPath& path) const;
-    Outcome execQuery(const CallContext& context, const ObjectPath& classPath, const std::string& language,
-                      const std::string& query, ResultSink& sink) const;
+    Outcome get_instance(const CallContext& context, const ObjectPath& path, const PropertyNames& wanted,
+                         ResultSink& sink) const;
+    Outcome create_instance(const CallContext& context, const Instance& instance, ResultSink& sink) const;
+    Outcome modify_instance(const CallContext& context, const Instance& instance,
+                            const PropertyNames& wanted) const;
+    Outcome delete_instance(const CallContext& context, const ObjectPath& path) const;
+    Outcome exec_query(const CallContext& context, const ObjectPath& classPath, const std::string& language,
+                       const std::string& query, ResultSink& sink) const;
 
     // A traversal that names no association class covers every class of the association table in which the
     // source can take part, without duplicates. The filters that the provider is free to ignore are applied
     // here.
     Outcome associators(const CallContext& context, const ObjectPath& source, const AssociatorFilter& filter,
                         const PropertyNames& wanted, ResultSink& sink) const;
-    Outcome associatorNames(const CallContext& context, const ObjectPath& source,
-                            const AssociatorFilter& filter, ResultSink& sink) const;
+    Outcome associator_names(const CallContext& context, const ObjectPath& source,
+                             const AssociatorFilter& filter, ResultSink& sink) const;
     Outcome references(const CallContext& context, const ObjectPath& source, const ReferenceFilter& filter,
                        const PropertyNames& wanted, ResultSink& sink) const;
-    Outcome referenceNames(const CallContext& context, const ObjectPath& source,
-                           const ReferenceFilter& filter, ResultSink& sink) const;
+    Outcome reference_names(const CallContext& context, const ObjectPath& source,
+                            const ReferenceFilter& filter, ResultSink& sink) const;
 
   private:
     const ProviderCalls& provider_;

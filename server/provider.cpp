@@ -9,7 +9,7 @@ namespace cimserver {
 
 struct Provider::Loaded {
     explicit Loaded(const std::string& file) : library(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-        if (!library) throw ProviderError(dlerror());
+        if (library == nullptr) throw ProviderError(dlerror());
     }
 
     template <typename Interface>
@@ -19,10 +19,10 @@ struct Provider::Loaded {
         if (!create) return nullptr;
         const RequestScope scope(lifetime);
         CMPIStatus made = status(CMPI_RC_OK); // a factory need not write it
-        Interface* interface = create(broker, makePooled<ContextObject>(ContextContent{}), &made);
+        Interface* interface = create(broker, make_pooled<ContextObject>(ContextContent{}), &made);
         if (made.rc != CMPI_RC_OK || !interface || !interface->ft) {
             throw ProviderError(factory + " failed with status " + std::to_string(made.rc) +
-                                (made.msg ? ": " + textOf(made.msg) : ""));
+                                (made.msg ? ": " + text_of(made.msg) : ""));
         }
         return interface;
     }
@@ -35,7 +35,7 @@ Provider::Provider(const std::string& file, const std::string& name, const Broke
     : loaded_(std::make_unique<Loaded>(file)) {
     instances_ = loaded_->make<CMPIInstanceMI>(name + "_Create_InstanceMI", broker.face());
     associations_ = loaded_->make<CMPIAssociationMI>(name + "_Create_AssociationMI", broker.face());
-    if (!instances_ && !associations_) {
+    if ((instances_ == nullptr) && (associations_ == nullptr)) {
         throw ProviderError(file + " has neither " + name + "_Create_InstanceMI nor " + name +
                             "_Create_AssociationMI");
     }
@@ -43,10 +43,10 @@ Provider::Provider(const std::string& file, const std::string& name, const Broke
 
 Provider::~Provider() {
     const RequestScope scope;
-    CMPIContext* context = makePooled<ContextObject>(ContextContent{});
-    constexpr CMPIBoolean kTerminating = 1;
-    if (instances_) instances_->ft->cleanup(instances_, context, kTerminating);
-    if (associations_) associations_->ft->cleanup(associations_, context, kTerminating);
+    CMPIContext* context = make_pooled<ContextObject>(ContextContent{});
+    constexpr CMPIBoolean TERMINATING = 1;
+    if (instances_ != nullptr) instances_->ft->cleanup(instances_, context, TERMINATING);
+    if (associations_ != nullptr) associations_->ft->cleanup(associations_, context, TERMINATING);
 }
 
 } // namespace cimserver

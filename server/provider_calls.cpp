@@ -10,7 +10,7 @@ namespace {
 class PropertyPointers {
   public:
     explicit PropertyPointers(const PropertyNames& names) {
-        if (names) pointers_ = pointersTo(*names);
+        if (names) pointers_ = pointers_to(*names);
     }
     const char** get() { return pointers_.empty() ? nullptr : pointers_.data(); }
 
@@ -18,7 +18,7 @@ class PropertyPointers {
     std::vector<const char*> pointers_;
 };
 
-const char* charsOrNull(const std::optional<std::string>& text) {
+const char* chars_or_null(const std::optional<std::string>& text) {
     return text ? text->c_str() : nullptr;
 }
 
@@ -29,15 +29,15 @@ Outcome call(Interface* interface, Operation operation, const CallContext& conte
              ResultSink& sink, Arguments... arguments) {
     if (!interface || !(interface->ft->*operation)) return Outcome::error(CMPI_RC_ERR_NOT_SUPPORTED);
 
-    CMPIContext* callContext = makePooled<ContextObject>(ContextContent{context.entries});
-    auto* result = makePooled<ResultObject>(ResultContent{});
+    CMPIContext* callContext = make_pooled<ContextObject>(ContextContent{context.entries});
+    auto* result = make_pooled<ResultObject>(ResultContent{});
     result->content().sink = &sink;
     const CMPIStatus answered =
-        (interface->ft->*operation)(interface, callContext, result, makePath(path), arguments...);
+        (interface->ft->*operation)(interface, callContext, result, make_path(path), arguments...);
 
     Outcome outcome;
     outcome.code = answered.rc;
-    outcome.message = textOf(answered.msg);
+    outcome.message = text_of(answered.msg);
     if (opened<ResultObject>(static_cast<CMPIResult*>(result))) {
         outcome.delivered = result->content().delivered;
         outcome.ignored = result->content().ignored;
@@ -48,51 +48,51 @@ Outcome call(Interface* interface, Operation operation, const CallContext& conte
 
 } // namespace
 
-Outcome ProviderCalls::enumerateInstanceNames(const CallContext& context, const ObjectPath& classPath,
-                                              ResultSink& sink) const {
+Outcome ProviderCalls::enumerate_instance_names(const CallContext& context, const ObjectPath& classPath,
+                                                ResultSink& sink) const {
     const RequestScope scope;
     return call(provider_.instances(), &CMPIInstanceMIFT::enumerateInstanceNames, context, classPath, sink);
 }
 
-Outcome ProviderCalls::enumerateInstances(const CallContext& context, const ObjectPath& classPath,
-                                          const PropertyNames& wanted, ResultSink& sink) const {
+Outcome ProviderCalls::enumerate_instances(const CallContext& context, const ObjectPath& classPath,
+                                           const PropertyNames& wanted, ResultSink& sink) const {
     const RequestScope scope;
     PropertyPointers properties(wanted);
     return call(provider_.instances(), &CMPIInstanceMIFT::enumerateInstances, context, classPath, sink,
                 properties.get());
 }
 
-Outcome ProviderCalls::getInstance(const CallContext& context, const ObjectPath& path,
-                                   const PropertyNames& wanted, ResultSink& sink) const {
+Outcome ProviderCalls::get_instance(const CallContext& context, const ObjectPath& path,
+                                    const PropertyNames& wanted, ResultSink& sink) const {
     const RequestScope scope;
     PropertyPointers properties(wanted);
     return call(provider_.instances(), &CMPIInstanceMIFT::getInstance, context, path, sink, properties.get());
 }
 
-Outcome ProviderCalls::createInstance(const CallContext& context, const Instance& instance,
-                                      ResultSink& sink) const {
+Outcome ProviderCalls::create_instance(const CallContext& context, const Instance& instance,
+                                       ResultSink& sink) const {
     const RequestScope scope;
     return call(provider_.instances(), &CMPIInstanceMIFT::createInstance, context, instance.path, sink,
-                makeInstance(instance));
+                make_instance(instance));
 }
 
-Outcome ProviderCalls::modifyInstance(const CallContext& context, const Instance& instance,
-                                      const PropertyNames& wanted, ResultSink& sink) const {
+Outcome ProviderCalls::modify_instance(const CallContext& context, const Instance& instance,
+                                       const PropertyNames& wanted, ResultSink& sink) const {
     const RequestScope scope;
     PropertyPointers properties(wanted);
     return call(provider_.instances(), &CMPIInstanceMIFT::modifyInstance, context, instance.path, sink,
-                makeInstance(instance), properties.get());
+                make_instance(instance), properties.get());
 }
 
-Outcome ProviderCalls::deleteInstance(const CallContext& context, const ObjectPath& path,
-                                      ResultSink& sink) const {
+Outcome ProviderCalls::delete_instance(const CallContext& context, const ObjectPath& path,
+                                       ResultSink& sink) const {
     const RequestScope scope;
     return call(provider_.instances(), &CMPIInstanceMIFT::deleteInstance, context, path, sink);
 }
 
-Outcome ProviderCalls::execQuery(const CallContext& context, const ObjectPath& classPath,
-                                 const std::string& language, const std::string& query,
-                                 ResultSink& sink) const {
+Outcome ProviderCalls::exec_query(const CallContext& context, const ObjectPath& classPath,
+                                  const std::string& language, const std::string& query,
+                                  ResultSink& sink) const {
     const RequestScope scope;
     return call(provider_.instances(), &CMPIInstanceMIFT::execQuery, context, classPath, sink, query.c_str(),
                 language.c_str());
@@ -104,16 +104,16 @@ Outcome ProviderCalls::associators(const CallContext& context, const ObjectPath&
     const RequestScope scope;
     PropertyPointers properties(wanted);
     return call(provider_.associations(), &CMPIAssociationMIFT::associators, context, source, sink,
-                charsOrNull(filter.associationClass), charsOrNull(filter.resultClass),
-                charsOrNull(filter.role), charsOrNull(filter.resultRole), properties.get());
+                chars_or_null(filter.associationClass), chars_or_null(filter.resultClass),
+                chars_or_null(filter.role), chars_or_null(filter.resultRole), properties.get());
 }
 
-Outcome ProviderCalls::associatorNames(const CallContext& context, const ObjectPath& source,
-                                       const AssociatorFilter& filter, ResultSink& sink) const {
+Outcome ProviderCalls::associator_names(const CallContext& context, const ObjectPath& source,
+                                        const AssociatorFilter& filter, ResultSink& sink) const {
     const RequestScope scope;
     return call(provider_.associations(), &CMPIAssociationMIFT::associatorNames, context, source, sink,
-                charsOrNull(filter.associationClass), charsOrNull(filter.resultClass),
-                charsOrNull(filter.role), charsOrNull(filter.resultRole));
+                chars_or_null(filter.associationClass), chars_or_null(filter.resultClass),
+                chars_or_null(filter.role), chars_or_null(filter.resultRole));
 }
 
 Outcome ProviderCalls::references(const CallContext& context, const ObjectPath& source,
@@ -122,14 +122,14 @@ Outcome ProviderCalls::references(const CallContext& context, const ObjectPath& 
     const RequestScope scope;
     PropertyPointers properties(wanted);
     return call(provider_.associations(), &CMPIAssociationMIFT::references, context, source, sink,
-                charsOrNull(filter.associationClass), charsOrNull(filter.role), properties.get());
+                chars_or_null(filter.associationClass), chars_or_null(filter.role), properties.get());
 }
 
-Outcome ProviderCalls::referenceNames(const CallContext& context, const ObjectPath& source,
-                                      const ReferenceFilter& filter, ResultSink& sink) const {
+Outcome ProviderCalls::reference_names(const CallContext& context, const ObjectPath& source,
+                                       const ReferenceFilter& filter, ResultSink& sink) const {
     const RequestScope scope;
     return call(provider_.associations(), &CMPIAssociationMIFT::referenceNames, context, source, sink,
-                charsOrNull(filter.associationClass), charsOrNull(filter.role));
+                chars_or_null(filter.associationClass), chars_or_null(filter.role));
 }
 
 } // namespace cimserver

@@ -8,8 +8,8 @@
 namespace cimserver {
 
 // CIM names (classes, properties, keys, parameters, namespaces) compare without case, in ASCII only.
-bool sameName(std::string_view a, std::string_view b);
-std::string lowerCased(std::string_view name);
+bool same_name(std::string_view a, std::string_view b);
+std::string lower_cased(std::string_view name);
 std::string_view trimmed(std::string_view text);
 
 // One decoded character of a UTF-8 text. `valid` is false for a malformed sequence, which then takes the
@@ -19,13 +19,13 @@ struct DecodedChar {
     std::size_t length;
     bool valid;
 };
-DecodedChar decodeUtf8(std::string_view text, std::size_t at);
-void appendUtf8(std::string& out, char32_t code);
+DecodedChar decode_utf8(std::string_view text, std::size_t at);
+void append_utf8(std::string& out, char32_t code);
 
 // True for the characters that an XML 1.0 document can hold.
-bool isXmlChar(char32_t code);
+bool is_xml_char(char32_t code);
 // True when every byte of the text belongs to a well-formed UTF-8 sequence of an XML character.
-bool isXmlText(std::string_view text);
+bool is_xml_text(std::string_view text);
 
 } // namespace cimserver
 

@@ -16,27 +16,27 @@ class Distinct : public ResultSink {
     explicit Distinct(ResultSink& next) : next_(next) {}
 
     void deliver(const ObjectPath& path) override {
-        if (isNew(path)) next_.deliver(path);
+        if (is_new(path)) next_.deliver(path);
     }
 
     // An instance is known by its name; one that has none by everything it says.
     void deliver(const Instance& instance) override {
-        const ObjectPath name = namedPath(instance);
-        if (name.keys.empty() ? isNew(instance) : isNew(name)) next_.deliver(instance);
+        const ObjectPath name = named_path(instance);
+        if (name.keys.empty() ? is_new(instance) : is_new(name)) next_.deliver(instance);
     }
 
   private:
-    bool isNew(const ObjectPath& path) {
-        const auto same = [&path](const ObjectPath& seen) { return isSamePath(seen, path); };
+    bool is_new(const ObjectPath& path) {
+        const auto same = [&path](const ObjectPath& seen) { return is_same_path(seen, path); };
         if (std::any_of(paths_.begin(), paths_.end(), same)) return false;
         paths_.push_back(path);
         return true;
     }
 
-    bool isNew(const Instance& instance) {
+    bool is_new(const Instance& instance) {
         const auto same = [&instance](const Instance& seen) {
-            return isSamePath(seen.path, instance.path) &&
-                   sameProperties(seen.properties, instance.properties);
+            return is_same_path(seen.path, instance.path) &&
+                   same_properties(seen.properties, instance.properties);
         };
         if (std::any_of(nameless_.begin(), nameless_.end(), same)) return false;
         nameless_.push_back(instance);
@@ -57,7 +57,7 @@ class Passing : public ResultSink {
         if (test_(path)) next_.deliver(path);
     }
     void deliver(const Instance& instance) override {
-        if (test_(namedPath(instance))) next_.deliver(instance);
+        if (test_(named_path(instance))) next_.deliver(instance);
     }
 
   private:
@@ -65,10 +65,10 @@ class Passing : public ResultSink {
     Test test_;
 };
 
-bool refersTo(const NamedValue& key, const std::optional<std::string>& role, const ObjectPath& object) {
-    if (role && !sameName(key.name, *role)) return false;
-    const ObjectPath* end = key.value.asReference();
-    return end && mayBeSameObject(*end, object);
+bool refers_to(const NamedValue& key, const std::optional<std::string>& role, const ObjectPath& object) {
+    if (role && !same_name(key.name, *role)) return false;
+    const ObjectPath* end = key.value.as_reference();
+    return (end != nullptr) && may_be_same_object(*end, object);
 }
 
 // Tells whether the source and a far end play the roles that a client asks for in one association class.
@@ -77,35 +77,35 @@ class Roles {
     Roles(const Traversal& traversal, const AssociatorFilter& filter)
         : traversal_(traversal), filter_(filter) {}
 
-    bool letPass(const ObjectPath& farEnd) {
-        const auto joins = [&](const ObjectPath& link) { return joinsInRoles(link, farEnd); };
-        const auto mentions = [&](const ObjectPath& link) { return joinsAtAll(link, farEnd); };
-        if (!sourceLinks_) sourceLinks_ = linksOf(traversal_.source);
+    bool let_pass(const ObjectPath& farEnd) {
+        const auto joins = [&](const ObjectPath& link) { return joins_in_roles(link, farEnd); };
+        const auto mentions = [&](const ObjectPath& link) { return joins_at_all(link, farEnd); };
+        if (!sourceLinks_) sourceLinks_ = links_of(traversal_.source);
         if (std::any_of(sourceLinks_->begin(), sourceLinks_->end(), joins)) return true;
         if (std::any_of(sourceLinks_->begin(), sourceLinks_->end(), mentions)) return false;
-        const std::vector<ObjectPath> farLinks = linksOf(farEnd);
+        const std::vector<ObjectPath> farLinks = links_of(farEnd);
         return std::any_of(farLinks.begin(), farLinks.end(), joins);
     }
 
   private:
     // The association objects of the class at one end, by their names, or else by the references they hold.
-    std::vector<ObjectPath> linksOf(const ObjectPath& end) const {
+    std::vector<ObjectPath> links_of(const ObjectPath& end) const {
         const ReferenceFilter reference{filter_.associationClass, std::nullopt};
         Collector found;
-        traversal_.provider.referenceNames(traversal_.context, end, reference, found);
+        traversal_.provider.reference_names(traversal_.context, end, reference, found);
         if (!found.paths.empty()) return found.paths;
         traversal_.provider.references(traversal_.context, end, reference, std::nullopt, found);
         for (const Instance& instance : found.instances) {
-            found.paths.push_back(namedPath(instance));
+            found.paths.push_back(named_path(instance));
         }
         return found.paths;
     }
 
-    bool joinsInRoles(const ObjectPath& link, const ObjectPath& farEnd) const {
+    bool joins_in_roles(const ObjectPath& link, const ObjectPath& farEnd) const {
         return joins(link, filter_.role, farEnd, filter_.resultRole);
     }
 
-    bool joinsAtAll(const ObjectPath& link, const ObjectPath& farEnd) const {
+    bool joins_at_all(const ObjectPath& link, const ObjectPath& farEnd) const {
         return joins(link, std::nullopt, farEnd, std::nullopt);
     }
 
@@ -113,9 +113,9 @@ class Roles {
                const std::optional<std::string>& resultRole) const {
         const auto& keys = link.keys.all();
         return std::any_of(keys.begin(), keys.end(), [&](const NamedValue& near) {
-            return refersTo(near, role, traversal_.source) &&
+            return refers_to(near, role, traversal_.source) &&
                    std::any_of(keys.begin(), keys.end(), [&](const NamedValue& far) {
-                       return &far != &near && refersTo(far, resultRole, farEnd);
+                       return &far != &near && refers_to(far, resultRole, farEnd);
                    });
         });
     }
@@ -127,8 +127,8 @@ class Roles {
 
 // The association classes to ask the provider for. It is asked with none at all only where no table tells
 // which ones there are.
-std::vector<std::optional<std::string>> classesToAsk(const Traversal& traversal,
-                                                     const std::optional<std::string>& named) {
+std::vector<std::optional<std::string>> classes_to_ask(const Traversal& traversal,
+                                                       const std::optional<std::string>& named) {
     if (named || traversal.associations.empty()) return {named};
     std::vector<std::optional<std::string>> classes;
     for (std::string& association : traversal.associations.from(traversal.source.className)) {
@@ -139,9 +139,9 @@ std::vector<std::optional<std::string>> classesToAsk(const Traversal& traversal,
 
 // Asks for each class in turn. The first error ends it: part of an answer would look like all of it.
 template <typename Filter, typename AskOne>
-Outcome askForEach(const Traversal& traversal, const Filter& filter, AskOne askOne) {
+Outcome ask_for_each(const Traversal& traversal, const Filter& filter, AskOne askOne) {
     Outcome total;
-    for (const auto& association : classesToAsk(traversal, filter.associationClass)) {
+    for (const auto& association : classes_to_ask(traversal, filter.associationClass)) {
         Filter one = filter;
         one.associationClass = association;
         Outcome outcome = askOne(one);
@@ -155,14 +155,14 @@ Outcome askForEach(const Traversal& traversal, const Filter& filter, AskOne askO
 
 // The provider is called again to learn the roles, so its results have to wait until its operation has
 // returned.
-Outcome askWithRoles(const Traversal& traversal, const AssociatorFilter& filter,
-                     const std::function<Outcome(const AssociatorFilter&, ResultSink&)>& ask,
-                     ResultSink& sink) {
+Outcome ask_with_roles(const Traversal& traversal, const AssociatorFilter& filter,
+                       const std::function<Outcome(const AssociatorFilter&, ResultSink&)>& ask,
+                       ResultSink& sink) {
     Collector waiting;
     Outcome outcome = ask(filter, waiting);
     if (!outcome.ok()) return outcome;
     Roles roles(traversal, filter);
-    Passing passing(sink, [&roles](const ObjectPath& path) { return roles.letPass(path); });
+    Passing passing(sink, [&roles](const ObjectPath& path) { return roles.let_pass(path); });
     for (const ObjectPath& path : waiting.paths) {
         passing.deliver(path);
     }
@@ -179,10 +179,10 @@ Outcome traverse(const Traversal& traversal, const AssociatorFilter& filter,
     Distinct distinct(sink);
     ResultSink& merged = filter.associationClass ? sink : distinct;
     Passing ofClass(merged, [&filter](const ObjectPath& path) {
-        return !filter.resultClass || sameName(path.className, *filter.resultClass);
+        return !filter.resultClass || same_name(path.className, *filter.resultClass);
     });
-    return askForEach(traversal, filter, [&](const AssociatorFilter& one) {
-        return one.role || one.resultRole ? askWithRoles(traversal, one, ask, ofClass) : ask(one, ofClass);
+    return ask_for_each(traversal, filter, [&](const AssociatorFilter& one) {
+        return one.role || one.resultRole ? ask_with_roles(traversal, one, ask, ofClass) : ask(one, ofClass);
     });
 }
 
@@ -193,10 +193,10 @@ Outcome traverse(const Traversal& traversal, const ReferenceFilter& filter,
     Passing inRole(merged, [&](const ObjectPath& association) {
         const auto& ends = association.keys.all();
         return !filter.role || std::any_of(ends.begin(), ends.end(), [&](const NamedValue& end) {
-            return refersTo(end, filter.role, traversal.source);
+            return refers_to(end, filter.role, traversal.source);
         });
     });
-    return askForEach(traversal, filter, [&](const ReferenceFilter& one) { return ask(one, inRole); });
+    return ask_for_each(traversal, filter, [&](const ReferenceFilter& one) { return ask(one, inRole); });
 }
 
 } // namespace cimserver

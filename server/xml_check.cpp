@@ -21,11 +21,11 @@ class Scanner {
     explicit Scanner(std::string_view document) : rest_(document) {}
 
     void run() {
-        constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-        if (rest_.starts_with(kByteOrderMark)) rest_.remove_prefix(kByteOrderMark.size());
-        if (!isXmlText(rest_)) throw IllFormed{"a character that XML does not have, or no UTF-8"};
+        constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+        if (rest_.starts_with(BYTE_ORDER_MARK)) rest_.remove_prefix(BYTE_ORDER_MARK.size());
+        if (!is_xml_text(rest_)) throw IllFormed{"a character that XML does not have, or no UTF-8"};
         while (!rest_.empty()) {
-            text(takeUntil("<", false));
+            text(take_until("<", false));
             if (!rest_.empty()) markup();
         }
         if (depth_ != 0 || roots_ != 1) throw IllFormed{"not exactly one document element"};
@@ -33,7 +33,7 @@ class Scanner {
 
   private:
     // Takes what stands before the mark; the mark itself stays when it only may come.
-    std::string_view takeUntil(std::string_view mark, bool mustCome = true) {
+    std::string_view take_until(std::string_view mark, bool mustCome = true) {
         const std::size_t at = rest_.find(mark);
         if (at == std::string_view::npos && mustCome) throw IllFormed{"markup without an end"};
         const std::string_view taken = rest_.substr(0, at);
@@ -55,29 +55,29 @@ class Scanner {
 
     void markup() {
         if (take("<!--")) {
-            takeUntil("-->");
+            take_until("-->");
         } else if (take("<![CDATA[")) {
             if (depth_ == 0) throw IllFormed{"text outside the document element"};
-            takeUntil("]]>");
+            take_until("]]>");
         } else if (take("<?")) {
-            takeUntil("?>");
+            take_until("?>");
         } else if (take("<!DOCTYPE")) {
             if (depth_ != 0 || roots_ != 0) throw IllFormed{"a misplaced document type"};
-            if (takeUntil(">").find('[') != std::string_view::npos)
+            if (take_until(">").find('[') != std::string_view::npos)
                 throw IllFormed{"declarations of its own"};
         } else if (take("</")) {
-            takeUntil(">");
+            take_until(">");
             if (depth_ == 0) throw IllFormed{"an end tag without a start tag"};
             --depth_;
         } else {
             take("<");
-            startTag();
+            start_tag();
         }
     }
 
-    void startTag() {
+    void start_tag() {
         if (depth_ == 0 && roots_++ != 0) throw IllFormed{"a second document element"};
-        if (++depth_ > kDeepestNesting) throw IllFormed{"elements nested too deeply"};
+        if (++depth_ > DEEPEST_NESTING) throw IllFormed{"elements nested too deeply"};
         std::vector<std::string_view> attributes;
         for (;;) {
             const std::size_t at = rest_.find_first_of("\"'<>");
@@ -90,7 +90,7 @@ class Scanner {
                 return;
             }
             attribute(before, attributes);
-            const std::string_view value = takeUntil(std::string_view(&mark, 1));
+            const std::string_view value = take_until(std::string_view(&mark, 1));
             if (value.find('<') != std::string_view::npos) throw IllFormed{"< in an attribute"};
             entities(value);
         }
@@ -111,24 +111,24 @@ class Scanner {
         for (std::size_t at = characters.find('&'); at != std::string_view::npos;
              at = characters.find('&', at)) {
             const std::size_t end = characters.find(';', at);
-            if (end == std::string_view::npos || !isEntity(characters.substr(at + 1, end - at - 1))) {
+            if (end == std::string_view::npos || !is_entity(characters.substr(at + 1, end - at - 1))) {
                 throw IllFormed{"an undefined entity"};
             }
             at = end;
         }
     }
 
-    static bool isEntity(std::string_view name) {
-        constexpr std::array<std::string_view, 5> kPredefined = {"amp", "lt", "gt", "quot", "apos"};
+    static bool is_entity(std::string_view name) {
+        constexpr std::array<std::string_view, 5> PREDEFINED = {"amp", "lt", "gt", "quot", "apos"};
         if (!name.starts_with('#')) {
-            return std::find(kPredefined.begin(), kPredefined.end(), name) != kPredefined.end();
+            return std::find(PREDEFINED.begin(), PREDEFINED.end(), name) != PREDEFINED.end();
         }
         name.remove_prefix(1);
         const int base = name.starts_with('x') ? 16 : 10;
         if (base == 16) name.remove_prefix(1);
         std::uint32_t code = 0;
         const auto read = std::from_chars(name.data(), name.data() + name.size(), code, base);
-        return read.ec == std::errc() && read.ptr == name.data() + name.size() && isXmlChar(code);
+        return read.ec == std::errc() && read.ptr == name.data() + name.size() && is_xml_char(code);
     }
 
     std::string_view rest_;
@@ -138,7 +138,7 @@ class Scanner {
 
 } // namespace
 
-std::optional<std::string> findIllFormed(std::string_view document) {
+std::optional<std::string> find_ill_formed(std::string_view document) {
     try {
         Scanner(document).run();
         return std::nullopt;

@@ -12,10 +12,10 @@
 namespace cimserver {
 
 // What is wrong with the document, or nothing.
-std::optional<std::string> findIllFormed(std::string_view document);
+std::optional<std::string> find_ill_formed(std::string_view document);
 
 // Elements nested deeper than this are refused, too: no CIM-XML message needs it, and readers recurse.
-constexpr unsigned kDeepestNesting = 200;
+constexpr unsigned DEEPEST_NESTING = 200;
 
 } // namespace cimserver
 

@@ -35,10 +35,10 @@ void XmlWriter::element(std::string_view element, std::string_view characters, A
 }
 
 void XmlWriter::escaped(std::string_view characters, bool inAttribute) {
-    constexpr char32_t kReplacement = 0xFFFD;
+    constexpr char32_t REPLACEMENT = 0xFFFD;
     for (std::size_t at = 0; at < characters.size();) {
-        const DecodedChar next = decodeUtf8(characters, at);
-        switch (next.valid ? next.code : kReplacement) {
+        const DecodedChar next = decode_utf8(characters, at);
+        switch (next.valid ? next.code : REPLACEMENT) {
             case '&':
                 out_ += "&amp;";
                 break;
@@ -61,10 +61,10 @@ void XmlWriter::escaped(std::string_view characters, bool inAttribute) {
                 out_ += inAttribute ? "&#9;" : "\t";
                 break;
             default:
-                if (next.valid && isXmlChar(next.code)) {
+                if (next.valid && is_xml_char(next.code)) {
                     out_ += characters.substr(at, next.length);
                 } else {
-                    appendUtf8(out_, kReplacement);
+                    append_utf8(out_, REPLACEMENT);
                 }
         }
         at += next.length;

@@ -21,7 +21,7 @@ using InstanceBuilder = CMPIInstance*(const CMPIObjectPath*, const CMPIObjectPat
 using PathBuilder = CMPIObjectPath*(const CMPIObjectPath*, const CMPIObjectPath*, const CMPIBroker*);
 
 // The two builders that take no broker use the one of the latest factory call.
-enum class BrokerFrom { argument, factory };
+enum class BrokerFrom { Argument, Factory };
 
 struct Family {
     const char* name;
@@ -34,30 +34,30 @@ struct Family {
 };
 
 // clang-format off
-const std::vector<Family> families{
+const std::vector<Family> FAMILIES{
     {"realize",
      [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return realize_build_instance(CLASS, NAMESPACE, a, b, broker); },
-     BrokerFrom::argument,
+     BrokerFrom::Argument,
      [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return realize_fill_reference(CLASS, NAMESPACE, a, b, broker); },
      "Antecedent", "Dependent", false, false},
     {"managed_setting",
      [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker*) { return managed_setting_build_instance(CLASS, NAMESPACE, a, b); },
-     BrokerFrom::factory,
+     BrokerFrom::Factory,
      [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return managed_setting_fill_reference(CLASS, NAMESPACE, a, b, broker); },
      "ManagedElement", "SettingData", true, false},
     {"managed_stats",
      [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return managed_stats_build_instance(CLASS, NAMESPACE, a, b, broker); },
-     BrokerFrom::argument,
+     BrokerFrom::Argument,
      [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return managed_stats_fill_reference(CLASS, NAMESPACE, a, b, broker); },
      "ManagedElement", "Stats", false, true},
     {"group_part",
      [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker*) { return group_part_build_instance(CLASS, NAMESPACE, a, b); },
-     BrokerFrom::factory,
+     BrokerFrom::Factory,
      [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return group_part_fill_reference(CLASS, NAMESPACE, a, b, broker); },
      "GroupComponent", "PartComponent", false, false},
     {"hba_si",
      [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return hba_si_build_instance(CLASS, NAMESPACE, a, b, broker); },
-     BrokerFrom::argument, nullptr, "System", "InstalledSoftware", false, false},
+     BrokerFrom::Argument, nullptr, "System", "InstalledSoftware", false, false},
 };
 // clang-format on
 
@@ -78,7 +78,7 @@ class AssociationBuilder : public AssociationTest, public testing::WithParamInte
 
     const Family& family() const { return GetParam(); }
     // The broker that makes the instance: a second one, where the builder takes it as an argument.
-    RecordingBroker& instance_broker() { return family().broker == BrokerFrom::argument ? other : broker; }
+    RecordingBroker& instance_broker() { return family().broker == BrokerFrom::Argument ? other : broker; }
 
     RecordedInstance instance(const CMPIObjectPath* a, const CMPIObjectPath* b) {
         RecordedInstance made;
@@ -136,18 +136,18 @@ TEST_P(AssociationBuilder, MakesAnInstanceOfTwoReferencesInOrder) {
 }
 
 TEST_P(AssociationBuilder, InstanceWithoutAPathIsNull) {
-    for (const Failure how : {Failure::null, Failure::without_handle}) {
-        instance_broker().fail_every(Make::object_path, how);
-        EXPECT_EQ(instance(first, second).kind(), Object::null);
+    for (const Failure how : {Failure::Null, Failure::WithoutHandle}) {
+        instance_broker().fail_every(Make::ObjectPath, how);
+        EXPECT_EQ(instance(first, second).kind(), Object::Null);
         EXPECT_EQ(output, family().tracesNullPath ? "path : NULL\n" : "");
         EXPECT_EQ(instance_broker().call_texts("newInstance").size(), 0U);
     }
 }
 
 TEST_P(AssociationBuilder, InstanceThatTheBrokerCannotMakeIsNull) {
-    for (const Failure how : {Failure::null, Failure::without_handle}) {
-        instance_broker().fail_every(Make::instance, how);
-        EXPECT_EQ(instance(first, second).kind(), Object::null);
+    for (const Failure how : {Failure::Null, Failure::WithoutHandle}) {
+        instance_broker().fail_every(Make::Instance, how);
+        EXPECT_EQ(instance(first, second).kind(), Object::Null);
         EXPECT_EQ(output, "");
     }
 }
@@ -155,7 +155,7 @@ TEST_P(AssociationBuilder, InstanceThatTheBrokerCannotMakeIsNull) {
 TEST_P(AssociationBuilder, InstanceWithoutItsFirstReferenceIsNullAndTracesSwop) {
     for (const CMPIObjectPath* missing :
          {static_cast<const CMPIObjectPath*>(nullptr), static_cast<const CMPIObjectPath*>(&withoutHandle)}) {
-        EXPECT_EQ(instance(missing, second).kind(), Object::null);
+        EXPECT_EQ(instance(missing, second).kind(), Object::Null);
         EXPECT_EQ(output, "swop : NULL\n");
         EXPECT_EQ(instance_broker().call_texts("setProperty").size(), 0U);
     }
@@ -166,32 +166,32 @@ TEST_P(AssociationBuilder, InstanceWithoutItsFirstReferenceIsNullAndTracesSwop) 
 TEST_P(AssociationBuilder, InstanceWithoutItsSecondReferenceIsNullAndTracesPeop) {
     for (const CMPIObjectPath* missing :
          {static_cast<const CMPIObjectPath*>(nullptr), static_cast<const CMPIObjectPath*>(&withoutHandle)}) {
-        EXPECT_EQ(instance(first, missing).kind(), Object::null);
+        EXPECT_EQ(instance(first, missing).kind(), Object::Null);
         EXPECT_EQ(output, "peop : NULL\n");
         EXPECT_EQ(instance_broker().call_texts("setProperty").size(), 0U);
     }
 }
 
 TEST_P(AssociationBuilder, InstanceTestsItsFirstReferenceFirst) {
-    EXPECT_EQ(instance(nullptr, nullptr).kind(), Object::null);
+    EXPECT_EQ(instance(nullptr, nullptr).kind(), Object::Null);
     EXPECT_EQ(output, "swop : NULL\n");
-    EXPECT_EQ(instance(&withoutHandle, nullptr).kind(), Object::null);
+    EXPECT_EQ(instance(&withoutHandle, nullptr).kind(), Object::Null);
     EXPECT_EQ(output, "swop : NULL\n");
 }
 
 TEST_P(AssociationBuilder, InstanceTestsThePathBeforeTheReferences) {
-    instance_broker().fail_every(Make::object_path, Failure::null);
-    EXPECT_EQ(instance(nullptr, nullptr).kind(), Object::null);
+    instance_broker().fail_every(Make::ObjectPath, Failure::Null);
+    EXPECT_EQ(instance(nullptr, nullptr).kind(), Object::Null);
     EXPECT_EQ(output, family().tracesNullPath ? "path : NULL\n" : "");
 }
 
 TEST_P(AssociationBuilder, InstanceIsMadeByTheRightBroker) {
     instance(first, second);
-    EXPECT_EQ(other.made(Make::instance), family().broker == BrokerFrom::argument ? 1U : 0U);
-    EXPECT_EQ(broker.made(Make::instance), family().broker == BrokerFrom::argument ? 0U : 1U);
+    EXPECT_EQ(other.made(Make::Instance), family().broker == BrokerFrom::Argument ? 1U : 0U);
+    EXPECT_EQ(broker.made(Make::Instance), family().broker == BrokerFrom::Argument ? 0U : 1U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Family, AssociationBuilder, testing::ValuesIn(families), FamilyName());
+INSTANTIATE_TEST_SUITE_P(Family, AssociationBuilder, testing::ValuesIn(FAMILIES), FamilyName());
 
 // ---- Paths. ----
 
@@ -204,13 +204,13 @@ TEST_P(AssociationPathBuilder, MakesAPathOfTwoReferencesInOrder) {
     std::vector<std::string> wanted{"newObjectPath", "setHostname", "addKey", "addKey"};
     if (family().flags) wanted.insert(wanted.end(), 2, "addKey");
     EXPECT_EQ(functions(other), wanted) << "and nothing is released";
-    EXPECT_EQ(broker.made(Make::object_path), 0U) << "paths are made by the broker that is handed in";
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0U) << "paths are made by the broker that is handed in";
 }
 
 TEST_P(AssociationPathBuilder, PathThatTheBrokerCannotMakeIsNullWithoutATrace) {
-    for (const Failure how : {Failure::null, Failure::without_handle}) {
-        other.fail_every(Make::object_path, how);
-        EXPECT_EQ(path(first, second).kind(), Object::null);
+    for (const Failure how : {Failure::Null, Failure::WithoutHandle}) {
+        other.fail_every(Make::ObjectPath, how);
+        EXPECT_EQ(path(first, second).kind(), Object::Null);
         EXPECT_EQ(output, "");
     }
 }
@@ -218,7 +218,7 @@ TEST_P(AssociationPathBuilder, PathThatTheBrokerCannotMakeIsNullWithoutATrace) {
 TEST_P(AssociationPathBuilder, PathWithoutItsFirstReferenceIsNullAndTracesSwop) {
     for (const CMPIObjectPath* missing :
          {static_cast<const CMPIObjectPath*>(nullptr), static_cast<const CMPIObjectPath*>(&withoutHandle)}) {
-        EXPECT_EQ(path(missing, second).kind(), Object::null);
+        EXPECT_EQ(path(missing, second).kind(), Object::Null);
         EXPECT_EQ(output, "swop : NULL\n");
         EXPECT_EQ(other.call_texts("addKey").size(), 0U);
     }
@@ -227,20 +227,20 @@ TEST_P(AssociationPathBuilder, PathWithoutItsFirstReferenceIsNullAndTracesSwop) 
 TEST_P(AssociationPathBuilder, PathWithoutItsSecondReferenceIsNullAndTracesPeop) {
     for (const CMPIObjectPath* missing :
          {static_cast<const CMPIObjectPath*>(nullptr), static_cast<const CMPIObjectPath*>(&withoutHandle)}) {
-        EXPECT_EQ(path(first, missing).kind(), Object::null);
+        EXPECT_EQ(path(first, missing).kind(), Object::Null);
         EXPECT_EQ(output, "peop : NULL\n");
         EXPECT_EQ(other.call_texts("addKey").size(), 0U);
     }
 }
 
 TEST_P(AssociationPathBuilder, PathTestsItsFirstReferenceFirst) {
-    EXPECT_EQ(path(nullptr, nullptr).kind(), Object::null);
+    EXPECT_EQ(path(nullptr, nullptr).kind(), Object::Null);
     EXPECT_EQ(output, "swop : NULL\n");
 }
 
 std::vector<Family> families_with_paths() {
     std::vector<Family> found;
-    std::copy_if(families.begin(), families.end(), std::back_inserter(found),
+    std::copy_if(FAMILIES.begin(), FAMILIES.end(), std::back_inserter(found),
                  [](const Family& family) { return family.path != nullptr; });
     return found;
 }

@@ -19,7 +19,7 @@ struct GetterRow {
     const char* className; // one that is routed to it
 };
 
-const std::vector<GetterRow> getters{
+const std::vector<GetterRow> GETTERS{
     {"get_ant_dep_instance", get_ant_dep_instance, "Antecedent", "Dependent", "KESTO_FCIPTCPEndpoint"},
     {"get_managed_setting_instance", get_managed_setting_instance, "ManagedElement", "SettingData",
      "KESTO_FCIPElementSettingData"},
@@ -130,7 +130,7 @@ TEST_P(AssociationGetter, ReturnsWhatThePlatformMakesEvenIfThatIsNull) {
     emulator::fail_always("association_class_build_instance_path");
     const Answer answer = get({{role1(), first}, {role2(), second}});
     ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(answer.instances[0].kind(), Object::null);
+    EXPECT_EQ(answer.instances[0].kind(), Object::Null);
     EXPECT_EQ(status, 0);
 }
 
@@ -152,7 +152,7 @@ TEST_P(AssociationGetter, CutsTheNamesOfKeysAt253Characters) {
 struct GetterName {
     std::string operator()(const testing::TestParamInfo<GetterRow>& info) const { return info.param.name; }
 };
-INSTANTIATE_TEST_SUITE_P(Each, AssociationGetter, testing::ValuesIn(getters), GetterName());
+INSTANTIATE_TEST_SUITE_P(Each, AssociationGetter, testing::ValuesIn(GETTERS), GetterName());
 
 // ---- Through get-instance. ----
 

@@ -75,7 +75,7 @@ inline std::string trace_of(const std::string& output, const std::string& functi
 
 // A key that names a tunnel when it is read in this mode. Every mode has one.
 inline const Probe& hit_of(int mode) {
-    return *std::find_if(probes.begin(), probes.end(),
+    return *std::find_if(PROBES.begin(), PROBES.end(),
                          [&](const Probe& probe) { return probe.tunnel[mode] != nullptr; });
 }
 
@@ -114,12 +114,12 @@ inline std::map<std::string, std::uint32_t> services_called(const test_support::
 }
 
 // The failures of the platform that a service which hands out rows can have.
-inline const std::vector<emulator::Effect> rowFailures{
-    emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row};
+inline const std::vector<emulator::Effect> ROW_FAILURES{emulator::Effect::Fail, emulator::Effect::FailWithRow,
+                                                        emulator::Effect::SucceedWithoutRow};
 
 // Those of a service whose success without a row means nothing.
-inline const std::vector<emulator::Effect> statusFailures{emulator::Effect::fail,
-                                                          emulator::Effect::fail_with_row};
+inline const std::vector<emulator::Effect> STATUS_FAILURES{emulator::Effect::Fail,
+                                                           emulator::Effect::FailWithRow};
 
 // Runs request() with each call of each service below it failing alone, in every way that the service can,
 // and hands each answer to check. Whatever happens, no service may be misused: the fixture looks at that.
@@ -128,7 +128,7 @@ void for_each_failing_call(Request request, Check check) {
     const std::map<std::string, std::uint32_t> services = services_called(request());
     ASSERT_FALSE(services.empty());
     for (const auto& [symbol, count] : services) {
-        for (const emulator::Effect effect : rowFailures) {
+        for (const emulator::Effect effect : ROW_FAILURES) {
             for (std::uint32_t nth = 1; nth <= count; ++nth) {
                 SCOPED_TRACE(symbol + " call " + std::to_string(nth) + " effect " +
                              std::to_string(static_cast<int>(effect)));

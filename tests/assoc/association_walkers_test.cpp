@@ -16,7 +16,7 @@ namespace {
 
 // Which end's path is made first: that of the local endpoint. Where both are local endpoints, or neither is,
 // the order is free.
-enum class MadeFirst { first, second, either };
+enum class MadeFirst { First, Second, Either };
 
 struct Reference {
     End end;
@@ -39,66 +39,67 @@ constexpr bool SWAPPED = true;
 constexpr bool SAME = false;
 
 // clang-format off
-const std::vector<WalkerRow> classes{
-    {"KESTO_SANFCIPEndpoint", Kind::realize, {End::remoteFcipPort, "KESTO_RemoteFCIPPort"},
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_SANIPEndpoint", Kind::realize, {End::remoteIpAccessPoint, "KESTO_RemoteIPPort"},
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_FCIPTCPEndpoint", Kind::realize, {End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"},
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::either},
-    {"KESTO_TCPIPEndpoint", Kind::realize, {End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"},
-     {End::ipEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::either},
-    {"KESTO_IPEthernetEndpoint", Kind::realize, {End::lanEndpoint, "KESTO_LANEndPoint"},
-     {End::ipEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_SwitchHostedFCIPAccessPoint", Kind::realize, {End::vsanSystem, "KESTO_LogicalComputerSystem"},
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_SwitchHostedIPAccessPoint", Kind::realize, {End::vsanSystem, "KESTO_LogicalComputerSystem"},
-     {End::ipEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_SwitchHostedTCPAccessPoint", Kind::realize, {End::vsanSystem, "KESTO_LogicalComputerSystem"},
-     {End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_FCIPElementSettingData", Kind::managedSetting, {End::fcipSettings, "KESTO_FCIPSettings"},
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_TCPElementSettingData", Kind::managedSetting, {End::ipEndpoint, "KESTO_TCPSettings"},
-     {End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_IPElementSettingData", Kind::managedSetting, {End::ipEndpoint, "KESTO_TCPSettings"},
-     {End::ipEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_FCIPPEBasedOn", Kind::groupPart, {End::profile, "KESTO_FCIPProfile"},
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::second},
-    {"KESTO_TCPEndPointStatisticalData", Kind::managedStats, {End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"},
-     {End::statistics, "KESTO_TCPEndPointStatistics"}, SWAPPED, MadeFirst::first},
-    {"KESTO_IPEndPointStatisticalData", Kind::managedStats, {End::ipEndpoint, "KESTO_IPProtocolEndPoint"},
-     {End::statistics, "KESTO_IPEndPointStatistics"}, SWAPPED, MadeFirst::first},
+const std::vector<WalkerRow> CLASSES{
+    {"KESTO_SANFCIPEndpoint", Kind::Realize, {End::RemoteFcipPort, "KESTO_RemoteFCIPPort"},
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_SANIPEndpoint", Kind::Realize, {End::RemoteIpAccessPoint, "KESTO_RemoteIPPort"},
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_FCIPTCPEndpoint", Kind::Realize, {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"},
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Either},
+    {"KESTO_TCPIPEndpoint", Kind::Realize, {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"},
+     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::Either},
+    {"KESTO_IPEthernetEndpoint", Kind::Realize, {End::LanEndpoint, "KESTO_LANEndPoint"},
+     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_SwitchHostedFCIPAccessPoint", Kind::Realize, {End::VsanSystem, "KESTO_LogicalComputerSystem"},
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_SwitchHostedIPAccessPoint", Kind::Realize, {End::VsanSystem, "KESTO_LogicalComputerSystem"},
+     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_SwitchHostedTCPAccessPoint", Kind::Realize, {End::VsanSystem, "KESTO_LogicalComputerSystem"},
+     {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_FCIPElementSettingData", Kind::ManagedSetting, {End::FcipSettings, "KESTO_FCIPSettings"},
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_TCPElementSettingData", Kind::ManagedSetting, {End::IpEndpoint, "KESTO_TCPSettings"},
+     {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_IPElementSettingData", Kind::ManagedSetting, {End::IpEndpoint, "KESTO_TCPSettings"},
+     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_FCIPPEBasedOn", Kind::GroupPart, {End::Profile, "KESTO_FCIPProfile"},
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
+    {"KESTO_TCPEndPointStatisticalData", Kind::ManagedStats, {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"},
+     {End::Statistics, "KESTO_TCPEndPointStatistics"}, SWAPPED, MadeFirst::First},
+    {"KESTO_IPEndPointStatisticalData", Kind::ManagedStats, {End::IpEndpoint, "KESTO_IPProtocolEndPoint"},
+     {End::Statistics, "KESTO_IPEndPointStatistics"}, SWAPPED, MadeFirst::First},
 };
 
 // Walked by the names only; its instances are the port walk's.
-const WalkerRow ethernetStatisticalData{
-    "KESTO_EthernetPortStatisticalData", Kind::managedStats, {End::statistics, "KESTO_EthernetPortStatistics"},
-    {End::ipEndpoint, "KESTO_EthernetPort"}, SAME, MadeFirst::either};
+const WalkerRow ETHERNET_STATISTICAL_DATA{
+    "KESTO_EthernetPortStatisticalData", Kind::ManagedStats, {End::Statistics, "KESTO_EthernetPortStatistics"},
+    {End::IpEndpoint, "KESTO_EthernetPort"}, SAME, MadeFirst::Either};
 // clang-format on
 
 std::vector<WalkerRow> classes_of_names() {
-    std::vector<WalkerRow> all = classes;
-    all.push_back(ethernetStatisticalData);
+    std::vector<WalkerRow> all = CLASSES;
+    all.push_back(ETHERNET_STATISTICAL_DATA);
     return all;
 }
 
 // In the order of the link table: by profile, then by link index.
-const std::vector<const Tunnel*> tableOrder{&byProfile, &byNumber, &byIfIndex, &byEthernet, &byAddress};
+const std::vector<const Tunnel*> TABLE_ORDER{&BY_PROFILE, &BY_NUMBER, &BY_IF_INDEX, &BY_ETHERNET,
+                                             &BY_ADDRESS};
 
 template <Form form>
 RecordedPath expected_association(const WalkerRow& row, const std::string& className, const Tunnel& tunnel) {
     const RecordedPath first = path(row.first.end, row.first.className, tunnel);
     const RecordedPath second = path(row.second.end, row.second.className, tunnel);
-    return form == Form::names && row.swappedInNames ? association(row.kind, className, second, first)
+    return form == Form::Names && row.swappedInNames ? association(row.kind, className, second, first)
                                                      : association(row.kind, className, first, second);
 }
 
 template <Form form>
 std::vector<RecordedPath> expected_associations(const WalkerRow& row, const std::string& className,
-                                                std::size_t count = tableOrder.size()) {
+                                                std::size_t count = TABLE_ORDER.size()) {
     std::vector<RecordedPath> all;
     for (std::size_t at = 0; at < count; ++at)
-        all.push_back(expected_association<form>(row, className, *tableOrder[at]));
+        all.push_back(expected_association<form>(row, className, *TABLE_ORDER[at]));
     return all;
 }
 
@@ -108,12 +109,12 @@ class Walker : public AssociationTest {
     using Paths = std::vector<RecordedPath>;
 
     static std::string function() {
-        return form == Form::names ? "get_all_binds_to_references" : "get_all_binds_to_instances";
+        return form == Form::Names ? "get_all_binds_to_references" : "get_all_binds_to_instances";
     }
     Answer all(const std::string& className) {
         return walk(
             [&](const CMPIResult* result) {
-                return form == Form::names
+                return form == Form::Names
                            ? get_all_binds_to_references(className.c_str(), result, NAMESPACE)
                            : get_all_binds_to_instances(className.c_str(), result, nullptr, NAMESPACE);
             },
@@ -143,14 +144,14 @@ class WalkerRowSuite : public Walker<form>, public testing::WithParamInterface<W
     using Base = Walker<form>;
     const WalkerRow& row() const { return this->GetParam(); }
     Answer all() { return Base::all(row().className); }
-    auto expected(std::size_t count = tableOrder.size()) {
+    auto expected(std::size_t count = TABLE_ORDER.size()) {
         return expected_associations<form>(row(), row().className, count);
     }
 
     void one_association_a_tunnel() {
         const Answer answer = all();
         EXPECT_EQ(associations_of(answer), expected());
-        EXPECT_EQ(form == Form::names ? answer.instances.size() : answer.paths.size(), 0U);
+        EXPECT_EQ(form == Form::Names ? answer.instances.size() : answer.paths.size(), 0U);
         EXPECT_EQ(this->status, 0);
         EXPECT_EQ(answer.doneCalls, 0U);
         EXPECT_EQ(Base::own_trace(answer).rfind(entering(Base::function()), 0), 0U);
@@ -165,10 +166,10 @@ class WalkerRowSuite : public Walker<form>, public testing::WithParamInterface<W
     void the_local_endpoint_is_made_first() {
         all();
         const std::vector<std::string> made = this->broker.call_texts("newObjectPath");
-        ASSERT_EQ(made.size(), 3 * tableOrder.size());
+        ASSERT_EQ(made.size(), 3 * TABLE_ORDER.size());
         const bool firstFirst =
-            row().madeFirst == MadeFirst::first ||
-            (row().madeFirst == MadeFirst::either && Base::class_of(made[0]) == row().first.className);
+            row().madeFirst == MadeFirst::First ||
+            (row().madeFirst == MadeFirst::Either && Base::class_of(made[0]) == row().first.className);
         for (std::size_t at = 0; at < made.size(); at += 3) {
             EXPECT_EQ(Base::class_of(made[at]), firstFirst ? row().first.className : row().second.className);
             EXPECT_EQ(Base::class_of(made[at + 1]),
@@ -180,13 +181,13 @@ class WalkerRowSuite : public Walker<form>, public testing::WithParamInterface<W
     // Each tunnel takes three paths: its two ends and the association.
     void a_path_that_the_broker_cannot_make() {
         const std::size_t failures =
-            this->for_each_broker_failure(Make::object_path, Failure::null, [&](std::size_t nth) {
+            this->for_each_broker_failure(Make::ObjectPath, Failure::Null, [&](std::size_t nth) {
                 const Answer answer = all();
                 if (!this->broker.fault_hit()) {
                     EXPECT_EQ(associations_of(answer), expected());
                 } else if (nth % 3 == 0) { // the association: its NULL is returned, and the walk goes on
                     auto wanted = expected();
-                    wanted[nth / 3 - 1] = RecordedPath::of(Object::null);
+                    wanted[nth / 3 - 1] = RecordedPath::of(Object::Null);
                     EXPECT_EQ(associations_of(answer), wanted);
                     EXPECT_EQ(this->status, 0);
                 } else { // an end: the walk stops
@@ -195,11 +196,11 @@ class WalkerRowSuite : public Walker<form>, public testing::WithParamInterface<W
                     EXPECT_EQ(Base::own_trace(answer).find("Exiting"), std::string::npos);
                 }
             });
-        EXPECT_EQ(failures, 3 * tableOrder.size());
+        EXPECT_EQ(failures, 3 * TABLE_ORDER.size());
     }
 
     void stops_at_the_first_tunnel_without_its_profile() {
-        emulator::remove_entity(byIfIndex.entity);
+        emulator::remove_entity(BY_IF_INDEX.entity);
         const Answer answer = all();
         EXPECT_EQ(associations_of(answer), expected(2));
         EXPECT_EQ(this->status, -1);
@@ -208,7 +209,7 @@ class WalkerRowSuite : public Walker<form>, public testing::WithParamInterface<W
     }
 
     void the_end_of_the_table_ends_the_walk() {
-        for (const Effect effect : rowFailures) {
+        for (const Effect effect : ROW_FAILURES) {
             SCOPED_TRACE("effect " + std::to_string(static_cast<int>(effect)));
             emulator::clear_faults();
             emulator::Fault third = fault("fcip_get_link_entry", effect, "op=2");
@@ -236,7 +237,7 @@ struct WalkerRowName {
     }
 };
 
-class AssociationInstances : public WalkerRowSuite<Form::instances> {};
+class AssociationInstances : public WalkerRowSuite<Form::Instances> {};
 TEST_P(AssociationInstances, AreOneATunnelInTableOrder) {
     one_association_a_tunnel();
 }
@@ -259,17 +260,17 @@ TEST_P(AssociationInstances, WithoutTunnelsAreNone) {
     without_tunnels_nothing_but_the_trace();
 }
 TEST_P(AssociationInstances, AreReturnedAsNullWhenTheBrokerCannotMakeThem) {
-    for_each_broker_failure(Make::instance, Failure::null, [&](std::size_t nth) {
+    for_each_broker_failure(Make::Instance, Failure::Null, [&](std::size_t nth) {
         const Answer answer = all();
         auto wanted = expected();
-        if (broker.fault_hit()) wanted[nth - 1] = RecordedPath::of(Object::null);
+        if (broker.fault_hit()) wanted[nth - 1] = RecordedPath::of(Object::Null);
         EXPECT_EQ(associations_of(answer), wanted);
         EXPECT_EQ(status, 0);
     });
 }
-INSTANTIATE_TEST_SUITE_P(Of, AssociationInstances, testing::ValuesIn(classes), WalkerRowName());
+INSTANTIATE_TEST_SUITE_P(Of, AssociationInstances, testing::ValuesIn(CLASSES), WalkerRowName());
 
-class AssociationNames : public WalkerRowSuite<Form::names> {};
+class AssociationNames : public WalkerRowSuite<Form::Names> {};
 TEST_P(AssociationNames, AreOneATunnelInTableOrder) {
     one_association_a_tunnel();
 }
@@ -295,8 +296,8 @@ INSTANTIATE_TEST_SUITE_P(Of, AssociationNames, testing::ValuesIn(classes_of_name
 
 // ---- What is particular. ----
 
-class InstanceWalker : public Walker<Form::instances> {};
-class NameWalker : public Walker<Form::names> {};
+class InstanceWalker : public Walker<Form::Instances> {};
+class NameWalker : public Walker<Form::Names> {};
 
 // The profile above stands in for any end; these are the ends that can be missing on their own.
 template <typename Walk>
@@ -307,11 +308,11 @@ void expect_stop_after_two(Walk all, const char* className) {
 }
 
 TEST_F(InstanceWalker, StopsAtATunnelWhoseOtherEndIsMissing) {
-    emulator::remove_port(byIfIndex.ethernet);
+    emulator::remove_port(BY_IF_INDEX.ethernet);
     expect_stop_after_two([&](const char* name) { return all(name); }, "KESTO_IPEthernetEndpoint");
     EXPECT_EQ(status, -1);
 
-    FcipLinkEntry withoutPort = link_row(byIfIndex);
+    FcipLinkEntry withoutPort = link_row(BY_IF_INDEX);
     withoutPort.kfmFcipLinkExtEthIfIndex = 0;
     emulator::add_link(withoutPort);
     for (const char* className : {"KESTO_TCPEndPointStatisticalData", "KESTO_IPEndPointStatisticalData"}) {
@@ -328,11 +329,11 @@ TEST_F(InstanceWalker, StopsAtATunnelWhoseOtherEndIsMissing) {
 }
 
 TEST_F(NameWalker, StopsAtATunnelWhoseOtherEndIsMissing) {
-    emulator::remove_port(byIfIndex.ethernet);
+    emulator::remove_port(BY_IF_INDEX.ethernet);
     expect_stop_after_two([&](const char* name) { return all(name); }, "KESTO_IPEthernetEndpoint");
     EXPECT_EQ(status, -1);
 
-    FcipLinkEntry withoutPort = link_row(byIfIndex);
+    FcipLinkEntry withoutPort = link_row(BY_IF_INDEX);
     withoutPort.kfmFcipLinkExtEthIfIndex = 0;
     emulator::add_link(withoutPort);
     for (const char* className : {"KESTO_TCPEndPointStatisticalData", "KESTO_IPEndPointStatisticalData",
@@ -350,14 +351,14 @@ TEST_F(NameWalker, StopsAtATunnelWhoseOtherEndIsMissing) {
 }
 
 TEST_F(InstanceWalker, MakesBothEndsBeforeItTestsEither) {
-    emulator::add_fault(fault("fcip_get_entity_entry", Effect::fail)); // no endpoint path can be made
+    emulator::add_fault(fault("fcip_get_entity_entry", Effect::Fail)); // no endpoint path can be made
     all("KESTO_SwitchHostedFCIPAccessPoint");
     EXPECT_EQ(emulator::count("switch_fill_reference_str"), 1U);
     EXPECT_EQ(status, -1);
 }
 
 TEST_F(NameWalker, MakesBothEndsBeforeItTestsEither) {
-    emulator::add_fault(fault("fcip_get_entity_entry", Effect::fail));
+    emulator::add_fault(fault("fcip_get_entity_entry", Effect::Fail));
     all("KESTO_SwitchHostedFCIPAccessPoint");
     EXPECT_EQ(emulator::count("switch_fill_reference_str"), 1U);
     EXPECT_EQ(status, -1);
@@ -367,24 +368,24 @@ TEST_F(NameWalker, SwapsTheRolesOfStatisticsAgainstTheInstances) {
     const Answer ip = all("KESTO_IPEndPointStatisticalData");
     ASSERT_EQ(ip.paths.size(), 5U);
     EXPECT_EQ(ip.paths[0].key("ManagedElement"),
-              test_support::Value(path(End::statistics, "KESTO_IPEndPointStatistics", byProfile)));
+              test_support::Value(path(End::Statistics, "KESTO_IPEndPointStatistics", BY_PROFILE)));
     EXPECT_EQ(ip.paths[0].key("Stats"),
-              test_support::Value(path(End::ipEndpoint, "KESTO_IPProtocolEndPoint", byProfile)));
+              test_support::Value(path(End::IpEndpoint, "KESTO_IPProtocolEndPoint", BY_PROFILE)));
     const Answer tcp = all("KESTO_TCPEndPointStatisticalData");
     ASSERT_EQ(tcp.paths.size(), 5U);
     EXPECT_EQ(tcp.paths[0].key("ManagedElement"),
-              test_support::Value(path(End::statistics, "KESTO_TCPEndPointStatistics", byProfile)));
+              test_support::Value(path(End::Statistics, "KESTO_TCPEndPointStatistics", BY_PROFILE)));
     EXPECT_EQ(tcp.paths[0].key("Stats"),
-              test_support::Value(path(End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint", byProfile)));
+              test_support::Value(path(End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint", BY_PROFILE)));
 }
 
 TEST_F(InstanceWalker, HasTheEndpointAsTheManagedElementOfStatistics) {
     const Answer ip = all("KESTO_IPEndPointStatisticalData");
     ASSERT_EQ(ip.instances.size(), 5U);
     EXPECT_EQ(ip.instances[0].value("ManagedElement"),
-              test_support::Value(path(End::ipEndpoint, "KESTO_IPProtocolEndPoint", byProfile)));
+              test_support::Value(path(End::IpEndpoint, "KESTO_IPProtocolEndPoint", BY_PROFILE)));
     EXPECT_EQ(ip.instances[0].value("Stats"),
-              test_support::Value(path(End::statistics, "KESTO_IPEndPointStatistics", byProfile)));
+              test_support::Value(path(End::Statistics, "KESTO_IPEndPointStatistics", BY_PROFILE)));
 }
 
 TEST_F(NameWalker, CarriesTheTwoFlagsOfSettingAssociationsAsKeys) {
@@ -403,24 +404,24 @@ TEST_F(InstanceWalker, IpSettingsAssociationPointsToTheTcpSettingsPath) {
     const Answer answer = all("KESTO_IPElementSettingData");
     ASSERT_EQ(answer.instances.size(), 5U);
     EXPECT_EQ(answer.instances[0].value("ManagedElement"),
-              test_support::Value(path(End::ipEndpoint, "KESTO_TCPSettings", byProfile)));
+              test_support::Value(path(End::IpEndpoint, "KESTO_TCPSettings", BY_PROFILE)));
 }
 
 TEST_F(InstanceWalker, HasTheTcpEndpointAsTheAntecedentOfTheIpEndpoint) {
     const Answer answer = all("KESTO_TCPIPEndpoint");
     ASSERT_EQ(answer.instances.size(), 5U);
     EXPECT_EQ(answer.instances[0].value("Antecedent"),
-              test_support::Value(path(End::tcpEndpoint, "KESTO_TCPProtocolEndPoint", byProfile)));
+              test_support::Value(path(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_PROFILE)));
 }
 
 // ---- The class that produces nothing, the classes that are not walked. ----
 
-const std::vector<std::string> fiveIpEndpoints(5, "newObjectPath root/kesto KESTO_IPProtocolEndPoint");
+const std::vector<std::string> FIVE_IP_ENDPOINTS(5, "newObjectPath root/kesto KESTO_IPProtocolEndPoint");
 
 TEST_F(InstanceWalker, MakesAnIpEndpointPathForEachRemoteTcpAssociationAndDropsIt) {
     const Answer answer = all("KESTO_SANTCPEndpoint");
     EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(broker.call_texts("newObjectPath"), fiveIpEndpoints);
+    EXPECT_EQ(broker.call_texts("newObjectPath"), FIVE_IP_ENDPOINTS);
     EXPECT_EQ(own_trace(answer), whole_trace());
     EXPECT_EQ(status, 0);
 }
@@ -428,7 +429,7 @@ TEST_F(InstanceWalker, MakesAnIpEndpointPathForEachRemoteTcpAssociationAndDropsI
 TEST_F(NameWalker, MakesAnIpEndpointPathForEachRemoteTcpAssociationAndDropsIt) {
     const Answer answer = all("kesto_santcpendpoint");
     EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(broker.call_texts("newObjectPath"), fiveIpEndpoints);
+    EXPECT_EQ(broker.call_texts("newObjectPath"), FIVE_IP_ENDPOINTS);
     EXPECT_EQ(own_trace(answer), whole_trace());
     EXPECT_EQ(status, 0);
 }
@@ -461,10 +462,10 @@ TEST_F(NameWalker, VisitsEveryTunnelForAClassThatItDoesNotKnow) {
 // ---- Tunnels of entity 65535, which have no Ethernet endpoint. ----
 
 void add_tunnel_of_entity_65535() {
-    FcipLinkEntry row = link_row(byAddress);
+    FcipLinkEntry row = link_row(BY_ADDRESS);
     row.kfmFcipEntityId = 65535;
     emulator::add_link(row);
-    FcipEntityEntry profile = emulator::find_entity(byAddress.entity).value();
+    FcipEntityEntry profile = emulator::find_entity(BY_ADDRESS.entity).value();
     profile.kfmFcipEntityId = 65535;
     emulator::add_entity(profile);
 }
@@ -487,14 +488,14 @@ TEST_F(NameWalker, SkipsEntity65535ForTheEthernetEndpointOnly) {
 }
 
 TEST_F(NameWalker, GoesOnBehindATunnelOfEntity65535) {
-    FcipLinkEntry skipped = link_row(byAddress);
+    FcipLinkEntry skipped = link_row(BY_ADDRESS);
     skipped.kfmFcipEntityId = 65535;
     skipped.kfmFcipLinkIndex = 0;
     emulator::add_link(skipped);
-    FcipLinkEntry behind = link_row(byAddress);
+    FcipLinkEntry behind = link_row(BY_ADDRESS);
     behind.kfmFcipEntityId = 65536;
     emulator::add_link(behind);
-    FcipEntityEntry profile = emulator::find_entity(byAddress.entity).value();
+    FcipEntityEntry profile = emulator::find_entity(BY_ADDRESS.entity).value();
     profile.kfmFcipEntityId = 65536;
     emulator::add_entity(profile);
     EXPECT_EQ(all("KESTO_IPEthernetEndpoint").paths.size(), 6U);
@@ -503,7 +504,7 @@ TEST_F(NameWalker, GoesOnBehindATunnelOfEntity65535) {
 // ---- The system that hosts a tunnel. ----
 
 TEST_F(InstanceWalker, NamesTheHostingSystemWithoutALookAtItsLookup) {
-    emulator::add_vsan({byProfile.vsan, "VSAN20", false, "unused"}); // no domain: the lookup writes "NULL"
+    emulator::add_vsan({BY_PROFILE.vsan, "VSAN20", false, "unused"}); // no domain: the lookup writes "NULL"
     const Answer answer = all("KESTO_SwitchHostedTCPAccessPoint");
     ASSERT_EQ(answer.instances.size(), 5U);
     EXPECT_EQ(answer.instances[0].value("Antecedent"),
@@ -511,7 +512,7 @@ TEST_F(InstanceWalker, NamesTheHostingSystemWithoutALookAtItsLookup) {
 }
 
 TEST_F(NameWalker, NamesTheHostingSystemWithoutALookAtItsLookup) {
-    emulator::add_vsan({byProfile.vsan, "VSAN20", false, "unused"});
+    emulator::add_vsan({BY_PROFILE.vsan, "VSAN20", false, "unused"});
     const Answer answer = all("KESTO_SwitchHostedTCPAccessPoint");
     ASSERT_EQ(answer.paths.size(), 5U);
     EXPECT_EQ(answer.paths[0].key("Antecedent"),
@@ -553,7 +554,7 @@ TEST_F(NameWalker, TracesNoOtherLines) {
 }
 
 TEST_F(InstanceWalker, TracesNoOtherLines) {
-    for (const WalkerRow& row : classes) {
+    for (const WalkerRow& row : CLASSES) {
         const std::string name = row.className;
         if (name == "KESTO_IPEthernetEndpoint" || name == "KESTO_TCPEndPointStatisticalData") continue;
         EXPECT_EQ(own_trace(all(name)), whole_trace()) << name;
@@ -568,16 +569,16 @@ TEST_F(InstanceWalker, DoesNotUseThePropertyList) {
         return get_all_binds_to_instances("KESTO_FCIPTCPEndpoint", result, properties, NAMESPACE);
     });
     EXPECT_EQ(associations_of(answer),
-              expected_associations<Form::instances>(classes[2], "KESTO_FCIPTCPEndpoint"));
+              expected_associations<Form::Instances>(CLASSES[2], "KESTO_FCIPTCPEndpoint"));
     for (const test_support::RecordedInstance& instance : answer.instances)
         EXPECT_TRUE(instance.filters().empty());
 }
 
 TEST_F(NameWalker, AreWhatTheOperationsEnumerate) {
     EXPECT_EQ(associations_of(enumerate_names("KESTO_FCIPTCPEndpoint")),
-              expected_associations<Form::names>(classes[2], "KESTO_FCIPTCPEndpoint"));
+              expected_associations<Form::Names>(CLASSES[2], "KESTO_FCIPTCPEndpoint"));
     EXPECT_EQ(associations_of(enumerate("KESTO_FCIPTCPEndpoint")),
-              expected_associations<Form::instances>(classes[2], "KESTO_FCIPTCPEndpoint"));
+              expected_associations<Form::Instances>(CLASSES[2], "KESTO_FCIPTCPEndpoint"));
 }
 
 TEST_F(NameWalker, ReturnsNothingForRemoteTcpAssociationsHoweverManyTunnelsThereAre) {

@@ -25,11 +25,11 @@ TEST_P(AssociatorNamesTunnelRow, EachCallMayFailOnItsOwn) {
     each_call_may_fail_on_its_own();
 }
 TEST_P(AssociatorNamesTunnelRow, APathThatTheBrokerCannotMakeIsSkipped) {
-    an_object_that_the_broker_cannot_make_is_skipped(Make::object_path);
+    an_object_that_the_broker_cannot_make_is_skipped(Make::ObjectPath);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorNamesTunnelRow, testing::ValuesIn(tunnel_rows(associatorNamesRows)),
-                         RowName());
+INSTANTIATE_TEST_SUITE_P(Rows, AssociatorNamesTunnelRow,
+                         testing::ValuesIn(tunnel_rows(ASSOCIATOR_NAMES_ROWS)), RowName());
 
 class AssociatorNamesPortRow : public AssociatorSuite<AssociatorNamesRow> {};
 
@@ -59,39 +59,39 @@ TEST_P(AssociatorNamesPortRow, NoTunnelIsLookedUp) {
     EXPECT_EQ(emulator::count("fcip_get_link_entry"), 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorNamesPortRow, testing::ValuesIn(port_rows(associatorNamesRows)),
+INSTANTIATE_TEST_SUITE_P(Rows, AssociatorNamesPortRow, testing::ValuesIn(port_rows(ASSOCIATOR_NAMES_ROWS)),
                          RowName());
 
 // Rows that return something, with each platform service below them failing.
 class AssociatorNamesFailure : public AssociatorSuite<AssociatorNamesRow> {};
 
 const std::vector<PlatformFailure>& path_failures() {
-    static const std::vector<PlatformFailure> failures{
+    static const std::vector<PlatformFailure> FAILURES{
         {"fcip_get_entity_entry",
          "",
-         statusFailures,
-         {End::fcipEndpoint, End::tcpEndpoint, End::ipEndpoint, End::fcipSettings, End::tcpSettings,
-          End::ipSettings, End::remoteFcipPort, End::remoteIpAccessPoint, End::remoteTcpPort, End::statistics,
-          End::profile}},
-        {"fcip_snmp_get_link_errors", "", rowFailures, {End::statistics}},
-        {"fcip_get_link_entry", "op=1", statusFailures, {End::statistics}},
+         STATUS_FAILURES,
+         {End::FcipEndpoint, End::TcpEndpoint, End::IpEndpoint, End::FcipSettings, End::TcpSettings,
+          End::IpSettings, End::RemoteFcipPort, End::RemoteIpAccessPoint, End::RemoteTcpPort, End::Statistics,
+          End::Profile}},
+        {"fcip_snmp_get_link_errors", "", ROW_FAILURES, {End::Statistics}},
+        {"fcip_get_link_entry", "op=1", STATUS_FAILURES, {End::Statistics}},
         {"pm_cim_get_port_info",
          "",
-         statusFailures,
-         {End::lanEndpoint, End::ethernetStatistics, End::ethernetPort}},
-        {"pm_cim_find_interface", "", {Effect::fail}, {End::fcPort}},
-        {"fcport_fill_reference_pm", "", {Effect::fail}, {End::fcPort}},
-        {"vsan_cim_get_vsanEntry", "", statusFailures, {End::hostingSystem}},
-        {"dm_cim_get_dmEntry", "", statusFailures, {End::hostingSystem}},
-        {"switch_fill_reference_str", "", {Effect::fail}, {End::hostingSystem}},
-        {"switch_fill_reference", "", {Effect::fail}, {End::physicalSystem}},
+         STATUS_FAILURES,
+         {End::LanEndpoint, End::EthernetStatistics, End::EthernetPort}},
+        {"pm_cim_find_interface", "", {Effect::Fail}, {End::FcPort}},
+        {"fcport_fill_reference_pm", "", {Effect::Fail}, {End::FcPort}},
+        {"vsan_cim_get_vsanEntry", "", STATUS_FAILURES, {End::HostingSystem}},
+        {"dm_cim_get_dmEntry", "", STATUS_FAILURES, {End::HostingSystem}},
+        {"switch_fill_reference_str", "", {Effect::Fail}, {End::HostingSystem}},
+        {"switch_fill_reference", "", {Effect::Fail}, {End::PhysicalSystem}},
     };
-    return failures;
+    return FAILURES;
 }
 
 std::vector<AssociatorNamesRow> rows_that_return() {
     std::vector<AssociatorNamesRow> found;
-    std::copy_if(associatorNamesRows.begin(), associatorNamesRows.end(), std::back_inserter(found),
+    std::copy_if(ASSOCIATOR_NAMES_ROWS.begin(), ASSOCIATOR_NAMES_ROWS.end(), std::back_inserter(found),
                  [](const AssociatorNamesRow& row) { return !row.far.empty(); });
     return found;
 }
@@ -134,12 +134,12 @@ TEST_P(AssociatorNamesOfMemberWithoutDefault, AnUnknownAssociationClassReturnsNo
 
 std::vector<AssociatorNamesMember> members_without_default() {
     std::vector<AssociatorNamesMember> found;
-    std::copy_if(associatorNamesMembers.begin(), associatorNamesMembers.end(), std::back_inserter(found),
+    std::copy_if(ASSOCIATOR_NAMES_MEMBERS.begin(), ASSOCIATOR_NAMES_MEMBERS.end(), std::back_inserter(found),
                  [](const AssociatorNamesMember& member) { return std::string(member.source) != "ip_pe"; });
     return found;
 }
 
-INSTANTIATE_TEST_SUITE_P(Members, AssociatorNamesOfMember, testing::ValuesIn(associatorNamesMembers),
+INSTANTIATE_TEST_SUITE_P(Members, AssociatorNamesOfMember, testing::ValuesIn(ASSOCIATOR_NAMES_MEMBERS),
                          MemberName());
 INSTANTIATE_TEST_SUITE_P(Members, AssociatorNamesOfMemberWithoutDefault,
                          testing::ValuesIn(members_without_default()), MemberName());
@@ -161,14 +161,14 @@ TEST_F(AssociatorNamesTest, FcipEndpointFindsItsSettingsInAnyMixOfLetters) {
     for (const char* asked : {"KESTO_FCIPElementSettingData", "kesto_fcipelementsettingdata",
                               "KESTO_FCIPELEMENTSETTINGDATA", "kESTO_fcipElementSETTINGdata"}) {
         EXPECT_EQ(names(get_fcip_pe_associator_names, "7_10.21.0.1_10.0.1.21", asked),
-                  Texts{path(End::fcipSettings, "KESTO_FCIPSettings", byNumber).text()});
+                  Texts{path(End::FcipSettings, "KESTO_FCIPSettings", BY_NUMBER).text()});
     }
 }
 
 TEST_F(AssociatorNamesTest, IpEndpointNamesSettingsAndHostingSystemForItsSettingsAssociation) {
     EXPECT_EQ(names(get_ip_pe_associator_names, "7_10.22.0.1_10.0.1.22", "KESTO_IPElementSettingData"),
-              (Texts{path(End::ipSettings, "KESTO_IPSettings", byIfIndex).text(),
-                     path(End::hostingSystem, "KESTO_LogicalComputerSystem", byIfIndex).text()}));
+              (Texts{path(End::IpSettings, "KESTO_IPSettings", BY_IF_INDEX).text(),
+                     path(End::HostingSystem, "KESTO_LogicalComputerSystem", BY_IF_INDEX).text()}));
 }
 
 // Each of the two paths has a lookup of its own.
@@ -185,14 +185,14 @@ TEST_F(AssociatorNamesTest, IpEndpointLooksItsTunnelUpTwiceForItsSettingsAssocia
 
 TEST_F(AssociatorNamesTest, IpEndpointNamesTheFcipEndpointForItsHostedAccessPoint) {
     EXPECT_EQ(names(get_ip_pe_associator_names, "7_x", "KESTO_SwitchHostedIPAccessPoint"),
-              Texts{path(End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint", byIfIndex).text()});
+              Texts{path(End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint", BY_IF_INDEX).text()});
 }
 
 TEST_F(AssociatorNamesTest, IpEndpointNamesTheHostingSystemForAnyAssociationItDoesNotKnow) {
     for (const char* asked : {"KESTO_NoSuchAssociation", "", "CIM_Dependency", "KESTO_FCIPTCPEndpoint"}) {
         SCOPED_TRACE(asked);
         EXPECT_EQ(names(get_ip_pe_associator_names, "7_x", asked),
-                  Texts{path(End::hostingSystem, "KESTO_LogicalComputerSystem", byIfIndex).text()});
+                  Texts{path(End::HostingSystem, "KESTO_LogicalComputerSystem", BY_IF_INDEX).text()});
     }
 }
 
@@ -200,9 +200,9 @@ TEST_F(AssociatorNamesTest, IpEndpointSpellingsOfTheRemoteAccessPointAssociation
     for (const char* asked : {"KESTO_SANIPEndPoint", "KESTO_SANIpEndPoint", "KESTO_SANIPEndpoint"}) {
         EXPECT_EQ(
             names(get_ip_pe_associator_names, "7_x", asked),
-            Texts{path(End::remoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint", byIfIndex).text()});
+            Texts{path(End::RemoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint", BY_IF_INDEX).text()});
         EXPECT_EQ(names(get_ip_remote_pe_associator_names, "0_10.0.0.7_10.25.0.1", asked),
-                  Texts{path(End::ipEndpoint, "KESTO_IPProtocolEndPoint", byAddress).text()});
+                  Texts{path(End::IpEndpoint, "KESTO_IPProtocolEndPoint", BY_ADDRESS).text()});
     }
 }
 
@@ -221,8 +221,8 @@ TEST_F(AssociatorNamesTest, IpEndpointTracesTheAssociationClassBeforeItLooksAtIt
 
 // The port manager's status is not looked at here, only the block.
 TEST_F(AssociatorNamesTest, IpEndpointTakesTheEthernetPortsBlockWhateverTheStatus) {
-    const Texts wanted{path(End::ethernetPort, "KESTO_EthernetPort", byIfIndex).text()};
-    emulator::add_fault(fault("pm_cim_get_port_info", Effect::fail_with_row));
+    const Texts wanted{path(End::EthernetPort, "KESTO_EthernetPort", BY_IF_INDEX).text()};
+    emulator::add_fault(fault("pm_cim_get_port_info", Effect::FailWithRow));
     EXPECT_EQ(names(get_ip_pe_associator_names, "7_x", "KESTO_IPEthernetEndpoint"), wanted);
 }
 
@@ -243,7 +243,7 @@ TEST_F(AssociatorNamesTest, StatisticsAreNamedAfterTheErrorCountersWereRead) {
 }
 
 TEST_F(AssociatorNamesTest, ATunnelWithoutAnEthernetPortHasNoStatisticsPath) {
-    FcipLinkEntry row = link_row(byIfIndex);
+    FcipLinkEntry row = link_row(BY_IF_INDEX);
     row.kfmFcipLinkExtEthIfIndex = 0;
     emulator::add_link(row);
     EXPECT_EQ(names(get_ip_pe_associator_names, "7_x", "KESTO_IPEndPointStatisticalData"), Texts{});
@@ -252,7 +252,7 @@ TEST_F(AssociatorNamesTest, ATunnelWithoutAnEthernetPortHasNoStatisticsPath) {
 
 TEST_F(AssociatorNamesTest, TcpEndpointAnswersItsStatisticsWithAnEndPointStatisticsPath) {
     EXPECT_EQ(names(get_tcp_pe_associator_names, "7", "KESTO_TCPEndPointStatisticalData"),
-              Texts{path(End::statistics, "KESTO_TCPEndPointStatistics", byIfIndex).text()});
+              Texts{path(End::Statistics, "KESTO_TCPEndPointStatistics", BY_IF_INDEX).text()});
 }
 
 TEST_F(AssociatorNamesTest, TcpEndpointKnowsNoSettingsAssociation) {
@@ -261,11 +261,11 @@ TEST_F(AssociatorNamesTest, TcpEndpointKnowsNoSettingsAssociation) {
 
 TEST_F(AssociatorNamesTest, TcpEndpointIsHostedByThePhysicalSystem) {
     EXPECT_EQ(names(get_tcp_pe_associator_names, "7", "KESTO_SwitchHostedTCPAccessPoint"),
-              Texts{path(End::physicalSystem, "KESTO_PhysicalComputerSystem", byIfIndex).text()});
+              Texts{path(End::PhysicalSystem, "KESTO_PhysicalComputerSystem", BY_IF_INDEX).text()});
 }
 
 TEST_F(AssociatorNamesTest, TcpStatisticalDataBuildsThePathOfItsProfilesTunnelAndReturnsNothing) {
-    for (const Probe& probe : probes) {
+    for (const Probe& probe : PROBES) {
         SCOPED_TRACE(std::string("key \"") + probe.key + "\"");
         broker.clear_calls();
         expect_no_object(
@@ -278,13 +278,13 @@ TEST_F(AssociatorNamesTest, TcpStatisticalDataBuildsThePathOfItsProfilesTunnelAn
 
 TEST_F(AssociatorNamesTest, EthernetPortNamesItsStatisticsByTheClassOfTheStatistics) {
     EXPECT_EQ(names(get_eth_port_associator_names, GIGABIT_PORT_TEXT, "KESTO_EthernetPortStatistics"),
-              Texts{port_path(End::ethernetStatistics, "KESTO_EthernetPortStatistics", GIGABIT_PORT).text()});
+              Texts{port_path(End::EthernetStatistics, "KESTO_EthernetPortStatistics", GIGABIT_PORT).text()});
     EXPECT_EQ(names(get_eth_port_associator_names, GIGABIT_PORT_TEXT, "KESTO_EthernetPortStatisticalData"),
               Texts{});
 }
 
 TEST_F(AssociatorNamesTest, LanEndpointReadsThePortAtTheStartOfItsKey) {
-    const Texts port{port_path(End::ethernetPort, "KESTO_EthernetPort", GIGABIT_PORT).text()};
+    const Texts port{port_path(End::EthernetPort, "KESTO_EthernetPort", GIGABIT_PORT).text()};
     for (const char* key :
          {"-1694433280:02:00:00:00:00:10", "-1694433280_10.1.1.1", ":-1694433280", "_-1694433280"}) {
         SCOPED_TRACE(key);
@@ -299,7 +299,7 @@ TEST_F(AssociatorNamesTest, LanEndpointFindsOnlyPortsOfTheEthernetRun) {
 }
 
 TEST_F(AssociatorNamesTest, FcipEndpointWithoutAnInterfaceHasNoFcPort) {
-    emulator::remove_port(byNumber.ifIndex);
+    emulator::remove_port(BY_NUMBER.ifIndex);
     EXPECT_EQ(names(get_fcip_pe_associator_names, "7_x", "KESTO_FCPortProtocolEndPoint"), Texts{});
 }
 
@@ -311,7 +311,7 @@ TEST_F(AssociatorNamesTest, ANumberBeyond32BitsNamesTheLargestIfIndex) {
     for (const char* key : {"2147483647", "4294967296", "99999999999999999999"}) {
         SCOPED_TRACE(key);
         EXPECT_EQ(names(get_eth_stat_associator_names, key, "KESTO_EthernetPortStatisticalData"),
-                  Texts{port_path(End::ethernetPort, "KESTO_EthernetPort", 0x7FFFFFFFU).text()});
+                  Texts{port_path(End::EthernetPort, "KESTO_EthernetPort", 0x7FFFFFFFU).text()});
     }
 }
 
@@ -321,7 +321,7 @@ TEST_F(AssociatorNamesTest, ResultClassAndRolesAreNotLookedAt) {
                                             "NoRole", result, NAMESPACE);
     });
     ASSERT_EQ(answer.paths.size(), 1U);
-    EXPECT_EQ(answer.paths[0], path(End::tcpEndpoint, "KESTO_TCPProtocolEndPoint", byNumber));
+    EXPECT_EQ(answer.paths[0], path(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_NUMBER));
 }
 
 TEST_F(AssociatorNamesTest, ThePortBlockIsUsedBeforeItIsFreed) {

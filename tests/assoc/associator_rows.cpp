@@ -7,28 +7,28 @@ namespace golden {
 namespace {
 
 enum Source : std::size_t {
-    fcip_pe,
-    ip_pe,
-    tcp_pe,
-    fcip_remote_pe,
-    ip_remote_pe,
-    tcp_remote_pe,
-    lan_endpoint,
-    fcip_settings,
-    ip_setting,
-    tcp_setting,
-    ip_stat,
-    tcp_stat,
-    tcp_statical_data,
-    profile,
-    eth_port,
-    eth_stat,
+    FCIP_PE,
+    IP_PE,
+    TCP_PE,
+    FCIP_REMOTE_PE,
+    IP_REMOTE_PE,
+    TCP_REMOTE_PE,
+    LAN_ENDPOINT,
+    FCIP_SETTINGS,
+    IP_SETTING,
+    TCP_SETTING,
+    IP_STAT,
+    TCP_STAT,
+    TCP_STATICAL_DATA,
+    PROFILE,
+    ETH_PORT,
+    ETH_STAT,
 };
 
 } // namespace
 
 // clang-format off
-const std::vector<AssociatorNamesMember> associatorNamesMembers{
+const std::vector<AssociatorNamesMember> ASSOCIATOR_NAMES_MEMBERS{
     {"fcip_pe", "get_fcip_pe_associator_names", get_fcip_pe_associator_names},
     {"ip_pe", "get_ip_pe_associator_names", get_ip_pe_associator_names},
     {"tcp_pe", "get_tcp_pe_associator_names", get_tcp_pe_associator_names},
@@ -47,7 +47,7 @@ const std::vector<AssociatorNamesMember> associatorNamesMembers{
     {"eth_stat", "get_eth_stat_associator_names", get_eth_stat_associator_names},
 };
 
-const std::vector<AssociatorsMember> associatorsMembers{
+const std::vector<AssociatorsMember> ASSOCIATORS_MEMBERS{
     {"fcip_pe", "get_fcip_pe_associators", get_fcip_pe_associators},
     {"ip_pe", "get_ip_pe_associators", get_ip_pe_associators},
     {"tcp_pe", "get_tcp_pe_associators", get_tcp_pe_associators},
@@ -67,95 +67,95 @@ const std::vector<AssociatorsMember> associatorsMembers{
 };
 
 // Member, association class tested, mode, far ends in the order returned.
-const std::vector<AssociatorNamesRow> associatorNamesRows{
-    {&associatorNamesMembers[fcip_pe], "KESTO_FCIPElementSettingData", 1, {{End::fcipSettings, "KESTO_FCIPSettings"}}},
-    {&associatorNamesMembers[fcip_pe], "KESTO_FCIPTCPEndpoint", 1, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
-    {&associatorNamesMembers[fcip_pe], "KESTO_SANFCIPEndpoint", 1, {{End::remoteFcipPort, "KESTO_RemoteFCIPPort"}}},
-    {&associatorNamesMembers[fcip_pe], "KESTO_FCPortProtocolEndPoint", 1, {{End::fcPort, "KESTO_FCPort"}}},
-    {&associatorNamesMembers[fcip_pe], "KESTO_FCIPPEBasedOn", 1, {{End::profile, "KESTO_FCIPProfile"}}},
-    {&associatorNamesMembers[fcip_pe], "KESTO_SwitchHostedFCIPAccessPoint", 1, {{End::hostingSystem, "KESTO_LogicalComputerSystem"}}},
+const std::vector<AssociatorNamesRow> ASSOCIATOR_NAMES_ROWS{
+    {&ASSOCIATOR_NAMES_MEMBERS[FCIP_PE], "KESTO_FCIPElementSettingData", 1, {{End::FcipSettings, "KESTO_FCIPSettings"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[FCIP_PE], "KESTO_FCIPTCPEndpoint", 1, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[FCIP_PE], "KESTO_SANFCIPEndpoint", 1, {{End::RemoteFcipPort, "KESTO_RemoteFCIPPort"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[FCIP_PE], "KESTO_FCPortProtocolEndPoint", 1, {{End::FcPort, "KESTO_FCPort"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[FCIP_PE], "KESTO_FCIPPEBasedOn", 1, {{End::Profile, "KESTO_FCIPProfile"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[FCIP_PE], "KESTO_SwitchHostedFCIPAccessPoint", 1, {{End::HostingSystem, "KESTO_LogicalComputerSystem"}}},
 
-    {&associatorNamesMembers[ip_pe], "KESTO_IPElementSettingData", 2, {{End::ipSettings, "KESTO_IPSettings"},
-                                                                     {End::hostingSystem, "KESTO_LogicalComputerSystem"}}},
-    {&associatorNamesMembers[ip_pe], "KESTO_IPEndPointStatisticalData", 2, {{End::statistics, "KESTO_IPEndPointStatistics"}}},
-    {&associatorNamesMembers[ip_pe], "KESTO_TCPIPEndpoint", 2, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
-    {&associatorNamesMembers[ip_pe], "KESTO_IPEthernetEndpoint", 2, {{End::ethernetPort, "KESTO_EthernetPort"}}},
-    {&associatorNamesMembers[ip_pe], "KESTO_SwitchHostedIPAccessPoint", 2, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
-    {&associatorNamesMembers[ip_pe], "KESTO_SANIPEndPoint", 2, {{End::remoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint"}}},
-    {&associatorNamesMembers[ip_pe], "AnyOtherAssociation", 2, {{End::hostingSystem, "KESTO_LogicalComputerSystem"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_PE], "KESTO_IPElementSettingData", 2, {{End::IpSettings, "KESTO_IPSettings"},
+                                                                     {End::HostingSystem, "KESTO_LogicalComputerSystem"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_PE], "KESTO_IPEndPointStatisticalData", 2, {{End::Statistics, "KESTO_IPEndPointStatistics"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_PE], "KESTO_TCPIPEndpoint", 2, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_PE], "KESTO_IPEthernetEndpoint", 2, {{End::EthernetPort, "KESTO_EthernetPort"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_PE], "KESTO_SwitchHostedIPAccessPoint", 2, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_PE], "KESTO_SANIPEndPoint", 2, {{End::RemoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_PE], "AnyOtherAssociation", 2, {{End::HostingSystem, "KESTO_LogicalComputerSystem"}}},
 
-    {&associatorNamesMembers[tcp_pe], "KESTO_TCPEndPointStatisticalData", 2, {{End::statistics, "KESTO_TCPEndPointStatistics"}}},
-    {&associatorNamesMembers[tcp_pe], "KESTO_FCIPTCPEndpoint", 3, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
-    {&associatorNamesMembers[tcp_pe], "KESTO_TCPIPEndpoint", 3, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorNamesMembers[tcp_pe], "KESTO_SwitchHostedTCPAccessPoint", 3, {{End::physicalSystem, "KESTO_PhysicalComputerSystem"}}},
-    {&associatorNamesMembers[tcp_pe], "KESTO_SANTCPEndpoint", 3, {{End::remoteTcpPort, "KESTO_RemoteTCPPort"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[TCP_PE], "KESTO_TCPEndPointStatisticalData", 2, {{End::Statistics, "KESTO_TCPEndPointStatistics"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[TCP_PE], "KESTO_FCIPTCPEndpoint", 3, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[TCP_PE], "KESTO_TCPIPEndpoint", 3, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[TCP_PE], "KESTO_SwitchHostedTCPAccessPoint", 3, {{End::PhysicalSystem, "KESTO_PhysicalComputerSystem"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[TCP_PE], "KESTO_SANTCPEndpoint", 3, {{End::RemoteTcpPort, "KESTO_RemoteTCPPort"}}},
 
-    {&associatorNamesMembers[fcip_remote_pe], "KESTO_SANFCIPEndpoint", 6, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
-    {&associatorNamesMembers[ip_remote_pe], "KESTO_SANIPEndpoint", 6, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorNamesMembers[tcp_remote_pe], "KESTO_SANTCPEndpoint", 7, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[FCIP_REMOTE_PE], "KESTO_SANFCIPEndpoint", 6, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_REMOTE_PE], "KESTO_SANIPEndpoint", 6, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[TCP_REMOTE_PE], "KESTO_SANTCPEndpoint", 7, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
 
-    {&associatorNamesMembers[lan_endpoint], "KESTO_IPEthernetEndpoint", 4, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorNamesMembers[lan_endpoint], "KESTO_EthernetPortProtocolEndpoint", 0, {{End::ethernetPort, "KESTO_EthernetPort"}}},
-    {&associatorNamesMembers[lan_endpoint], "CIM_HostedAccessPoint", 3, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[LAN_ENDPOINT], "KESTO_IPEthernetEndpoint", 4, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[LAN_ENDPOINT], "KESTO_EthernetPortProtocolEndpoint", 0, {{End::EthernetPort, "KESTO_EthernetPort"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[LAN_ENDPOINT], "CIM_HostedAccessPoint", 3, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
 
-    {&associatorNamesMembers[fcip_settings], "KESTO_FCIPElementSettingData", 3, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
-    {&associatorNamesMembers[ip_setting], "KESTO_IPElementSettingData", 3, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorNamesMembers[tcp_setting], "KESTO_TCPElementSettingData", 3, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[FCIP_SETTINGS], "KESTO_FCIPElementSettingData", 3, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_SETTING], "KESTO_IPElementSettingData", 3, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[TCP_SETTING], "KESTO_TCPElementSettingData", 3, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
 
-    {&associatorNamesMembers[ip_stat], "KESTO_IPEndPointStatisticalData", 3, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorNamesMembers[tcp_stat], "KESTO_TCPEndPointStatisticalData", 3, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
-    {&associatorNamesMembers[tcp_statical_data], "KESTO_TCPEndPointStatistics", 5, {}}, // built, and not returned
+    {&ASSOCIATOR_NAMES_MEMBERS[IP_STAT], "KESTO_IPEndPointStatisticalData", 3, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[TCP_STAT], "KESTO_TCPEndPointStatisticalData", 3, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[TCP_STATICAL_DATA], "KESTO_TCPEndPointStatistics", 5, {}}, // built, and not returned
 
-    {&associatorNamesMembers[profile], "KESTO_FCIPPEBasedOn", 5, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[PROFILE], "KESTO_FCIPPEBasedOn", 5, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
 
-    {&associatorNamesMembers[eth_port], "KESTO_EthernetPortProtocolEndpoint", 0, {{End::lanEndpoint, "KESTO_LANEndPoint"}}},
-    {&associatorNamesMembers[eth_port], "KESTO_EthernetPortStatistics", 0, {{End::ethernetStatistics, "KESTO_EthernetPortStatistics"}}},
-    {&associatorNamesMembers[eth_stat], "KESTO_EthernetPortStatisticalData", 0, {{End::ethernetPort, "KESTO_EthernetPort"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[ETH_PORT], "KESTO_EthernetPortProtocolEndpoint", 0, {{End::LanEndpoint, "KESTO_LANEndPoint"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[ETH_PORT], "KESTO_EthernetPortStatistics", 0, {{End::EthernetStatistics, "KESTO_EthernetPortStatistics"}}},
+    {&ASSOCIATOR_NAMES_MEMBERS[ETH_STAT], "KESTO_EthernetPortStatisticalData", 0, {{End::EthernetPort, "KESTO_EthernetPort"}}},
 };
 
-const std::vector<AssociatorsRow> associatorsRows{
-    {&associatorsMembers[fcip_pe], "KESTO_FCIPElementSettingData", 1, {{End::fcipSettings, "KESTO_FCIPSettings"}}},
-    {&associatorsMembers[fcip_pe], "KESTO_FCIPTCPEndpoint", 1, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
-    {&associatorsMembers[fcip_pe], "KESTO_SANFCIPEndpoint", 1, {{End::remoteFcipPort, "KESTO_RemoteFCIPPort"}}},
-    {&associatorsMembers[fcip_pe], "KESTO_FCPortProtocolEndPoint", 1, {{End::fcPort, "KESTO_FCPort"}}},
-    {&associatorsMembers[fcip_pe], "KESTO_FCIPPEBasedOn", 1, {{End::profile, "KESTO_FCIPProfile"}}},
-    {&associatorsMembers[fcip_pe], "KESTO_SwitchHostedFCIPAccessPoint", 1, {{End::hostingSystem, "KESTO_LogicalComputerSystem"}}},
+const std::vector<AssociatorsRow> ASSOCIATORS_ROWS{
+    {&ASSOCIATORS_MEMBERS[FCIP_PE], "KESTO_FCIPElementSettingData", 1, {{End::FcipSettings, "KESTO_FCIPSettings"}}},
+    {&ASSOCIATORS_MEMBERS[FCIP_PE], "KESTO_FCIPTCPEndpoint", 1, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[FCIP_PE], "KESTO_SANFCIPEndpoint", 1, {{End::RemoteFcipPort, "KESTO_RemoteFCIPPort"}}},
+    {&ASSOCIATORS_MEMBERS[FCIP_PE], "KESTO_FCPortProtocolEndPoint", 1, {{End::FcPort, "KESTO_FCPort"}}},
+    {&ASSOCIATORS_MEMBERS[FCIP_PE], "KESTO_FCIPPEBasedOn", 1, {{End::Profile, "KESTO_FCIPProfile"}}},
+    {&ASSOCIATORS_MEMBERS[FCIP_PE], "KESTO_SwitchHostedFCIPAccessPoint", 1, {{End::HostingSystem, "KESTO_LogicalComputerSystem"}}},
 
-    {&associatorsMembers[ip_pe], "KESTO_IPElementSettingData", 2, {{End::ipSettings, "KESTO_IPSettings"}}},
-    {&associatorsMembers[ip_pe], "KESTO_IPEndPointStatisticalData", 2, {{End::statistics, "KESTO_IPEndPointStatistics"}}},
-    {&associatorsMembers[ip_pe], "KESTO_TCPIPEndpoint", 2, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
-    {&associatorsMembers[ip_pe], "KESTO_IPEthernetEndpoint", 2, {{End::ethernetPort, "KESTO_EthernetPort"}}},
-    {&associatorsMembers[ip_pe], "KESTO_SwitchHostedIPAccessPoint", 2, {{End::hostingSystem, "KESTO_LogicalComputerSystem"}}},
-    {&associatorsMembers[ip_pe], "KESTO_SANIpEndPoint", 2, {{End::remoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint"}}},
+    {&ASSOCIATORS_MEMBERS[IP_PE], "KESTO_IPElementSettingData", 2, {{End::IpSettings, "KESTO_IPSettings"}}},
+    {&ASSOCIATORS_MEMBERS[IP_PE], "KESTO_IPEndPointStatisticalData", 2, {{End::Statistics, "KESTO_IPEndPointStatistics"}}},
+    {&ASSOCIATORS_MEMBERS[IP_PE], "KESTO_TCPIPEndpoint", 2, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[IP_PE], "KESTO_IPEthernetEndpoint", 2, {{End::EthernetPort, "KESTO_EthernetPort"}}},
+    {&ASSOCIATORS_MEMBERS[IP_PE], "KESTO_SwitchHostedIPAccessPoint", 2, {{End::HostingSystem, "KESTO_LogicalComputerSystem"}}},
+    {&ASSOCIATORS_MEMBERS[IP_PE], "KESTO_SANIpEndPoint", 2, {{End::RemoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint"}}},
 
-    {&associatorsMembers[tcp_pe], "KESTO_TCPEndPointStatisticalData", 2, {{End::tcpStatisticalData, "KESTO_TCPStatisticalData"}}},
-    {&associatorsMembers[tcp_pe], "KESTO_FCIPTCPEndpoint", 3, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
-    {&associatorsMembers[tcp_pe], "KESTO_TCPIPEndpoint", 3, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorsMembers[tcp_pe], "KESTO_SwitchHostedTCPAccessPoint", 3, {{End::hostingSystem, "KESTO_LogicalComputerSystem"}}},
-    {&associatorsMembers[tcp_pe], "KESTO_SANTCPEndpoint", 3, {{End::remoteTcpPort, "KESTO_RemoteTCPPort"}}},
-    {&associatorsMembers[tcp_pe], "KESTO_TCPElementSettingData", 3, {{End::tcpSettings, "KESTO_TCPSettings"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_PE], "KESTO_TCPEndPointStatisticalData", 2, {{End::TcpStatisticalData, "KESTO_TCPStatisticalData"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_PE], "KESTO_FCIPTCPEndpoint", 3, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_PE], "KESTO_TCPIPEndpoint", 3, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_PE], "KESTO_SwitchHostedTCPAccessPoint", 3, {{End::HostingSystem, "KESTO_LogicalComputerSystem"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_PE], "KESTO_SANTCPEndpoint", 3, {{End::RemoteTcpPort, "KESTO_RemoteTCPPort"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_PE], "KESTO_TCPElementSettingData", 3, {{End::TcpSettings, "KESTO_TCPSettings"}}},
 
-    {&associatorsMembers[fcip_remote_pe], "KESTO_SANFCIPEndpoint", 6, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
-    {&associatorsMembers[ip_remote_pe], "KESTO_SANIPEndpoint", 6, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorsMembers[tcp_remote_pe], "KESTO_SANTCPEndpoint", 7, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[FCIP_REMOTE_PE], "KESTO_SANFCIPEndpoint", 6, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[IP_REMOTE_PE], "KESTO_SANIPEndpoint", 6, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_REMOTE_PE], "KESTO_SANTCPEndpoint", 7, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
 
-    {&associatorsMembers[lan_endpoint], "KESTO_IPEthernetEndpoint", 4, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorsMembers[lan_endpoint], "KESTO_EthernetPortProtocolEndpoint", 0, {{End::ethernetPort, "KESTO_EthernetPort"}}},
-    {&associatorsMembers[lan_endpoint], "CIM_HostedAccessPoint", 3, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[LAN_ENDPOINT], "KESTO_IPEthernetEndpoint", 4, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[LAN_ENDPOINT], "KESTO_EthernetPortProtocolEndpoint", 0, {{End::EthernetPort, "KESTO_EthernetPort"}}},
+    {&ASSOCIATORS_MEMBERS[LAN_ENDPOINT], "CIM_HostedAccessPoint", 3, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
 
-    {&associatorsMembers[fcip_settings], "KESTO_FCIPElementSettingData", 3, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
-    {&associatorsMembers[ip_setting], "KESTO_IPElementSettingData", 3, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorsMembers[tcp_setting], "KESTO_TCPElementSettingData", 3, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[FCIP_SETTINGS], "KESTO_FCIPElementSettingData", 3, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[IP_SETTING], "KESTO_IPElementSettingData", 3, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_SETTING], "KESTO_TCPElementSettingData", 3, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
 
-    {&associatorsMembers[ip_stat], "KESTO_IPEndPointStatisticalData", 3, {{End::ipEndpoint, "KESTO_IPProtocolEndPoint"}}},
-    {&associatorsMembers[tcp_stat], "KESTO_TCPEndPointStatisticalData", 3, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
-    {&associatorsMembers[tcp_statical_data], "KESTO_TCPEndPointStatistics", 5, {{End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[IP_STAT], "KESTO_IPEndPointStatisticalData", 3, {{End::IpEndpoint, "KESTO_IPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_STAT], "KESTO_TCPEndPointStatisticalData", 3, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[TCP_STATICAL_DATA], "KESTO_TCPEndPointStatistics", 5, {{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}}},
 
-    {&associatorsMembers[profile], "KESTO_FCIPPEBasedOn", 5, {{End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[PROFILE], "KESTO_FCIPPEBasedOn", 5, {{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}}},
 
-    {&associatorsMembers[eth_port], "KESTO_EthernetPortProtocolEndpoint", 0, {{End::lanEndpoint, "KESTO_LANEndPoint"}}},
-    {&associatorsMembers[eth_port], "KESTO_EthernetPortStatisticalData", 0, {{End::ethernetStatistics, "KESTO_EthernetPortStatistics"}}},
-    {&associatorsMembers[eth_stat], "KESTO_EthernetPortStatisticalData", 0, {{End::ethernetPort, "KESTO_EthernetPort"}}},
+    {&ASSOCIATORS_MEMBERS[ETH_PORT], "KESTO_EthernetPortProtocolEndpoint", 0, {{End::LanEndpoint, "KESTO_LANEndPoint"}}},
+    {&ASSOCIATORS_MEMBERS[ETH_PORT], "KESTO_EthernetPortStatisticalData", 0, {{End::EthernetStatistics, "KESTO_EthernetPortStatistics"}}},
+    {&ASSOCIATORS_MEMBERS[ETH_STAT], "KESTO_EthernetPortStatisticalData", 0, {{End::EthernetPort, "KESTO_EthernetPort"}}},
 };
 // clang-format on
 

@@ -37,10 +37,10 @@ using AssociatorsMember = AssociatorMember<AssociatorsFn>;
 using AssociatorNamesRow = AssociatorRow<AssociatorNamesFn>;
 using AssociatorsRow = AssociatorRow<AssociatorsFn>;
 
-extern const std::vector<AssociatorNamesMember> associatorNamesMembers;
-extern const std::vector<AssociatorsMember> associatorsMembers;
-extern const std::vector<AssociatorNamesRow> associatorNamesRows;
-extern const std::vector<AssociatorsRow> associatorsRows;
+extern const std::vector<AssociatorNamesMember> ASSOCIATOR_NAMES_MEMBERS;
+extern const std::vector<AssociatorsMember> ASSOCIATORS_MEMBERS;
+extern const std::vector<AssociatorNamesRow> ASSOCIATOR_NAMES_ROWS;
+extern const std::vector<AssociatorsRow> ASSOCIATORS_ROWS;
 
 template <typename Function>
 std::string row_name(const AssociatorRow<Function>& row) {

@@ -58,16 +58,18 @@ class AssociatorSuite : public AssociationTest, public testing::WithParamInterfa
 
     Texts expected(const std::vector<FarEnd>& ends, const Tunnel& tunnel) const {
         Texts texts;
-        for (const FarEnd& far : ends)
+        for (const FarEnd& far : ends) {
             texts.push_back(returns_paths() ? path(far.end, far.className, tunnel).text()
                                             : instance(far.end, far.className, tunnel));
+        }
         return texts;
     }
     Texts expected_of_port(std::uint32_t ifIndex) const {
         Texts texts;
-        for (const FarEnd& far : row().far)
+        for (const FarEnd& far : row().far) {
             texts.push_back(returns_paths() ? port_path(far.end, far.className, ifIndex).text()
                                             : port_instance(far.end, far.className, ifIndex));
+        }
         return texts;
     }
     Texts expected_of_hit(const std::vector<FarEnd>& ends) const {
@@ -81,12 +83,13 @@ class AssociatorSuite : public AssociationTest, public testing::WithParamInterfa
     Texts returned(const Answer& answer, const std::vector<FarEnd>& ends) const {
         Texts texts;
         for (std::size_t at = 0; at < answer.returned.size(); ++at) {
-            if (returns_paths() && at < answer.paths.size())
+            if (returns_paths() && at < answer.paths.size()) {
                 texts.push_back(answer.paths[at].text());
-            else if (!returns_paths() && at < answer.instances.size() && at < ends.size())
+            } else if (!returns_paths() && at < answer.instances.size() && at < ends.size()) {
                 texts.push_back(identity(ends[at].end, answer.instances[at]));
-            else
+            } else {
                 texts.push_back(testing::PrintToString(answer.returned[at]));
+            }
         }
         return texts;
     }
@@ -110,7 +113,7 @@ class AssociatorSuite : public AssociationTest, public testing::WithParamInterfa
     // ---- What every row shows.
 
     void each_key_names_its_tunnel() {
-        for (const Probe& probe : probes) {
+        for (const Probe& probe : PROBES) {
             SCOPED_TRACE(std::string("key \"") + probe.key + "\"");
             const Tunnel* tunnel = probe.tunnel[row().mode];
             const Answer answer = ask(probe.key, row().tested);
@@ -130,7 +133,7 @@ class AssociatorSuite : public AssociationTest, public testing::WithParamInterfa
     }
 
     void a_failed_lookup_returns_nothing() {
-        for (const emulator::Effect effect : rowFailures) {
+        for (const emulator::Effect effect : ROW_FAILURES) {
             SCOPED_TRACE("effect " + std::to_string(static_cast<int>(effect)));
             emulator::clear_faults();
             emulator::add_fault(fault("fcip_get_link_entry", effect));
@@ -142,7 +145,7 @@ class AssociatorSuite : public AssociationTest, public testing::WithParamInterfa
     }
 
     void an_object_that_the_broker_cannot_make_is_skipped(test_support::Make what) {
-        for_each_broker_failure(what, test_support::Failure::null, [&](std::size_t nth) {
+        for_each_broker_failure(what, test_support::Failure::Null, [&](std::size_t nth) {
             const Answer answer = ask_hit();
             const std::vector<FarEnd> left = broker.fault_hit() ? without(row().far, nth - 1) : row().far;
             EXPECT_EQ(returned(answer, left), expected_of_hit(left));
@@ -157,7 +160,7 @@ class AssociatorSuite : public AssociationTest, public testing::WithParamInterfa
             const std::vector<FarEnd> left = left_by(failure);
             if (left.size() == row().far.size()) continue; // not below this row
             for (const emulator::Effect effect : failure.effects) {
-                if (effect == emulator::Effect::fail_with_row && takes_the_block_whatever_the_status(failure))
+                if (effect == emulator::Effect::FailWithRow && takes_the_block_whatever_the_status(failure))
                     continue;
                 SCOPED_TRACE(std::string(failure.symbol) + " effect " +
                              std::to_string(static_cast<int>(effect)));
@@ -178,9 +181,10 @@ class AssociatorSuite : public AssociationTest, public testing::WithParamInterfa
     void each_call_may_fail_on_its_own() {
         for_each_failing_call([&] { return ask_hit(); },
                               [&](const Answer& answer) {
-                                  for (const test_support::Returned& object : answer.returned)
+                                  for (const test_support::Returned& object : answer.returned) {
                                       EXPECT_TRUE(object.path.is_valid() && object.instance.is_valid())
                                           << testing::PrintToString(object);
+                                  }
                                   EXPECT_EQ(status, 0);
                                   EXPECT_EQ(own_trace(answer), whole_trace());
                               });

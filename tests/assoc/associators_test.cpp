@@ -35,7 +35,7 @@ TEST_P(AssociatorsTunnelRow, EachCallMayFailOnItsOwn) {
     each_call_may_fail_on_its_own();
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsTunnelRow, testing::ValuesIn(tunnel_rows(associatorsRows)),
+INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsTunnelRow, testing::ValuesIn(tunnel_rows(ASSOCIATORS_ROWS)),
                          RowName());
 
 class AssociatorsPortRow : public AssociatorSuite<AssociatorsRow> {};
@@ -65,34 +65,34 @@ TEST_P(AssociatorsPortRow, NoTunnelIsLookedUp) {
     EXPECT_EQ(emulator::count("fcip_get_link_entry"), 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsPortRow, testing::ValuesIn(port_rows(associatorsRows)), RowName());
+INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsPortRow, testing::ValuesIn(port_rows(ASSOCIATORS_ROWS)), RowName());
 
 // Each service below a row failing, and the broker failing.
 class AssociatorsFailure : public AssociatorSuite<AssociatorsRow> {};
 
 const std::vector<PlatformFailure>& instance_failures() {
-    static const std::vector<PlatformFailure> failures{
+    static const std::vector<PlatformFailure> FAILURES{
         {"fcip_get_entity_entry",
          "",
-         statusFailures,
-         {End::fcipEndpoint, End::tcpEndpoint, End::ipEndpoint, End::fcipSettings, End::tcpSettings,
-          End::ipSettings, End::remoteFcipPort, End::remoteIpAccessPoint, End::remoteTcpPort, End::profile}},
-        {"fcip_snmp_get_link_errors", "", rowFailures, {End::statistics}},
-        {emulator::LINE_CARD, "", {Effect::no_answer}, {End::statistics}},
-        {"cmi_req_resp", "", rowFailures, {End::ipSettings}},
-        {"fcip_get_link_entry", "op=1", rowFailures, {End::tcpSettings}},
+         STATUS_FAILURES,
+         {End::FcipEndpoint, End::TcpEndpoint, End::IpEndpoint, End::FcipSettings, End::TcpSettings,
+          End::IpSettings, End::RemoteFcipPort, End::RemoteIpAccessPoint, End::RemoteTcpPort, End::Profile}},
+        {"fcip_snmp_get_link_errors", "", ROW_FAILURES, {End::Statistics}},
+        {emulator::LINE_CARD, "", {Effect::NoAnswer}, {End::Statistics}},
+        {"cmi_req_resp", "", ROW_FAILURES, {End::IpSettings}},
+        {"fcip_get_link_entry", "op=1", ROW_FAILURES, {End::TcpSettings}},
         {"pm_cim_get_port_info",
          "",
-         statusFailures,
-         {End::lanEndpoint, End::ethernetStatistics, End::ethernetPort}},
-        {"pm_get_port_counters", "", statusFailures, {End::ethernetStatistics}},
-        {"pm_cim_find_interface", "", {Effect::fail}, {End::fcPort}},
-        {"fcport_build_instance_pm", "", {Effect::fail}, {End::fcPort}},
-        {"vsan_cim_get_vsanEntry", "", statusFailures, {End::hostingSystem}},
-        {"dm_cim_get_dmEntry", "", statusFailures, {End::hostingSystem}},
-        {"switch_build_instance_str", "", {Effect::fail}, {End::hostingSystem}},
+         STATUS_FAILURES,
+         {End::LanEndpoint, End::EthernetStatistics, End::EthernetPort}},
+        {"pm_get_port_counters", "", STATUS_FAILURES, {End::EthernetStatistics}},
+        {"pm_cim_find_interface", "", {Effect::Fail}, {End::FcPort}},
+        {"fcport_build_instance_pm", "", {Effect::Fail}, {End::FcPort}},
+        {"vsan_cim_get_vsanEntry", "", STATUS_FAILURES, {End::HostingSystem}},
+        {"dm_cim_get_dmEntry", "", STATUS_FAILURES, {End::HostingSystem}},
+        {"switch_build_instance_str", "", {Effect::Fail}, {End::HostingSystem}},
     };
-    return failures;
+    return FAILURES;
 }
 
 bool fails_below(const AssociatorsRow& row) {
@@ -101,7 +101,7 @@ bool fails_below(const AssociatorsRow& row) {
 }
 std::vector<AssociatorsRow> rows_with_platform_failures() {
     std::vector<AssociatorsRow> found;
-    std::copy_if(associatorsRows.begin(), associatorsRows.end(), std::back_inserter(found), fails_below);
+    std::copy_if(ASSOCIATORS_ROWS.begin(), ASSOCIATORS_ROWS.end(), std::back_inserter(found), fails_below);
     return found;
 }
 
@@ -114,12 +114,12 @@ INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsFailure, testing::ValuesIn(rows_with_p
 class AssociatorsBrokerFailure : public AssociatorSuite<AssociatorsRow> {};
 
 TEST_P(AssociatorsBrokerFailure, AnInstanceWithoutAPathIsSkipped) {
-    an_object_that_the_broker_cannot_make_is_skipped(Make::object_path);
+    an_object_that_the_broker_cannot_make_is_skipped(Make::ObjectPath);
 }
 TEST_P(AssociatorsBrokerFailure, AnInstanceThatTheBrokerCannotMakeIsSkipped) {
-    an_object_that_the_broker_cannot_make_is_skipped(Make::instance);
+    an_object_that_the_broker_cannot_make_is_skipped(Make::Instance);
 }
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsBrokerFailure, testing::ValuesIn(tunnel_rows(associatorsRows)),
+INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsBrokerFailure, testing::ValuesIn(tunnel_rows(ASSOCIATORS_ROWS)),
                          RowName());
 
 // Rows whose instance the library builds: it hands the request's properties on, and an instance without a
@@ -141,19 +141,19 @@ TEST_P(AssociatorsBuiltRow, WithoutAPropertyListTheFilterGetsNone) {
               (std::vector<Filter>{{std::nullopt, std::vector<std::string>{}}}));
 }
 TEST_P(AssociatorsBuiltRow, AnInstanceWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_every(Make::instance, Failure::without_handle);
+    broker.fail_every(Make::Instance, Failure::WithoutHandle);
     const Answer answer = ask_hit();
     ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(answer.instances[0].kind(), Object::without_handle);
+    EXPECT_EQ(answer.instances[0].kind(), Object::WithoutHandle);
 }
 
 bool built_by_the_library(const AssociatorsRow& row) {
     const End end = row.far[0].end;
-    return end != End::hostingSystem && end != End::fcPort && end != End::ethernetPort;
+    return end != End::HostingSystem && end != End::FcPort && end != End::EthernetPort;
 }
 std::vector<AssociatorsRow> rows_built_by_the_library() {
     std::vector<AssociatorsRow> found;
-    std::copy_if(associatorsRows.begin(), associatorsRows.end(), std::back_inserter(found),
+    std::copy_if(ASSOCIATORS_ROWS.begin(), ASSOCIATORS_ROWS.end(), std::back_inserter(found),
                  built_by_the_library);
     return found;
 }
@@ -187,7 +187,7 @@ TEST_P(AssociatorsOfMember, AnUnknownAssociationClassReturnsNothing) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Members, AssociatorsOfMember, testing::ValuesIn(associatorsMembers), MemberName());
+INSTANTIATE_TEST_SUITE_P(Members, AssociatorsOfMember, testing::ValuesIn(ASSOCIATORS_MEMBERS), MemberName());
 
 // ---- What is particular. ----
 
@@ -208,16 +208,16 @@ class AssociatorsTest : public AssociationTest {
 };
 
 TEST_F(AssociatorsTest, IpEndpointReturnsOneInstanceForItsSettingsAssociation) {
-    EXPECT_EQ(found(End::ipSettings, get_ip_pe_associators, "7_x", "KESTO_IPElementSettingData"),
-              Texts{instance(End::ipSettings, "KESTO_IPSettings", byIfIndex)});
+    EXPECT_EQ(found(End::IpSettings, get_ip_pe_associators, "7_x", "KESTO_IPElementSettingData"),
+              Texts{instance(End::IpSettings, "KESTO_IPSettings", BY_IF_INDEX)});
     emulator::clear_calls();
     call(get_ip_pe_associators, "7_x", "KESTO_IPElementSettingData");
     EXPECT_EQ(emulator::count("vsan_cim_get_vsanEntry"), 0U) << "the hosting system is for the names only";
 }
 
 TEST_F(AssociatorsTest, IpEndpointReturnsTheHostingSystemForItsHostedAccessPoint) {
-    EXPECT_EQ(found(End::hostingSystem, get_ip_pe_associators, "7_x", "KESTO_SwitchHostedIPAccessPoint"),
-              Texts{instance(End::hostingSystem, "KESTO_LogicalComputerSystem", byIfIndex)});
+    EXPECT_EQ(found(End::HostingSystem, get_ip_pe_associators, "7_x", "KESTO_SwitchHostedIPAccessPoint"),
+              Texts{instance(End::HostingSystem, "KESTO_LogicalComputerSystem", BY_IF_INDEX)});
 }
 
 TEST_F(AssociatorsTest, IpEndpointReturnsNothingForAnAssociationItDoesNotKnow) {
@@ -227,10 +227,10 @@ TEST_F(AssociatorsTest, IpEndpointReturnsNothingForAnAssociationItDoesNotKnow) {
 
 TEST_F(AssociatorsTest, IpEndpointSpellingsOfTheRemoteAccessPointAssociationMatchAlike) {
     for (const char* asked : {"KESTO_SANIPEndPoint", "KESTO_SANIpEndPoint", "KESTO_SANIPEndpoint"}) {
-        EXPECT_EQ(found(End::remoteIpAccessPoint, get_ip_pe_associators, "7_x", asked),
-                  Texts{instance(End::remoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint", byIfIndex)});
-        EXPECT_EQ(found(End::ipEndpoint, get_ip_remote_pe_associators, "0_10.0.0.7_10.25.0.1", asked),
-                  Texts{instance(End::ipEndpoint, "KESTO_IPProtocolEndPoint", byAddress)});
+        EXPECT_EQ(found(End::RemoteIpAccessPoint, get_ip_pe_associators, "7_x", asked),
+                  Texts{instance(End::RemoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint", BY_IF_INDEX)});
+        EXPECT_EQ(found(End::IpEndpoint, get_ip_remote_pe_associators, "0_10.0.0.7_10.25.0.1", asked),
+                  Texts{instance(End::IpEndpoint, "KESTO_IPProtocolEndPoint", BY_ADDRESS)});
     }
 }
 
@@ -244,9 +244,9 @@ TEST_F(AssociatorsTest, IpEndpointTracesTheAssociationClassBeforeItLooksAtIt) {
 }
 
 TEST_F(AssociatorsTest, IpEndpointTakesTheEthernetPortsBlockWhateverTheStatus) {
-    const Texts wanted{instance(End::ethernetPort, "KESTO_EthernetPort", byIfIndex)};
-    emulator::add_fault(fault("pm_cim_get_port_info", Effect::fail_with_row));
-    EXPECT_EQ(found(End::ethernetPort, get_ip_pe_associators, "7_x", "KESTO_IPEthernetEndpoint"), wanted);
+    const Texts wanted{instance(End::EthernetPort, "KESTO_EthernetPort", BY_IF_INDEX)};
+    emulator::add_fault(fault("pm_cim_get_port_info", Effect::FailWithRow));
+    EXPECT_EQ(found(End::EthernetPort, get_ip_pe_associators, "7_x", "KESTO_IPEthernetEndpoint"), wanted);
 }
 
 // ---- Statistics: the IP endpoint hands its builder the link's error row in place of the link. ----
@@ -265,7 +265,7 @@ TEST_F(AssociatorsTest, IpStatisticsAreBuiltFromTheErrorRowInPlaceOfTheLink) {
 }
 
 TEST_F(AssociatorsTest, IpStatisticsWithoutErrorCountersAreSkipped) {
-    for (const Effect effect : rowFailures) {
+    for (const Effect effect : ROW_FAILURES) {
         emulator::clear_faults();
         emulator::add_fault(fault("fcip_snmp_get_link_errors", effect));
         const Answer answer = ip_statistics();
@@ -286,7 +286,7 @@ TEST_F(AssociatorsTest, IpStatisticsReadNothingBehindWord27OfTheErrorRow) {
     void* place = bytes + page - sizeof(FcipLinkErrors);
     auto* errors = new (place) FcipLinkErrors{22, 31, {}};
     errors->counters[0] = 4711;
-    errors->counters[24] = byIfIndex.ethernet;
+    errors->counters[24] = BY_IF_INDEX.ethernet;
 
     const RecordedInstance made = built([&] {
         return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE,
@@ -299,28 +299,28 @@ TEST_F(AssociatorsTest, IpStatisticsReadNothingBehindWord27OfTheErrorRow) {
 TEST_F(AssociatorsTest, TcpEndpointAnswersItsStatisticsWithStatisticalData) {
     const Answer answer = tcp_statistics();
     ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(identity(End::tcpStatisticalData, answer.instances[0]),
-              instance(End::tcpStatisticalData, "KESTO_TCPStatisticalData", byIfIndex));
+    EXPECT_EQ(identity(End::TcpStatisticalData, answer.instances[0]),
+              instance(End::TcpStatisticalData, "KESTO_TCPStatisticalData", BY_IF_INDEX));
     EXPECT_EQ(answer.instances[0].value("InstanceID"), "32"); // the tunnel number, not the if-index
     EXPECT_EQ(emulator::calls("fcip_snmp_get_link_errors"),
               std::vector<std::string>{"fcip_snmp_get_link_errors op=1 key={22,31} 10"});
 }
 
 TEST_F(AssociatorsTest, TcpEndpointReturnsStatisticalDataEvenWithoutErrorCounters) {
-    for (const Effect effect : rowFailures) {
+    for (const Effect effect : ROW_FAILURES) {
         emulator::clear_faults();
         emulator::add_fault(fault("fcip_snmp_get_link_errors", effect));
         const Answer answer = tcp_statistics();
         ASSERT_EQ(answer.instances.size(), 1U);
-        EXPECT_EQ(identity(End::tcpStatisticalData, answer.instances[0]),
-                  instance(End::tcpStatisticalData, "KESTO_TCPStatisticalData", byIfIndex));
+        EXPECT_EQ(identity(End::TcpStatisticalData, answer.instances[0]),
+                  instance(End::TcpStatisticalData, "KESTO_TCPStatisticalData", BY_IF_INDEX));
     }
 }
 
 // The builders look the tunnel up once more by its index, and return the value -1 when it is gone. The first
 // three requests belong to the member's own lookup, which finds the tunnel in the third row.
 TEST_F(AssociatorsTest, StatisticalDataOfATunnelThatVanishesIsSkipped) {
-    emulator::Fault later = fault("fcip_get_link_entry", Effect::fail, "op=2");
+    emulator::Fault later = fault("fcip_get_link_entry", Effect::Fail, "op=2");
     later.first = 4;
     emulator::add_fault(later);
     const Answer answer = tcp_statistics();
@@ -330,7 +330,7 @@ TEST_F(AssociatorsTest, StatisticalDataOfATunnelThatVanishesIsSkipped) {
 }
 
 TEST_F(AssociatorsTest, TcpSettingsOfATunnelThatVanishesAreSkipped) {
-    emulator::Fault later = fault("fcip_get_link_entry", Effect::fail, "op=2");
+    emulator::Fault later = fault("fcip_get_link_entry", Effect::Fail, "op=2");
     later.first = 4;
     emulator::add_fault(later);
     const Answer answer = call(get_tcp_pe_associators, "7", "KESTO_TCPElementSettingData");
@@ -340,50 +340,50 @@ TEST_F(AssociatorsTest, TcpSettingsOfATunnelThatVanishesAreSkipped) {
 }
 
 TEST_F(AssociatorsTest, TcpEndpointReadsItsTunnelASecondTimeForItsSettings) {
-    EXPECT_EQ(found(End::tcpSettings, get_tcp_pe_associators, "7", "KESTO_TCPElementSettingData"),
-              Texts{instance(End::tcpSettings, "KESTO_TCPSettings", byIfIndex)});
+    EXPECT_EQ(found(End::TcpSettings, get_tcp_pe_associators, "7", "KESTO_TCPElementSettingData"),
+              Texts{instance(End::TcpSettings, "KESTO_TCPSettings", BY_IF_INDEX)});
     const std::vector<std::string> reads = emulator::calls("fcip_get_link_entry");
     ASSERT_GE(reads.size(), 4U);
     EXPECT_EQ(reads[3], "fcip_get_link_entry op=1 key={22,31} 30 1");
 }
 
 TEST_F(AssociatorsTest, TcpEndpointIsHostedByTheLogicalSystem) {
-    EXPECT_EQ(found(End::hostingSystem, get_tcp_pe_associators, "7", "KESTO_SwitchHostedTCPAccessPoint"),
-              Texts{instance(End::hostingSystem, "KESTO_LogicalComputerSystem", byIfIndex)});
+    EXPECT_EQ(found(End::HostingSystem, get_tcp_pe_associators, "7", "KESTO_SwitchHostedTCPAccessPoint"),
+              Texts{instance(End::HostingSystem, "KESTO_LogicalComputerSystem", BY_IF_INDEX)});
 }
 
 TEST_F(AssociatorsTest, TcpStatisticalDataReturnsTheTcpEndpointOfItsProfile) {
-    EXPECT_EQ(found(End::tcpEndpoint, get_tcp_statical_data_associators, "7", "KESTO_TCPEndPointStatistics"),
-              Texts{instance(End::tcpEndpoint, "KESTO_TCPProtocolEndPoint", byProfile)});
+    EXPECT_EQ(found(End::TcpEndpoint, get_tcp_statical_data_associators, "7", "KESTO_TCPEndPointStatistics"),
+              Texts{instance(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_PROFILE)});
 }
 
 TEST_F(AssociatorsTest, EthernetPortReturnsItsStatisticsByTheClassOfTheAssociation) {
-    EXPECT_EQ(found(End::ethernetStatistics, get_eth_port_associators, GIGABIT_PORT_TEXT,
+    EXPECT_EQ(found(End::EthernetStatistics, get_eth_port_associators, GIGABIT_PORT_TEXT,
                     "KESTO_EthernetPortStatisticalData"),
-              Texts{port_instance(End::ethernetStatistics, "KESTO_EthernetPortStatistics", GIGABIT_PORT)});
-    EXPECT_EQ(found(End::ethernetStatistics, get_eth_port_associators, GIGABIT_PORT_TEXT,
+              Texts{port_instance(End::EthernetStatistics, "KESTO_EthernetPortStatistics", GIGABIT_PORT)});
+    EXPECT_EQ(found(End::EthernetStatistics, get_eth_port_associators, GIGABIT_PORT_TEXT,
                     "KESTO_EthernetPortStatistics"),
               Texts{});
 }
 
 TEST_F(AssociatorsTest, FcipEndpointWithoutAnInterfaceHasNoFcPort) {
-    emulator::remove_port(byNumber.ifIndex);
+    emulator::remove_port(BY_NUMBER.ifIndex);
     expect_no_object(call(get_fcip_pe_associators, "7_x", "KESTO_FCPortProtocolEndPoint"));
     EXPECT_EQ(emulator::calls("pm_cim_find_interface"),
               std::vector<std::string>{"pm_cim_find_interface op=1 if=0x0000012d"}); // 301
 }
 
 TEST_F(AssociatorsTest, LanEndpointReadsThePortAtTheStartOfItsKey) {
-    const Texts port{port_instance(End::ethernetPort, "KESTO_EthernetPort", GIGABIT_PORT)};
+    const Texts port{port_instance(End::EthernetPort, "KESTO_EthernetPort", GIGABIT_PORT)};
     for (const char* key :
          {"-1694433280:02:00:00:00:00:10", "-1694433280_10.1.1.1", ":-1694433280", "_-1694433280"}) {
         SCOPED_TRACE(key);
         EXPECT_EQ(
-            found(End::ethernetPort, get_lan_endpoint_associators, key, "KESTO_EthernetPortProtocolEndpoint"),
+            found(End::EthernetPort, get_lan_endpoint_associators, key, "KESTO_EthernetPortProtocolEndpoint"),
             port);
     }
     EXPECT_EQ(
-        found(End::ethernetPort, get_lan_endpoint_associators, "402:x", "KESTO_EthernetPortProtocolEndpoint"),
+        found(End::EthernetPort, get_lan_endpoint_associators, "402:x", "KESTO_EthernetPortProtocolEndpoint"),
         Texts{});
 }
 
@@ -417,8 +417,8 @@ TEST_F(AssociatorsTest, ResultClassAndRolesAreNotLookedAt) {
                                        "NoRole", nullptr, result, NAMESPACE);
     });
     ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(identity(End::tcpEndpoint, answer.instances[0]),
-              instance(End::tcpEndpoint, "KESTO_TCPProtocolEndPoint", byNumber));
+    EXPECT_EQ(identity(End::TcpEndpoint, answer.instances[0]),
+              instance(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_NUMBER));
 }
 
 } // namespace

@@ -18,33 +18,33 @@ using test_support::Sets;
 namespace golden {
 
 // Label, profile, link index, if-index, Ethernet port, local and remote address, remote entity, VSAN.
-const Tunnel byNumber{"byNumber",     21,          6,           301, 401, {10, 21, 0, 1},
-                      {10, 0, 1, 21}, "10.21.0.1", "10.0.1.21", 61,  10};
-const Tunnel byIfIndex{"byIfIndex",    22,          31,          7,  402, {10, 22, 0, 1},
-                       {10, 0, 1, 22}, "10.22.0.1", "10.0.1.22", 62, 20};
-const Tunnel byEthernet{"byEthernet",   23,          32,          302, 7, {10, 23, 0, 1},
-                        {10, 0, 1, 23}, "10.23.0.1", "10.0.1.23", 63,  10};
-const Tunnel byProfile{"byProfile",   7,          33,         303, 403, {10, 7, 0, 1},
-                       {10, 0, 1, 7}, "10.7.0.1", "10.0.1.7", 64,  20};
-const Tunnel byAddress{"byAddress",   25,          34,         304, 404, {10, 25, 0, 1},
-                       {10, 0, 0, 7}, "10.25.0.1", "10.0.0.7", 65,  10};
+const Tunnel BY_NUMBER{"byNumber",     21,          6,           301, 401, {10, 21, 0, 1},
+                       {10, 0, 1, 21}, "10.21.0.1", "10.0.1.21", 61,  10};
+const Tunnel BY_IF_INDEX{"byIfIndex",    22,          31,          7,  402, {10, 22, 0, 1},
+                         {10, 0, 1, 22}, "10.22.0.1", "10.0.1.22", 62, 20};
+const Tunnel BY_ETHERNET{"byEthernet",   23,          32,          302, 7, {10, 23, 0, 1},
+                         {10, 0, 1, 23}, "10.23.0.1", "10.0.1.23", 63,  10};
+const Tunnel BY_PROFILE{"byProfile",   7,          33,         303, 403, {10, 7, 0, 1},
+                        {10, 0, 1, 7}, "10.7.0.1", "10.0.1.7", 64,  20};
+const Tunnel BY_ADDRESS{"byAddress",   25,          34,         304, 404, {10, 25, 0, 1},
+                        {10, 0, 0, 7}, "10.25.0.1", "10.0.0.7", 65,  10};
 
 namespace {
 
-const std::array<const Tunnel*, 5> tunnels{&byNumber, &byIfIndex, &byEthernet, &byProfile, &byAddress};
+const std::array<const Tunnel*, 5> TUNNELS{&BY_NUMBER, &BY_IF_INDEX, &BY_ETHERNET, &BY_PROFILE, &BY_ADDRESS};
 
 // The names of the VSANs' systems are longer than the 20 characters that a SystemName takes of them.
 struct VsanName {
     std::uint32_t id;
     const char *whole, *cut;
 };
-constexpr std::array<VsanName, 2> vsanNames{{
+constexpr std::array<VsanName, 2> VSAN_NAMES{{
     {10, "20:0a:00:0d:ec:aa:00:0a", "20:0a:00:0d:ec:aa:00"},
     {20, "20:14:00:0d:ec:bb:00:14", "20:14:00:0d:ec:bb:00"},
 }};
 
 const VsanName& vsan_name(const Tunnel& tunnel) {
-    return tunnel.vsan == vsanNames[0].id ? vsanNames[0] : vsanNames[1];
+    return tunnel.vsan == VSAN_NAMES[0].id ? VSAN_NAMES[0] : VSAN_NAMES[1];
 }
 
 IpAddr ipv4(const std::uint8_t (&bytes)[4]) {
@@ -150,13 +150,13 @@ std::string identified(std::optional<std::string> host, const std::string& class
 
 const char* identifying_property(End end) {
     switch (end) {
-        case End::fcipSettings:
-        case End::tcpSettings:
-        case End::ipSettings:
-        case End::statistics:
-        case End::tcpStatisticalData:
-        case End::profile:
-        case End::ethernetStatistics:
+        case End::FcipSettings:
+        case End::TcpSettings:
+        case End::IpSettings:
+        case End::Statistics:
+        case End::TcpStatisticalData:
+        case End::Profile:
+        case End::EthernetStatistics:
             return "InstanceID";
         default:
             return "Name";
@@ -164,8 +164,8 @@ const char* identifying_property(End end) {
 }
 
 bool made_by_platform(End end) {
-    return end == End::hostingSystem || end == End::physicalSystem || end == End::fcPort ||
-           end == End::ethernetPort;
+    return end == End::HostingSystem || end == End::PhysicalSystem || end == End::FcPort ||
+           end == End::EthernetPort;
 }
 
 } // namespace
@@ -191,9 +191,9 @@ void install() {
     emulator::set_system(HOST, SYSTEM, {0x20, 0x00, 0x00, 0x0d, 0xec, 0x11, 0x22, 0x33});
     emulator::set_clock(0);
     emulator::add_vsan({1, "default", true, "20:01:00:0d:ec:00:00:01"});
-    for (const VsanName& vsan : vsanNames)
+    for (const VsanName& vsan : VSAN_NAMES)
         emulator::add_vsan({vsan.id, "VSAN" + std::to_string(vsan.id), true, vsan.whole});
-    for (const Tunnel* tunnel : tunnels) {
+    for (const Tunnel* tunnel : TUNNELS) {
         emulator::add_link(link_row(*tunnel));
         FcipEntityEntry profile{};
         profile.kfmFcipEntityId = tunnel->entity;
@@ -206,7 +206,7 @@ void install() {
         emulator::set_link_errors(errors);
         install_port(tunnel->ethernet, 26, 1);
     }
-    for (const Tunnel* tunnel : tunnels)
+    for (const Tunnel* tunnel : TUNNELS)
         install_port(tunnel->ifIndex, 11, tunnel->vsan); // port 7 ends as the interface of byIfIndex
     install_port(GIGABIT_PORT, 26, 1);
     install_port(GIGABIT_PORT + 0x1000, 26, 1);
@@ -218,52 +218,52 @@ void PrintTo(End end, std::ostream* out) {
 
 RecordedPath path(End end, const std::string& className, const Tunnel& tunnel) {
     switch (end) {
-        case End::fcipEndpoint: // this filler and the remote FCIP port's set no host name
+        case End::FcipEndpoint: // this filler and the remote FCIP port's set no host name
             return endpoint(std::nullopt, className, "KESTO_FCIPProtocolEndPoint", tunnel,
                             name_of(tunnel.index + 1, tunnel.localText, tunnel.remoteText));
-        case End::tcpEndpoint:
+        case End::TcpEndpoint:
             return endpoint(HOST, className, "KESTO_TCPProtocolEndPoint", tunnel, printed(tunnel.ifIndex));
-        case End::ipEndpoint:
+        case End::IpEndpoint:
             return endpoint(HOST, className, "KESTO_IPProtocolEndPoint", tunnel,
                             name_of(tunnel.ifIndex, tunnel.localText, tunnel.remoteText));
-        case End::fcipSettings:
-        case End::tcpSettings:
-        case End::ipSettings:
-        case End::statistics:
+        case End::FcipSettings:
+        case End::TcpSettings:
+        case End::IpSettings:
+        case End::Statistics:
             return by_instance_id(HOST, className, printed(tunnel.ifIndex));
-        case End::remoteFcipPort: // the remote entity is 0 in paths
+        case End::RemoteFcipPort: // the remote entity is 0 in paths
             return endpoint(std::nullopt, className, "KESTO_RemoteFCIPPort", tunnel,
                             name_of(0, tunnel.remoteText, tunnel.localText));
-        case End::remoteIpAccessPoint:
+        case End::RemoteIpAccessPoint:
             return endpoint(HOST, className, "KESTO_RemoteIPServiceAccessPoint", tunnel,
                             name_of(0, tunnel.remoteText, tunnel.localText));
-        case End::remoteTcpPort:
+        case End::RemoteTcpPort:
             return {NAMESPACE, className,
                     Sets{{"SystemName", CMPI_chars, vsan_name(tunnel).cut},
                          {"Name", CMPI_chars, "0_" + printed(tunnel.ifIndex)},
                          {"SystemCreationClassName", CMPI_chars, "KESTO_LogicalComputerSystem"},
                          {"CreationClassName", CMPI_chars, className}},
                     HOST};
-        case End::profile:
+        case End::Profile:
             return by_instance_id(std::nullopt, className, printed(tunnel.entity));
-        case End::lanEndpoint:
-        case End::ethernetStatistics:
-        case End::ethernetPort:
+        case End::LanEndpoint:
+        case End::EthernetStatistics:
+        case End::EthernetPort:
             return port_path(end, className, tunnel.ethernet);
-        case End::fcPort:
+        case End::FcPort:
             return platform_port_path(className, tunnel.ifIndex);
-        case End::hostingSystem:
+        case End::HostingSystem:
             return system_path(className, vsan_name(tunnel).whole);
-        case End::vsanSystem:
+        case End::VsanSystem:
             return system_path(className, vsan_name(tunnel).cut);
-        case End::physicalSystem:
+        case End::PhysicalSystem:
             return asked_from_platform([&](const CMPIBroker* broker) {
                 return switch_fill_reference(className.c_str(), NAMESPACE, broker);
             });
-        case End::tcpStatisticalData:
+        case End::TcpStatisticalData:
             break;
     }
-    return RecordedPath::of(test_support::Object::null);
+    return RecordedPath::of(test_support::Object::Null);
 }
 
 RecordedPath system_path(const std::string& className, const char* key) {
@@ -273,7 +273,7 @@ RecordedPath system_path(const std::string& className, const char* key) {
 }
 
 RecordedPath port_path(End end, const std::string& className, std::uint32_t ifIndex) {
-    if (end == End::lanEndpoint) {
+    if (end == End::LanEndpoint) {
         return {NAMESPACE, className,
                 Sets{{"SystemName", CMPI_chars, SYSTEM},
                      {"SystemCreationClassName", CMPI_chars, "KESTO_PhysicalComputerSystem"},
@@ -281,61 +281,61 @@ RecordedPath port_path(End end, const std::string& className, std::uint32_t ifIn
                      {"Name", CMPI_chars, printed(ifIndex) + ":" + port_address(ifIndex)}},
                 HOST};
     }
-    if (end == End::ethernetStatistics) return by_instance_id(HOST, className, printed(ifIndex));
+    if (end == End::EthernetStatistics) return by_instance_id(HOST, className, printed(ifIndex));
     return platform_port_path(className, ifIndex);
 }
 
 std::string instance(End end, const std::string& className, const Tunnel& tunnel) {
     std::string key;
     switch (end) {
-        case End::fcipEndpoint:
+        case End::FcipEndpoint:
             key = name_of(tunnel.index + 1, tunnel.localText, tunnel.remoteText);
             break;
-        case End::tcpEndpoint:
-        case End::fcipSettings:
-        case End::tcpSettings:
-        case End::ipSettings:
+        case End::TcpEndpoint:
+        case End::FcipSettings:
+        case End::TcpSettings:
+        case End::IpSettings:
             key = printed(tunnel.ifIndex);
             break;
-        case End::ipEndpoint:
+        case End::IpEndpoint:
             key = name_of(tunnel.ifIndex, tunnel.localText, tunnel.remoteText);
             break;
-        case End::remoteFcipPort:
+        case End::RemoteFcipPort:
             key = name_of(tunnel.remoteEntity, tunnel.remoteText, tunnel.localText);
             break;
-        case End::remoteIpAccessPoint:
+        case End::RemoteIpAccessPoint:
             key = name_of(0, tunnel.remoteText, tunnel.localText);
             break;
-        case End::remoteTcpPort:
+        case End::RemoteTcpPort:
             key = "0_" + printed(tunnel.ifIndex);
             break;
-        case End::profile:
+        case End::Profile:
             key = printed(tunnel.entity);
             break;
-        case End::statistics: // the error row stands in for the link row
+        case End::Statistics: // the error row stands in for the link row
             key = printed(error_marker(tunnel));
             break;
-        case End::tcpStatisticalData:
+        case End::TcpStatisticalData:
             key = printed(tunnel.index + 1);
             break;
-        case End::lanEndpoint:
-        case End::ethernetStatistics:
-        case End::ethernetPort:
+        case End::LanEndpoint:
+        case End::EthernetStatistics:
+        case End::EthernetPort:
             return port_instance(end, className, tunnel.ethernet);
-        case End::fcPort:
+        case End::FcPort:
             return platform_port_instance(className, tunnel.ifIndex);
-        case End::hostingSystem:
-        case End::vsanSystem:
-        case End::physicalSystem:
+        case End::HostingSystem:
+        case End::VsanSystem:
+        case End::PhysicalSystem:
             return hosting_system_instance(className, tunnel);
     }
     return identified(HOST, className, identifying_property(end), key);
 }
 
 std::string port_instance(End end, const std::string& className, std::uint32_t ifIndex) {
-    if (end == End::ethernetPort) return platform_port_instance(className, ifIndex);
+    if (end == End::EthernetPort) return platform_port_instance(className, ifIndex);
     const std::string key =
-        end == End::lanEndpoint ? printed(ifIndex) + ":" + port_address(ifIndex) : printed(ifIndex);
+        end == End::LanEndpoint ? printed(ifIndex) + ":" + port_address(ifIndex) : printed(ifIndex);
     return identified(HOST, className, identifying_property(end), key);
 }
 
@@ -346,14 +346,14 @@ std::string identity(End end, const RecordedInstance& made) {
 }
 
 // clang-format off
-const std::vector<Probe> probes{
+const std::vector<Probe> PROBES{
     // key                  mode 1      mode 2       mode 3       mode 4        mode 5       mode 6       mode 7
-    {"7_anything", {nullptr, &byNumber, &byIfIndex, &byIfIndex, &byEthernet, &byProfile, nullptr,    nullptr}},
-    {"7:anything", {nullptr, &byNumber, &byIfIndex, &byIfIndex, &byEthernet, &byProfile, nullptr,    nullptr}},
-    {"_7",         {nullptr, &byNumber, &byIfIndex, nullptr,    &byEthernet, nullptr,    nullptr,    nullptr}},
-    {":7",         {nullptr, nullptr,   nullptr,    nullptr,    &byEthernet, nullptr,    nullptr,    nullptr}},
-    {"0_7",        {nullptr, nullptr,   nullptr,    nullptr,    nullptr,     nullptr,    nullptr,    &byIfIndex}},
-    {"0_10.0.0.7", {nullptr, nullptr,   nullptr,    nullptr,    nullptr,     nullptr,    &byAddress, nullptr}},
+    {"7_anything", {nullptr, &BY_NUMBER, &BY_IF_INDEX, &BY_IF_INDEX, &BY_ETHERNET, &BY_PROFILE, nullptr,    nullptr}},
+    {"7:anything", {nullptr, &BY_NUMBER, &BY_IF_INDEX, &BY_IF_INDEX, &BY_ETHERNET, &BY_PROFILE, nullptr,    nullptr}},
+    {"_7",         {nullptr, &BY_NUMBER, &BY_IF_INDEX, nullptr,    &BY_ETHERNET, nullptr,    nullptr,    nullptr}},
+    {":7",         {nullptr, nullptr,   nullptr,    nullptr,    &BY_ETHERNET, nullptr,    nullptr,    nullptr}},
+    {"0_7",        {nullptr, nullptr,   nullptr,    nullptr,    nullptr,     nullptr,    nullptr,    &BY_IF_INDEX}},
+    {"0_10.0.0.7", {nullptr, nullptr,   nullptr,    nullptr,    nullptr,     nullptr,    &BY_ADDRESS, nullptr}},
     {"999_9",      {nullptr, nullptr,   nullptr,    nullptr,    nullptr,     nullptr,    nullptr,    nullptr}},
     // No token to read, or none behind the 0 that modes 6 and 7 begin with.
     {"",           {nullptr, nullptr,   nullptr,    nullptr,    nullptr,     nullptr,    nullptr,    nullptr}},
@@ -367,12 +367,12 @@ void PrintTo(Kind kind, std::ostream* out) {
 
 const char* first_role(Kind kind) {
     switch (kind) {
-        case Kind::realize:
+        case Kind::Realize:
             return "Antecedent";
-        case Kind::groupPart:
+        case Kind::GroupPart:
             return "GroupComponent";
-        case Kind::managedSetting:
-        case Kind::managedStats:
+        case Kind::ManagedSetting:
+        case Kind::ManagedStats:
             break;
     }
     return "ManagedElement";
@@ -380,13 +380,13 @@ const char* first_role(Kind kind) {
 
 const char* second_role(Kind kind) {
     switch (kind) {
-        case Kind::realize:
+        case Kind::Realize:
             return "Dependent";
-        case Kind::groupPart:
+        case Kind::GroupPart:
             return "PartComponent";
-        case Kind::managedSetting:
+        case Kind::ManagedSetting:
             return "SettingData";
-        case Kind::managedStats:
+        case Kind::ManagedStats:
             break;
     }
     return "Stats";
@@ -395,7 +395,7 @@ const char* second_role(Kind kind) {
 RecordedPath association(Kind kind, const std::string& className, const RecordedPath& first,
                          const RecordedPath& second) {
     Sets keys{{first_role(kind), CMPI_ref, first}, {second_role(kind), CMPI_ref, second}};
-    if (kind == Kind::managedSetting) {
+    if (kind == Kind::ManagedSetting) {
         keys.push_back({"IsDefault", CMPI_uint16, 1});
         keys.push_back({"IsCurrent", CMPI_uint16, 1});
     }

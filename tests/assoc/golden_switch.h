@@ -32,11 +32,11 @@ struct Tunnel {
     std::uint32_t vsan;
 };
 
-extern const Tunnel byNumber;   // tunnel 7, that is link index 6
-extern const Tunnel byIfIndex;  // if-index 7
-extern const Tunnel byEthernet; // Ethernet port 7
-extern const Tunnel byProfile;  // profile 7
-extern const Tunnel byAddress;  // peer 10.0.0.7
+extern const Tunnel BY_NUMBER;   // tunnel 7, that is link index 6
+extern const Tunnel BY_IF_INDEX; // if-index 7
+extern const Tunnel BY_ETHERNET; // Ethernet port 7
+extern const Tunnel BY_PROFILE;  // profile 7
+extern const Tunnel BY_ADDRESS;  // peer 10.0.0.7
 
 // A port of the Ethernet run, and its number as the "%d" of a 32-bit machine prints it.
 inline constexpr std::uint32_t GIGABIT_PORT = 0x9B010000U;
@@ -49,25 +49,25 @@ FcipLinkKey link_key(const Tunnel& tunnel);
 
 // The kinds of object at the ends of associations: what makes them, and so what their keys are.
 enum class End {
-    fcipEndpoint,
-    tcpEndpoint,
-    ipEndpoint,
-    fcipSettings,
-    tcpSettings,
-    ipSettings,
-    remoteFcipPort,
-    remoteIpAccessPoint,
-    remoteTcpPort,
-    profile,
-    statistics,         // path of the three link statistics classes
-    tcpStatisticalData, // instance only: its key is the tunnel number
-    lanEndpoint,        // of the tunnel's Ethernet port
-    ethernetStatistics, // of the tunnel's Ethernet port
-    hostingSystem,      // of the tunnel's VSAN, by the platform: the whole name of the system is its key
-    vsanSystem,         // the same, by its first 20 characters: what the walkers make
-    physicalSystem,     // the switch, by the platform
-    fcPort,             // of the tunnel's FCIP interface, by the platform
-    ethernetPort,       // of the tunnel's Ethernet port, by the platform
+    FcipEndpoint,
+    TcpEndpoint,
+    IpEndpoint,
+    FcipSettings,
+    TcpSettings,
+    IpSettings,
+    RemoteFcipPort,
+    RemoteIpAccessPoint,
+    RemoteTcpPort,
+    Profile,
+    Statistics,         // path of the three link statistics classes
+    TcpStatisticalData, // instance only: its key is the tunnel number
+    LanEndpoint,        // of the tunnel's Ethernet port
+    EthernetStatistics, // of the tunnel's Ethernet port
+    HostingSystem,      // of the tunnel's VSAN, by the platform: the whole name of the system is its key
+    VsanSystem,         // the same, by its first 20 characters: what the walkers make
+    PhysicalSystem,     // the switch, by the platform
+    FcPort,             // of the tunnel's FCIP interface, by the platform
+    EthernetPort,       // of the tunnel's Ethernet port, by the platform
 };
 void PrintTo(End end, std::ostream* out);
 
@@ -90,10 +90,10 @@ struct Probe {
     const char* key;
     const Tunnel* tunnel[8]; // by mode 1 to 7; null = none
 };
-extern const std::vector<Probe> probes;
+extern const std::vector<Probe> PROBES;
 
 // An association of two ends: roles, and the extras that settings associations carry.
-enum class Kind { realize, managedSetting, managedStats, groupPart };
+enum class Kind { Realize, ManagedSetting, ManagedStats, GroupPart };
 void PrintTo(Kind kind, std::ostream* out);
 const char* first_role(Kind kind);
 const char* second_role(Kind kind);

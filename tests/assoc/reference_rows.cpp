@@ -8,138 +8,138 @@ namespace golden {
 namespace {
 
 enum Source : std::size_t {
-    fcip_pe,
-    ip_pe,
-    tcp_pe,
-    fcip_remote_pe,
-    ip_remote_pe,
-    tcp_remote_pe,
-    lan_endpoint,
-    fcip_settings,
-    ip_settings,
-    tcp_settings,
-    ip_stat,
-    tcp_stat,
-    profile,
-    eth_port,
-    eth_stat,
+    FCIP_PE,
+    IP_PE,
+    TCP_PE,
+    FCIP_REMOTE_PE,
+    IP_REMOTE_PE,
+    TCP_REMOTE_PE,
+    LAN_ENDPOINT,
+    FCIP_SETTINGS,
+    IP_SETTINGS,
+    TCP_SETTINGS,
+    IP_STAT,
+    TCP_STAT,
+    PROFILE,
+    ETH_PORT,
+    ETH_STAT,
 };
 
 } // namespace
 
-const std::vector<ReferenceMember> referenceMembers{
-    {"fcip_pe", get_fcip_pe_reference_names, get_fcip_pe_references, ResultLine::starred},
-    {"ip_pe", get_ip_pe_reference_names, get_ip_pe_references, ResultLine::usual},
-    {"tcp_pe", get_tcp_pe_reference_names, get_tcp_pe_references, ResultLine::usual},
-    {"fcip_remote_pe", get_fcip_remote_pe_reference_names, get_fcip_remote_pe_references, ResultLine::none},
-    {"ip_remote_pe", get_ip_remote_pe_reference_names, get_ip_remote_pe_references, ResultLine::usual},
-    {"tcp_remote_pe", get_tcp_remote_pe_reference_names, get_tcp_remote_pe_references, ResultLine::usual},
-    {"lan_endpoint", get_lan_endpoint_reference_names, get_lan_endpoint_references, ResultLine::usual},
-    {"fcip_settings", get_fcip_settings_reference_names, get_fcip_settings_references, ResultLine::usual},
-    {"ip_settings", get_ip_settings_reference_names, get_ip_settings_references, ResultLine::usual},
-    {"tcp_settings", get_tcp_settings_reference_names, get_tcp_settings_references, ResultLine::usual},
-    {"ip_stat", get_ip_stat_reference_names, get_ip_stat_references, ResultLine::none},
-    {"tcp_stat", get_tcp_stat_reference_names, get_tcp_stat_references, ResultLine::usual},
-    {"profile", get_profile_reference_names, get_profile_references, ResultLine::usual},
-    {"eth_port", get_eth_port_reference_names, get_eth_port_references, ResultLine::usual},
-    {"eth_stat", get_eth_stat_reference_names, get_eth_stat_references, ResultLine::spaced},
+const std::vector<ReferenceMember> REFERENCE_MEMBERS{
+    {"fcip_pe", get_fcip_pe_reference_names, get_fcip_pe_references, ResultLine::Starred},
+    {"ip_pe", get_ip_pe_reference_names, get_ip_pe_references, ResultLine::Usual},
+    {"tcp_pe", get_tcp_pe_reference_names, get_tcp_pe_references, ResultLine::Usual},
+    {"fcip_remote_pe", get_fcip_remote_pe_reference_names, get_fcip_remote_pe_references, ResultLine::None},
+    {"ip_remote_pe", get_ip_remote_pe_reference_names, get_ip_remote_pe_references, ResultLine::Usual},
+    {"tcp_remote_pe", get_tcp_remote_pe_reference_names, get_tcp_remote_pe_references, ResultLine::Usual},
+    {"lan_endpoint", get_lan_endpoint_reference_names, get_lan_endpoint_references, ResultLine::Usual},
+    {"fcip_settings", get_fcip_settings_reference_names, get_fcip_settings_references, ResultLine::Usual},
+    {"ip_settings", get_ip_settings_reference_names, get_ip_settings_references, ResultLine::Usual},
+    {"tcp_settings", get_tcp_settings_reference_names, get_tcp_settings_references, ResultLine::Usual},
+    {"ip_stat", get_ip_stat_reference_names, get_ip_stat_references, ResultLine::None},
+    {"tcp_stat", get_tcp_stat_reference_names, get_tcp_stat_references, ResultLine::Usual},
+    {"profile", get_profile_reference_names, get_profile_references, ResultLine::Usual},
+    {"eth_port", get_eth_port_reference_names, get_eth_port_references, ResultLine::Usual},
+    {"eth_stat", get_eth_stat_reference_names, get_eth_stat_references, ResultLine::Spaced},
 };
 
 // clang-format off
 // One line a row: member, association class tested, mode, kind, name; then the ends in the order passed.
-const std::vector<ReferenceRow> referenceRows{
-    {&referenceMembers[fcip_pe], "KESTO_FCIPElementSettingData", 1, Kind::managedSetting, "KESTO_FCIPElementSettingData",
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::fcipSettings, "KESTO_FCIPSettings"}},
-    {&referenceMembers[fcip_pe], "KESTO_FCIPTCPEndpoint", 1, Kind::realize, "KESTO_FCIPTCPEndpoint",
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::tcpEndpoint, "KESTO_TCPProtocolEndpoint"}},
-    {&referenceMembers[fcip_pe], "KESTO_SANFCIPEndpoint", 1, Kind::realize, "KESTO_SANFCIPEndpoint",
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::remoteFcipPort, "KESTO_RemoteFCIPPort"}},
-    {&referenceMembers[fcip_pe], "KESTO_FCPortProtocolEndPoint", 1, Kind::realize, "KESTO_FCPortProtocolEndPoint",
-     {End::fcPort, "KESTO_FCPort"}, {End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint"}},
-    {&referenceMembers[fcip_pe], "KESTO_FCIPPEBasedOn", 1, Kind::groupPart, "KESTO_FCIPPEBasedOn",
-     {End::profile, "KESTO_FCIPProfile"}, {End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint"}},
-    {&referenceMembers[fcip_pe], "KESTO_SwitchHostedFCIPAccessPoint", 1, Kind::realize, "KESTO_SwitchHostedFCIPAccessPoint",
-     {End::hostingSystem, "KESTO_LogicalComputerSystem"}, {End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint"}},
+const std::vector<ReferenceRow> REFERENCE_ROWS{
+    {&REFERENCE_MEMBERS[FCIP_PE], "KESTO_FCIPElementSettingData", 1, Kind::ManagedSetting, "KESTO_FCIPElementSettingData",
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::FcipSettings, "KESTO_FCIPSettings"}},
+    {&REFERENCE_MEMBERS[FCIP_PE], "KESTO_FCIPTCPEndpoint", 1, Kind::Realize, "KESTO_FCIPTCPEndpoint",
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::TcpEndpoint, "KESTO_TCPProtocolEndpoint"}},
+    {&REFERENCE_MEMBERS[FCIP_PE], "KESTO_SANFCIPEndpoint", 1, Kind::Realize, "KESTO_SANFCIPEndpoint",
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::RemoteFcipPort, "KESTO_RemoteFCIPPort"}},
+    {&REFERENCE_MEMBERS[FCIP_PE], "KESTO_FCPortProtocolEndPoint", 1, Kind::Realize, "KESTO_FCPortProtocolEndPoint",
+     {End::FcPort, "KESTO_FCPort"}, {End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint"}},
+    {&REFERENCE_MEMBERS[FCIP_PE], "KESTO_FCIPPEBasedOn", 1, Kind::GroupPart, "KESTO_FCIPPEBasedOn",
+     {End::Profile, "KESTO_FCIPProfile"}, {End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint"}},
+    {&REFERENCE_MEMBERS[FCIP_PE], "KESTO_SwitchHostedFCIPAccessPoint", 1, Kind::Realize, "KESTO_SwitchHostedFCIPAccessPoint",
+     {End::HostingSystem, "KESTO_LogicalComputerSystem"}, {End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint"}},
 
-    {&referenceMembers[ip_pe], "KESTO_IPElementSettingData", 2, Kind::managedSetting, "KESTO_IPElementSettingData",
-     {End::ipEndpoint, "KESTO_IPProtocolEndpoint"}, {End::ipSettings, "KESTO_IPSettings"}},
-    {&referenceMembers[ip_pe], "KESTO_IPEndPointStatisticalData", 2, Kind::managedStats, OWN,
-     {End::statistics, "KESTO_IPEndpointStatistics"}, {End::ipEndpoint, "KESTO_IPProtocolEndpoint"}},
-    {&referenceMembers[ip_pe], "KESTO_TCPIPEndpoint", 2, Kind::realize, OWN,
-     {End::ipEndpoint, "KESTO_IPProtocolEndpoint"}, {End::tcpEndpoint, "KESTO_TCPProtocolEndpoint"}},
-    {&referenceMembers[ip_pe], "KESTO_IPEthernetEndpoint", 2, Kind::realize, OWN,
-     {End::ethernetPort, "KESTO_EthernetPort"}, {End::ipEndpoint, "KESTO_IPProtocolEndpoint"}},
-    {&referenceMembers[ip_pe], "KESTO_SwitchHostedIPAccessPoint", 2, Kind::realize, OWN,
-     {End::ipEndpoint, "KESTO_IPProtocolEndpoint"}, {End::hostingSystem, "KESTO_LogicalComputerSystem"}},
-    {&referenceMembers[ip_pe], "KESTO_SANIpEndPoint", 2, Kind::realize, OWN,
-     {End::ipEndpoint, "KESTO_IPProtocolEndpoint"}, {End::remoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint"}},
+    {&REFERENCE_MEMBERS[IP_PE], "KESTO_IPElementSettingData", 2, Kind::ManagedSetting, "KESTO_IPElementSettingData",
+     {End::IpEndpoint, "KESTO_IPProtocolEndpoint"}, {End::IpSettings, "KESTO_IPSettings"}},
+    {&REFERENCE_MEMBERS[IP_PE], "KESTO_IPEndPointStatisticalData", 2, Kind::ManagedStats, OWN,
+     {End::Statistics, "KESTO_IPEndpointStatistics"}, {End::IpEndpoint, "KESTO_IPProtocolEndpoint"}},
+    {&REFERENCE_MEMBERS[IP_PE], "KESTO_TCPIPEndpoint", 2, Kind::Realize, OWN,
+     {End::IpEndpoint, "KESTO_IPProtocolEndpoint"}, {End::TcpEndpoint, "KESTO_TCPProtocolEndpoint"}},
+    {&REFERENCE_MEMBERS[IP_PE], "KESTO_IPEthernetEndpoint", 2, Kind::Realize, OWN,
+     {End::EthernetPort, "KESTO_EthernetPort"}, {End::IpEndpoint, "KESTO_IPProtocolEndpoint"}},
+    {&REFERENCE_MEMBERS[IP_PE], "KESTO_SwitchHostedIPAccessPoint", 2, Kind::Realize, OWN,
+     {End::IpEndpoint, "KESTO_IPProtocolEndpoint"}, {End::HostingSystem, "KESTO_LogicalComputerSystem"}},
+    {&REFERENCE_MEMBERS[IP_PE], "KESTO_SANIpEndPoint", 2, Kind::Realize, OWN,
+     {End::IpEndpoint, "KESTO_IPProtocolEndpoint"}, {End::RemoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint"}},
 
-    {&referenceMembers[tcp_pe], "KESTO_TCPEndPointStatisticalData", 2, Kind::managedStats, "KESTO_TCPEndPointStatisticalData",
-     {End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}, {End::statistics, "KESTO_TCPEndPointStatistics"}},
-    {&referenceMembers[tcp_pe], "KESTO_FCIPTCPEnpoint", 2, Kind::realize, "KESTO_FCIPTCPEndpoint",
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}},
-    {&referenceMembers[tcp_pe], "KESTO_TCPIPEndpoint", 2, Kind::realize, OWN,
-     {End::ipEndpoint, "KESTO_IPProtocolEndpoint"}, {End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}},
-    {&referenceMembers[tcp_pe], "KESTO_SwitchHostedTCPAccessPoint", 2, Kind::realize, OWN,
-     {End::tcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::hostingSystem, "KESTO_LogicalComputerSystem"}},
-    {&referenceMembers[tcp_pe], "KESTO_SANTCPEndpoint", 2, Kind::realize, OWN,
-     {End::tcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::remoteTcpPort, "KESTO_RemoteTCPPort"}},
-    {&referenceMembers[tcp_pe], "KESTO_TCPElementSettingData", 3, Kind::managedSetting, OWN,
-     {End::tcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::tcpSettings, "KESTO_TCPSettings"}},
+    {&REFERENCE_MEMBERS[TCP_PE], "KESTO_TCPEndPointStatisticalData", 2, Kind::ManagedStats, "KESTO_TCPEndPointStatisticalData",
+     {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}, {End::Statistics, "KESTO_TCPEndPointStatistics"}},
+    {&REFERENCE_MEMBERS[TCP_PE], "KESTO_FCIPTCPEnpoint", 2, Kind::Realize, "KESTO_FCIPTCPEndpoint",
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}},
+    {&REFERENCE_MEMBERS[TCP_PE], "KESTO_TCPIPEndpoint", 2, Kind::Realize, OWN,
+     {End::IpEndpoint, "KESTO_IPProtocolEndpoint"}, {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}},
+    {&REFERENCE_MEMBERS[TCP_PE], "KESTO_SwitchHostedTCPAccessPoint", 2, Kind::Realize, OWN,
+     {End::TcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::HostingSystem, "KESTO_LogicalComputerSystem"}},
+    {&REFERENCE_MEMBERS[TCP_PE], "KESTO_SANTCPEndpoint", 2, Kind::Realize, OWN,
+     {End::TcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::RemoteTcpPort, "KESTO_RemoteTCPPort"}},
+    {&REFERENCE_MEMBERS[TCP_PE], "KESTO_TCPElementSettingData", 3, Kind::ManagedSetting, OWN,
+     {End::TcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::TcpSettings, "KESTO_TCPSettings"}},
 
-    {&referenceMembers[fcip_remote_pe], "KESTO_SANFCIPEndpoint", 6, Kind::realize, OWN,
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::remoteFcipPort, "KESTO_RemoteFCIPPort"}},
+    {&REFERENCE_MEMBERS[FCIP_REMOTE_PE], "KESTO_SANFCIPEndpoint", 6, Kind::Realize, OWN,
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint"}, {End::RemoteFcipPort, "KESTO_RemoteFCIPPort"}},
 
-    {&referenceMembers[ip_remote_pe], "KESTO_SANIPEndPoint", 6, Kind::realize, OWN,
-     {End::ipEndpoint, "KESTO_IPProtocolEndpoint"}, {End::remoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint"}},
+    {&REFERENCE_MEMBERS[IP_REMOTE_PE], "KESTO_SANIPEndPoint", 6, Kind::Realize, OWN,
+     {End::IpEndpoint, "KESTO_IPProtocolEndpoint"}, {End::RemoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint"}},
 
-    {&referenceMembers[tcp_remote_pe], "KESTO_SANTCPEndpoint", 2, Kind::realize, OWN,
-     {End::tcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::remoteTcpPort, "KESTO_RemoteTCPPort"}},
+    {&REFERENCE_MEMBERS[TCP_REMOTE_PE], "KESTO_SANTCPEndpoint", 2, Kind::Realize, OWN,
+     {End::TcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::RemoteTcpPort, "KESTO_RemoteTCPPort"}},
 
-    {&referenceMembers[lan_endpoint], "KESTO_IPEthernetEndpoint", 4, Kind::realize, OWN,
-     {End::ipEndpoint, "KESTO_IPProtocolEndPoint"}, {End::lanEndpoint, "KESTO_LANEndpoint", From::key}},
-    {&referenceMembers[lan_endpoint], "KESTO_EthernetPortProtocolEndpoint", 0, Kind::realize, OWN,
-     {End::ethernetPort, "KESTO_EthernetPort"}, {End::lanEndpoint, "KESTO_LANEndpoint"}},
-    {&referenceMembers[lan_endpoint], "CIM_HostedAccessPoint", 3, Kind::realize, "CIM_HostedAccessPoint",
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, {End::lanEndpoint, "KESTO_LANEndpoint"}},
+    {&REFERENCE_MEMBERS[LAN_ENDPOINT], "KESTO_IPEthernetEndpoint", 4, Kind::Realize, OWN,
+     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, {End::LanEndpoint, "KESTO_LANEndpoint", From::Key}},
+    {&REFERENCE_MEMBERS[LAN_ENDPOINT], "KESTO_EthernetPortProtocolEndpoint", 0, Kind::Realize, OWN,
+     {End::EthernetPort, "KESTO_EthernetPort"}, {End::LanEndpoint, "KESTO_LANEndpoint"}},
+    {&REFERENCE_MEMBERS[LAN_ENDPOINT], "CIM_HostedAccessPoint", 3, Kind::Realize, "CIM_HostedAccessPoint",
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, {End::LanEndpoint, "KESTO_LANEndpoint"}},
 
-    {&referenceMembers[fcip_settings], "KESTO_FCIPElementSettingData", 3, Kind::managedSetting, "KESTO_FCIPElementSettingData",
-     {End::fcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, {End::fcipSettings, "KESTO_FCIPSettings"}},
+    {&REFERENCE_MEMBERS[FCIP_SETTINGS], "KESTO_FCIPElementSettingData", 3, Kind::ManagedSetting, "KESTO_FCIPElementSettingData",
+     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, {End::FcipSettings, "KESTO_FCIPSettings"}},
 
-    {&referenceMembers[ip_settings], "KESTO_IPElementSettingData", 3, Kind::managedSetting, "KESTO_IPElementSettingData",
-     {End::ipEndpoint, "KESTO_IPProtocolEndPoint"}, {End::ipSettings, "KESTO_IPSettings"}},
+    {&REFERENCE_MEMBERS[IP_SETTINGS], "KESTO_IPElementSettingData", 3, Kind::ManagedSetting, "KESTO_IPElementSettingData",
+     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, {End::IpSettings, "KESTO_IPSettings"}},
 
-    {&referenceMembers[tcp_settings], "KESTO_TCPElementSettingData", 3, Kind::managedSetting, OWN,
-     {End::tcpEndpoint, "KESTO_TCPProtocolEndPoint"}, {End::tcpSettings, "KESTO_TCPSettings"}},
+    {&REFERENCE_MEMBERS[TCP_SETTINGS], "KESTO_TCPElementSettingData", 3, Kind::ManagedSetting, OWN,
+     {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}, {End::TcpSettings, "KESTO_TCPSettings"}},
 
-    {&referenceMembers[ip_stat], "KESTO_IPEndpointStatisticalData", 3, Kind::managedStats, "KESTO_IPEndpointStatisticalData",
-     {End::ipEndpoint, "KESTO_IPProtocolEndPoint"}, {End::statistics, "KESTO_IPEndpointStatistics"}},
+    {&REFERENCE_MEMBERS[IP_STAT], "KESTO_IPEndpointStatisticalData", 3, Kind::ManagedStats, "KESTO_IPEndpointStatisticalData",
+     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, {End::Statistics, "KESTO_IPEndpointStatistics"}},
 
-    {&referenceMembers[tcp_stat], "KESTO_TCPEndpointStatisticalData", 3, Kind::managedStats, "KESTO_TCPEndpointStatisticalData",
-     {End::tcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::statistics, "KESTO_TCPEndpointStatistics"}},
+    {&REFERENCE_MEMBERS[TCP_STAT], "KESTO_TCPEndpointStatisticalData", 3, Kind::ManagedStats, "KESTO_TCPEndpointStatisticalData",
+     {End::TcpEndpoint, "KESTO_TCPProtocolEndpoint"}, {End::Statistics, "KESTO_TCPEndpointStatistics"}},
 
-    {&referenceMembers[profile], "KESTO_FCIPPEBasedOn", 5, Kind::groupPart, "KESTO_FCIPPEBasedOn",
-     {End::profile, "KESTO_FCIPProfile"}, {End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint"}},
+    {&REFERENCE_MEMBERS[PROFILE], "KESTO_FCIPPEBasedOn", 5, Kind::GroupPart, "KESTO_FCIPPEBasedOn",
+     {End::Profile, "KESTO_FCIPProfile"}, {End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint"}},
 
-    {&referenceMembers[eth_port], "KESTO_EthernetPortProtocolEndpoint", 2, Kind::realize, "KESTO_IPElementSettingData",
-     {End::ethernetPort, "KESTO_EthernetPort"}, {End::lanEndpoint, "KESTO_LANEndpoint", From::key}},
-    {&referenceMembers[eth_port], "KESTO_EthernetPortStatisticalData", 2, Kind::managedStats, "KESTO_EthernetPortStatisticalData",
-     {End::ethernetPort, "KESTO_EthernetPort"}, {End::ethernetStatistics, "KESTO_EthernetPortStatistics"}},
+    {&REFERENCE_MEMBERS[ETH_PORT], "KESTO_EthernetPortProtocolEndpoint", 2, Kind::Realize, "KESTO_IPElementSettingData",
+     {End::EthernetPort, "KESTO_EthernetPort"}, {End::LanEndpoint, "KESTO_LANEndpoint", From::Key}},
+    {&REFERENCE_MEMBERS[ETH_PORT], "KESTO_EthernetPortStatisticalData", 2, Kind::ManagedStats, "KESTO_EthernetPortStatisticalData",
+     {End::EthernetPort, "KESTO_EthernetPort"}, {End::EthernetStatistics, "KESTO_EthernetPortStatistics"}},
 
-    {&referenceMembers[eth_stat], "KESTO_EthernetPortStatisticalData", 0, Kind::managedStats, "KESTO_EthernetPortStatisticalData",
-     {End::ethernetPort, "KESTO_EthernetPort"}, {End::ethernetStatistics, "KESTO_EthernetPortStatistics"}},
+    {&REFERENCE_MEMBERS[ETH_STAT], "KESTO_EthernetPortStatisticalData", 0, Kind::ManagedStats, "KESTO_EthernetPortStatisticalData",
+     {End::EthernetPort, "KESTO_EthernetPort"}, {End::EthernetStatistics, "KESTO_EthernetPortStatistics"}},
 };
 // clang-format on
 
 std::string result_line(ResultLine line, const std::string& associationClass) {
     switch (line) {
-        case ResultLine::none:
+        case ResultLine::None:
             break;
-        case ResultLine::usual:
+        case ResultLine::Usual:
             return "Result Class :" + associationClass + " \n";
-        case ResultLine::starred:
+        case ResultLine::Starred:
             return " ****** Result Class :" + associationClass + "  ********** \n";
-        case ResultLine::spaced:
+        case ResultLine::Spaced:
             return "Result Class : " + associationClass + "\n";
     }
     return "";
@@ -152,7 +152,7 @@ std::string row_name(const ReferenceRow& row) {
 namespace {
 
 test_support::RecordedPath end_path(const ReferenceEnd& end, const Tunnel& tunnel, const std::string& key) {
-    if (end.from == From::key) {
+    if (end.from == From::Key) {
         return port_path(end.end, end.className,
                          static_cast<std::uint32_t>(std::strtoll(key.c_str(), nullptr, 10)));
     }

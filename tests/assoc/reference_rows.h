@@ -14,16 +14,16 @@
 namespace golden {
 
 // The line that a member prints with the association class asked for.
-enum class ResultLine { none, usual, starred, spaced };
+enum class ResultLine { None, Usual, Starred, Spaced };
 std::string result_line(ResultLine line, const std::string& associationClass);
 
 // Where an end's object comes from when it is not the tunnel that the key names.
-enum class From { tunnel, key };
+enum class From { Tunnel, Key };
 
 struct ReferenceEnd {
     End end;
     const char* className; // as handed to what makes the path, and so as the client sees it
-    From from = From::tunnel;
+    From from = From::Tunnel;
 };
 
 struct ReferenceMember {
@@ -44,8 +44,8 @@ struct ReferenceRow {
     ReferenceEnd first, second;
 };
 
-extern const std::vector<ReferenceMember> referenceMembers;
-extern const std::vector<ReferenceRow> referenceRows;
+extern const std::vector<ReferenceMember> REFERENCE_MEMBERS;
+extern const std::vector<ReferenceRow> REFERENCE_ROWS;
 
 std::string row_name(const ReferenceRow& row); // for test names: "fcip_pe_KESTO_FCIPTCPEndpoint"
 // The association of the row for this tunnel (rows with a mode) or port (rows without one). The key is the

@@ -12,14 +12,14 @@
 
 namespace golden {
 
-enum class Form { names, instances };
+enum class Form { Names, Instances };
 
 // The keys or properties of each association returned, as one path; NULL and -1 as they are.
 inline std::vector<test_support::RecordedPath> associations_of(const test_support::Answer& answer) {
     using test_support::RecordedPath;
     std::vector<RecordedPath> found;
     for (const test_support::Returned& returned : answer.returned) {
-        if (returned.kind == test_support::Returned::Kind::path) {
+        if (returned.kind == test_support::Returned::Kind::Path) {
             found.push_back(returned.path);
         } else if (returned.instance.is_valid()) {
             const RecordedPath& path = returned.instance.path();
@@ -40,15 +40,15 @@ class ReferenceMembers : public AssociationTest {
 
     static std::string function_of(const ReferenceMember& member) {
         return std::string("get_") + member.source +
-               (form == Form::names ? "_reference_names" : "_references");
+               (form == Form::Names ? "_reference_names" : "_references");
     }
     Answer ask(const ReferenceMember& member, const std::string& key, const char* associationClass) {
-        return form == Form::names ? call(member.names, key.c_str(), associationClass)
+        return form == Form::Names ? call(member.names, key.c_str(), associationClass)
                                    : call(member.references, key.c_str(), associationClass);
     }
     // The instances must be made by returnInstance and the names by returnObjectPath.
     static void expect_form(const Answer& answer) {
-        EXPECT_EQ(form == Form::names ? answer.instances.size() : answer.paths.size(), 0U);
+        EXPECT_EQ(form == Form::Names ? answer.instances.size() : answer.paths.size(), 0U);
     }
 };
 
@@ -82,7 +82,7 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
 
     bool has_end(End end) const { return row().first.end == end || row().second.end == end; }
     bool makes_an_end_from_the_key() const {
-        return row().first.from == From::key || row().second.from == From::key;
+        return row().first.from == From::Key || row().second.from == From::Key;
     }
     // The one function that does not look whether its ends were made.
     bool does_not_test_its_ends() const { return function() == "get_ip_settings_references"; }
@@ -104,7 +104,7 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
     // ---- What every row shows.
 
     void each_key_names_its_tunnel() {
-        for (const Probe& probe : probes) {
+        for (const Probe& probe : PROBES) {
             SCOPED_TRACE(std::string("key \"") + probe.key + "\"");
             const Tunnel* tunnel = probe.tunnel[row().mode];
             const Answer answer = ask(probe.key, row().tested);
@@ -129,7 +129,7 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
     }
 
     void a_failed_lookup_returns_nothing() {
-        for (const emulator::Effect effect : rowFailures) {
+        for (const emulator::Effect effect : ROW_FAILURES) {
             SCOPED_TRACE("effect " + std::to_string(static_cast<int>(effect)));
             emulator::clear_faults();
             emulator::add_fault(fault("fcip_get_link_entry", effect, "op=2"));
@@ -140,7 +140,7 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
     // The first two paths made are the ends, the third is the association.
     void a_path_that_the_broker_cannot_make() {
         const std::size_t failures = this->for_each_broker_failure(
-            test_support::Make::object_path, test_support::Failure::null, [&](std::size_t nth) {
+            test_support::Make::ObjectPath, test_support::Failure::Null, [&](std::size_t nth) {
                 this->broker.clear_calls();
                 const Answer answer = ask_hit();
                 if (!this->broker.fault_hit()) {
@@ -164,7 +164,7 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
     }
 
     void ends_fail_with_their_profile() {
-        for (const emulator::Effect effect : statusFailures) {
+        for (const emulator::Effect effect : STATUS_FAILURES) {
             emulator::clear_faults();
             emulator::add_fault(fault("fcip_get_entity_entry", effect));
             expect_missing_end(ask_hit());
@@ -186,7 +186,7 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
 
     static void expect_no_valid_object(const Answer& answer) {
         for (const test_support::RecordedPath& returned : associations_of(answer))
-            EXPECT_EQ(returned.kind(), test_support::Object::null);
+            EXPECT_EQ(returned.kind(), test_support::Object::Null);
     }
 
   private:
@@ -208,7 +208,7 @@ class ReferenceRowSuite : public ReferenceMembers<form>, public testing::WithPar
 template <typename Predicate>
 std::vector<ReferenceRow> reference_rows_that(Predicate predicate) {
     std::vector<ReferenceRow> found;
-    std::copy_if(referenceRows.begin(), referenceRows.end(), std::back_inserter(found), predicate);
+    std::copy_if(REFERENCE_ROWS.begin(), REFERENCE_ROWS.end(), std::back_inserter(found), predicate);
     return found;
 }
 inline bool looks_a_tunnel_up(const ReferenceRow& row) {
@@ -218,13 +218,13 @@ inline bool is_of_a_port(const ReferenceRow& row) {
     return row.mode == 0;
 }
 inline bool has_hosting_system(const ReferenceRow& row) {
-    return row.first.end == End::hostingSystem || row.second.end == End::hostingSystem;
+    return row.first.end == End::HostingSystem || row.second.end == End::HostingSystem;
 }
 // Ends that are made of a tunnel need its profile; those of ports and systems do not.
 inline bool needs_profile(const ReferenceRow& row) {
     const auto needs = [](End end) {
-        return end != End::hostingSystem && end != End::fcPort && end != End::ethernetPort &&
-               end != End::lanEndpoint && end != End::ethernetStatistics;
+        return end != End::HostingSystem && end != End::FcPort && end != End::EthernetPort &&
+               end != End::LanEndpoint && end != End::EthernetStatistics;
     };
     return needs(row.first.end) || needs(row.second.end);
 }

@@ -12,7 +12,7 @@ namespace {
 
 // ---- Every row. ----
 
-class ReferencesRow : public ReferenceRowSuite<Form::instances> {};
+class ReferencesRow : public ReferenceRowSuite<Form::Instances> {};
 TEST_P(ReferencesRow, TheAssociationIsNamedAsTheRowSays) {
     the_association_is_named_as_the_row_says();
 }
@@ -26,7 +26,7 @@ TEST_P(ReferencesRow, EachCallMayFailOnItsOwn) {
     each_call_may_fail_on_its_own();
 }
 TEST_P(ReferencesRow, AnInstanceThatTheBrokerCannotMakeIsNotReturned) {
-    broker.fail_every(Make::instance, Failure::null);
+    broker.fail_every(Make::Instance, Failure::Null);
     const Answer answer = ask_hit();
     expect_no_valid_object(answer);
     EXPECT_EQ(status, 0);
@@ -42,9 +42,9 @@ TEST_P(ReferencesRow, ThePropertyListIsNotUsed) {
     EXPECT_TRUE(answer.instances[0].filters().empty());
     EXPECT_EQ(associations_of(answer), expected_of_hit(row().tested));
 }
-INSTANTIATE_TEST_SUITE_P(Rows, ReferencesRow, testing::ValuesIn(referenceRows), ReferenceRowName());
+INSTANTIATE_TEST_SUITE_P(Rows, ReferencesRow, testing::ValuesIn(REFERENCE_ROWS), ReferenceRowName());
 
-class ReferencesTunnelRow : public ReferenceRowSuite<Form::instances> {};
+class ReferencesTunnelRow : public ReferenceRowSuite<Form::Instances> {};
 TEST_P(ReferencesTunnelRow, EachKeyNamesItsTunnelInTheRowsMode) {
     each_key_names_its_tunnel();
 }
@@ -54,7 +54,7 @@ TEST_P(ReferencesTunnelRow, AFailedLookupReturnsNothing) {
 INSTANTIATE_TEST_SUITE_P(Rows, ReferencesTunnelRow, testing::ValuesIn(reference_rows_that(looks_a_tunnel_up)),
                          ReferenceRowName());
 
-class ReferencesOfATunnelsEnds : public ReferenceRowSuite<Form::instances> {};
+class ReferencesOfATunnelsEnds : public ReferenceRowSuite<Form::Instances> {};
 TEST_P(ReferencesOfATunnelsEnds, AnEndWithoutItsProfileIsMissing) {
     ends_fail_with_their_profile();
 }
@@ -64,11 +64,11 @@ INSTANTIATE_TEST_SUITE_P(Rows, ReferencesOfATunnelsEnds,
                          })),
                          ReferenceRowName());
 
-class ReferencesOfHostedEnds : public ReferenceRowSuite<Form::instances> {};
+class ReferencesOfHostedEnds : public ReferenceRowSuite<Form::Instances> {};
 TEST_P(ReferencesOfHostedEnds, AHostingSystemThatIsMinusOneIsAMissingEnd) {
     for (const char* symbol : {"vsan_cim_get_vsanEntry", "dm_cim_get_dmEntry"}) {
         emulator::clear_faults();
-        emulator::add_fault(fault(symbol, Effect::fail));
+        emulator::add_fault(fault(symbol, Effect::Fail));
         broker.clear_calls();
         expect_missing_end(ask_hit());
         EXPECT_EQ(broker.call_texts("releaseObjectPath").size(), broker.call_texts("newObjectPath").size());
@@ -79,14 +79,14 @@ INSTANTIATE_TEST_SUITE_P(Rows, ReferencesOfHostedEnds,
 
 // ---- Every member. ----
 
-class ReferencesOfMember : public ReferenceMemberSuite<Form::instances> {};
+class ReferencesOfMember : public ReferenceMemberSuite<Form::Instances> {};
 TEST_P(ReferencesOfMember, WithoutAnAssociationClassReturnsNothing) {
     without_an_association_class_returns_nothing();
 }
 TEST_P(ReferencesOfMember, AnUnknownAssociationClassReturnsNothing) {
     an_unknown_association_class_returns_nothing();
 }
-INSTANTIATE_TEST_SUITE_P(Members, ReferencesOfMember, testing::ValuesIn(referenceMembers),
+INSTANTIATE_TEST_SUITE_P(Members, ReferencesOfMember, testing::ValuesIn(REFERENCE_MEMBERS),
                          ReferenceMemberName());
 
 // ---- What is particular. ----
@@ -100,7 +100,7 @@ class ReferencesTest : public AssociationTest {
 };
 
 TEST_F(ReferencesTest, FcipEndpointWithoutAnInterfaceHasNoFcPortAssociation) {
-    emulator::remove_port(byNumber.ifIndex);
+    emulator::remove_port(BY_NUMBER.ifIndex);
     const Answer answer = call(get_fcip_pe_references, "7_x", "KESTO_FCPortProtocolEndPoint");
     expect_no_object(answer);
     EXPECT_EQ(status, -1);
@@ -116,9 +116,9 @@ TEST_F(ReferencesTest, FcPortIsAskedForWithNamespaceAndClassSwapped) {
 
 TEST_F(ReferencesTest, EthernetPortsLanEndpointAssociationIsNamedAsASettingAssociation) {
     EXPECT_EQ(found(get_eth_port_references, "7", "KESTO_EthernetPortProtocolEndpoint"),
-              Paths{association(Kind::realize, "KESTO_IPElementSettingData",
-                                path(End::ethernetPort, "KESTO_EthernetPort", byIfIndex),
-                                port_path(End::lanEndpoint, "KESTO_LANEndpoint", 7))});
+              Paths{association(Kind::Realize, "KESTO_IPElementSettingData",
+                                path(End::EthernetPort, "KESTO_EthernetPort", BY_IF_INDEX),
+                                port_path(End::LanEndpoint, "KESTO_LANEndpoint", 7))});
 }
 
 // The profile and the endpoint each ask for the profile's row.
@@ -138,19 +138,19 @@ TEST_F(ReferencesTest, AProfileThatCannotBeReadIsAMissingEnd) {
 TEST_F(ReferencesTest, TcpEndpointKnowsItsFcipAssociationWithoutTheLetterDOnly) {
     EXPECT_EQ(found(get_tcp_pe_references, "7", "KESTO_FCIPTCPEndpoint"), Paths{});
     EXPECT_EQ(found(get_tcp_pe_references, "7", "KESTO_FCIPTCPEnpoint"),
-              Paths{association(Kind::realize, "KESTO_FCIPTCPEndpoint",
-                                path(End::fcipEndpoint, "KESTO_FCIPProtocolEndpoint", byIfIndex),
-                                path(End::tcpEndpoint, "KESTO_TCPProtocolEndPoint", byIfIndex))});
+              Paths{association(Kind::Realize, "KESTO_FCIPTCPEndpoint",
+                                path(End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint", BY_IF_INDEX),
+                                path(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_IF_INDEX))});
 }
 
 // This one function hands its ends on untested: the builder complains about them and makes nothing, and that
 // nothing is what is returned.
 TEST_F(ReferencesTest, IpSettingsDoNotTestTheirEnds) {
-    emulator::add_fault(fault("fcip_get_entity_entry", Effect::fail));
+    emulator::add_fault(fault("fcip_get_entity_entry", Effect::Fail));
     const Answer answer = call(get_ip_settings_references, "7", "KESTO_IPElementSettingData");
     EXPECT_NE(answer.output.find("swop : NULL\n"), std::string::npos) << answer.output;
     ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(answer.instances[0].kind(), Object::null);
+    EXPECT_EQ(answer.instances[0].kind(), Object::Null);
     EXPECT_EQ(status, 0);
     EXPECT_EQ(trace_of(answer.output, "get_ip_settings_references"),
               entering("get_ip_settings_references") + "Result Class :KESTO_IPElementSettingData \n" +
@@ -158,7 +158,7 @@ TEST_F(ReferencesTest, IpSettingsDoNotTestTheirEnds) {
 }
 
 TEST_F(ReferencesTest, RemoteFcipPortTestsItsEndsBeforeItMakesTheAssociation) {
-    emulator::add_fault(fault("fcip_get_entity_entry", Effect::fail));
+    emulator::add_fault(fault("fcip_get_entity_entry", Effect::Fail));
     const Answer answer = call(get_fcip_remote_pe_references, "0_10.0.0.7", "KESTO_SANFCIPEndpoint");
     EXPECT_EQ(answer.returned.size(), 0U);
     EXPECT_EQ(status, -1);
@@ -172,7 +172,7 @@ TEST_F(ReferencesTest, RemoteTcpPortIsLookedUpByTheFirstNumberOfItsKey) {
 }
 
 TEST_F(ReferencesTest, PortsThatAreGoneAreMissingEnds) {
-    emulator::remove_port(byIfIndex.ethernet);
+    emulator::remove_port(BY_IF_INDEX.ethernet);
     expect_no_object(call(get_ip_pe_references, "7", "KESTO_IPEthernetEndpoint"));
     EXPECT_EQ(status, -1);
     expect_no_object(call(get_eth_port_references, "7", "KESTO_EthernetPortProtocolEndpoint"));
@@ -187,10 +187,10 @@ TEST_F(ReferencesTest, PortsThatAreGoneAreMissingEnds) {
 
 TEST_F(ReferencesTest, EthernetStatisticsTakeThePortsBlockWhateverTheStatus) {
     const Paths wanted{
-        association(Kind::managedStats, "KESTO_EthernetPortStatisticalData",
-                    port_path(End::ethernetPort, "KESTO_EthernetPort", GIGABIT_PORT),
-                    port_path(End::ethernetStatistics, "KESTO_EthernetPortStatistics", GIGABIT_PORT))};
-    emulator::add_fault(fault("pm_cim_get_port_info", Effect::fail_with_row));
+        association(Kind::ManagedStats, "KESTO_EthernetPortStatisticalData",
+                    port_path(End::EthernetPort, "KESTO_EthernetPort", GIGABIT_PORT),
+                    port_path(End::EthernetStatistics, "KESTO_EthernetPortStatistics", GIGABIT_PORT))};
+    emulator::add_fault(fault("pm_cim_get_port_info", Effect::FailWithRow));
     EXPECT_EQ(found(get_eth_stat_references, GIGABIT_PORT_TEXT, "KESTO_EthernetPortStatisticalData"), wanted);
 }
 

@@ -17,19 +17,19 @@ using test_support::Key;
 
 namespace {
 
-enum class Operation { associators, associatorNames, references, referenceNames };
-const std::vector<Operation> everyOperation{Operation::associators, Operation::associatorNames,
-                                            Operation::references, Operation::referenceNames};
+enum class Operation { Associators, AssociatorNames, References, ReferenceNames };
+const std::vector<Operation> EVERY_OPERATION{Operation::Associators, Operation::AssociatorNames,
+                                             Operation::References, Operation::ReferenceNames};
 
 const char* name_of(Operation operation) {
     switch (operation) {
-        case Operation::associators:
+        case Operation::Associators:
             return "FCIP_Associators";
-        case Operation::associatorNames:
+        case Operation::AssociatorNames:
             return "FCIP_AssociatorNames";
-        case Operation::references:
+        case Operation::References:
             return "FCIP_References";
-        case Operation::referenceNames:
+        case Operation::ReferenceNames:
             break;
     }
     return "FCIP_ReferenceNames";
@@ -44,13 +44,13 @@ void PrintTo(const Route& route, std::ostream* out) {
     *out << name_of(route.operation) << " " << route.sourceClass;
 }
 
-constexpr Operation RN = Operation::referenceNames;
-constexpr Operation R = Operation::references;
-constexpr Operation AN = Operation::associatorNames;
-constexpr Operation A = Operation::associators;
+constexpr Operation RN = Operation::ReferenceNames;
+constexpr Operation R = Operation::References;
+constexpr Operation AN = Operation::AssociatorNames;
+constexpr Operation A = Operation::Associators;
 
 // clang-format off
-const std::vector<Route> routes{
+const std::vector<Route> ROUTES{
     {RN, "KESTO_FCIPProtocolEndPoint", "Name", "get_fcip_pe_reference_names"},
     {RN, "KESTO_RemoteFCIPPort", "Name", "get_ip_pe_reference_names"},
     {RN, "KESTO_IPProtocolEndPoint", "Name", "get_ip_pe_reference_names"},
@@ -138,13 +138,13 @@ class AssociationOperation : public AssociationTest {
     Answer ask(Operation operation, const std::string& className, const std::vector<Key>& keys,
                const char* asked) {
         switch (operation) {
-            case Operation::associators:
+            case Operation::Associators:
                 return associators(className, keys, asked);
-            case Operation::associatorNames:
+            case Operation::AssociatorNames:
                 return associator_names(className, keys, asked);
-            case Operation::references:
+            case Operation::References:
                 return references(className, keys, asked);
-            case Operation::referenceNames:
+            case Operation::ReferenceNames:
                 break;
         }
         return reference_names(className, keys, asked);
@@ -161,7 +161,7 @@ class AssociationOperation : public AssociationTest {
     };
     Split ask_and_split(Operation operation) {
         off_t written = -1;
-        emulator::Fault watch = fault("mutex_unlock", Effect::none);
+        emulator::Fault watch = fault("mutex_unlock", Effect::None);
         watch.action = [&] {
             std::fflush(stdout);
             written = lseek(STDOUT_FILENO, 0, SEEK_CUR);
@@ -209,38 +209,38 @@ struct RouteName {
         return std::string(name_of(route.param.operation)) + "_" + route.param.sourceClass;
     }
 };
-INSTANTIATE_TEST_SUITE_P(Table, AssociationRoute, testing::ValuesIn(routes), RouteName());
+INSTANTIATE_TEST_SUITE_P(Table, AssociationRoute, testing::ValuesIn(ROUTES), RouteName());
 
 TEST_F(AssociationOperation, TablesNameEachRouteOnce) {
     std::set<std::pair<Operation, std::string>> seen;
-    for (const Route& route : routes)
+    for (const Route& route : ROUTES)
         EXPECT_TRUE(seen.insert({route.operation, route.sourceClass}).second);
     EXPECT_EQ(seen.size(), 60U);
 }
 
 // The suites of the members go by tables; here is that the tables leave no member out.
 TEST(TraversalTables, HoldEveryMemberAndARowForEach) {
-    EXPECT_EQ(associatorNamesMembers.size() + associatorsMembers.size(), 32U);
-    EXPECT_EQ(referenceMembers.size(), 15U);
-    EXPECT_EQ(associatorNamesRows.size(), 34U);
-    EXPECT_EQ(associatorsRows.size(), 34U);
-    EXPECT_EQ(referenceRows.size(), 33U);
+    EXPECT_EQ(ASSOCIATOR_NAMES_MEMBERS.size() + ASSOCIATORS_MEMBERS.size(), 32U);
+    EXPECT_EQ(REFERENCE_MEMBERS.size(), 15U);
+    EXPECT_EQ(ASSOCIATOR_NAMES_ROWS.size(), 34U);
+    EXPECT_EQ(ASSOCIATORS_ROWS.size(), 34U);
+    EXPECT_EQ(REFERENCE_ROWS.size(), 33U);
 
     std::set<const void*> members;
-    for (const AssociatorNamesRow& row : associatorNamesRows)
+    for (const AssociatorNamesRow& row : ASSOCIATOR_NAMES_ROWS)
         members.insert(row.member);
-    for (const AssociatorsRow& row : associatorsRows)
+    for (const AssociatorsRow& row : ASSOCIATORS_ROWS)
         members.insert(row.member);
     EXPECT_EQ(members.size(), 32U);
     members.clear();
-    for (const ReferenceRow& row : referenceRows)
+    for (const ReferenceRow& row : REFERENCE_ROWS)
         members.insert(row.member);
     EXPECT_EQ(members.size(), 15U);
 }
 
 TEST(TraversalTables, NameEveryTargetOfTheRoutes) {
     std::set<std::string> targets;
-    for (const Route& route : routes)
+    for (const Route& route : ROUTES)
         targets.insert(route.target);
     // What no route reaches: statistical data, and the names of the three remote ends' references.
     std::set<std::string> names{"get_tcp_statical_data_associator_names", "get_tcp_statical_data_associators",
@@ -250,11 +250,11 @@ TEST(TraversalTables, NameEveryTargetOfTheRoutes) {
         EXPECT_EQ(targets.count(name), 0U) << name;
     names.insert(targets.begin(), targets.end());
     std::set<std::string> members;
-    for (const AssociatorNamesMember& member : associatorNamesMembers)
+    for (const AssociatorNamesMember& member : ASSOCIATOR_NAMES_MEMBERS)
         members.insert(member.name);
-    for (const AssociatorsMember& member : associatorsMembers)
+    for (const AssociatorsMember& member : ASSOCIATORS_MEMBERS)
         members.insert(member.name);
-    for (const ReferenceMember& member : referenceMembers) {
+    for (const ReferenceMember& member : REFERENCE_MEMBERS) {
         members.insert(std::string("get_") + member.source + "_reference_names");
         members.insert(std::string("get_") + member.source + "_references");
     }
@@ -278,15 +278,16 @@ TEST_F(AssociationOperation, RemoteFcipPortFindsItsAssociationByReferencesAndNot
 }
 
 TEST_F(AssociationOperation, RemoteReferenceNamesMembersAreReachedByNoOperation) {
-    for (const Route& route : routes) {
+    for (const Route& route : ROUTES) {
         if (route.operation == RN) {
             EXPECT_EQ(std::string(route.target).find("_remote_"), std::string::npos);
         }
     }
     for (const char* source :
-         {"KESTO_RemoteFCIPPort", "KESTO_RemoteIPServiceAccessPoint", "KESTO_RemoteTCPPort"})
+         {"KESTO_RemoteFCIPPort", "KESTO_RemoteIPServiceAccessPoint", "KESTO_RemoteTCPPort"}) {
         EXPECT_EQ(reference_names(source, {{"Name", "0_7"}}, UNKNOWN).output.find("_remote_pe_"),
                   std::string::npos);
+    }
 }
 
 TEST_F(AssociationOperation, LogicalComputerSystemIsAnsweredWithNothing) {
@@ -318,7 +319,7 @@ TEST_F(AssociationOperation, AssociationClassesAreNoSources) {
           "KESTO_IPElementSettingData", "KESTO_IPEndPointStatisticalData", "KESTO_TCPEndPointStatisticalData",
           "KESTO_EthernetPortStatisticalData"}) {
         SCOPED_TRACE(source);
-        for (const Operation operation : everyOperation) {
+        for (const Operation operation : EVERY_OPERATION) {
             const Answer answer = ask(operation, source, {{"Antecedent", "7"}}, "KESTO_FCIPTCPEndpoint");
             EXPECT_EQ(answer.returned.size(), 0U);
             EXPECT_TRUE(members_entered(answer.output).empty());
@@ -338,7 +339,7 @@ TEST_F(AssociationOperation, AssociatorNamesOfAProfileAssociationAnswerOkAndNoth
 }
 
 TEST_F(AssociationOperation, RemoteIpPortIsNoSource) {
-    for (const Operation operation : everyOperation) {
+    for (const Operation operation : EVERY_OPERATION) {
         const Answer answer = ask(operation, "KESTO_RemoteIPPort", {{"Name", "7"}}, "KESTO_SANIPEndpoint");
         EXPECT_EQ(answer.returned.size(), 0U);
         EXPECT_TRUE(members_entered(answer.output).empty());
@@ -387,7 +388,7 @@ TEST_F(AssociationOperation, TheOthersReleaseTheLockBeforeTheyTraceTheirExit) {
 }
 
 TEST_F(AssociationOperation, TheRequestIsReadBeforeTheLockIsTakenAndTheObjectsAreMadeUnderIt) {
-    for (const Operation operation : everyOperation) {
+    for (const Operation operation : EVERY_OPERATION) {
         const Answer answer =
             ask(operation, "KESTO_FCIPProtocolEndPoint", {{"Name", "7_x"}}, "KESTO_FCIPTCPEndpoint");
         ASSERT_EQ(answer.returned.size(), 1U);
@@ -437,7 +438,7 @@ TEST_F(AssociationOperation, ReferencesWithoutAKeyGoOnWithAnEmptyOne) {
 
 // An empty key, read as a whole number, is 0, and a tunnel may have the if-index 0.
 TEST_F(AssociationOperation, ReferencesWithoutAKeyFindTheTunnelWhoseIfIndexIs0) {
-    FcipLinkEntry row = link_row(byNumber);
+    FcipLinkEntry row = link_row(BY_NUMBER);
     row.kfmFcipLinkIfIndex = 0;
     emulator::add_link(row);
     EXPECT_EQ(references("KESTO_FCIPSettings", {}, "KESTO_FCIPElementSettingData").instances.size(), 1U);
@@ -446,7 +447,7 @@ TEST_F(AssociationOperation, ReferencesWithoutAKeyFindTheTunnelWhoseIfIndexIs0) 
 }
 
 TEST_F(AssociationOperation, AKeyThatIsNoStringCountsAsFoundAndIsEmpty) {
-    for (const Operation operation : everyOperation) {
+    for (const Operation operation : EVERY_OPERATION) {
         const Answer answer = ask(operation, "KESTO_FCIPProtocolEndPoint", {Key("Name", CMPI_uint32, 7)},
                                   "KESTO_FCIPTCPEndpoint");
         expect_ok(answer);
@@ -508,7 +509,7 @@ TEST_F(AssociationOperation, AnyKeyOfTcpStatisticsIsItsInstanceId) {
     const Answer answer = associator_names("KESTO_TCPEndPointStatistics", {{"NoSuchKey", "7"}},
                                            "KESTO_TCPEndPointStatisticalData");
     ASSERT_EQ(answer.paths.size(), 1U);
-    EXPECT_EQ(answer.paths[0], path(End::tcpEndpoint, "KESTO_TCPProtocolEndPoint", byIfIndex));
+    EXPECT_EQ(answer.paths[0], path(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_IF_INDEX));
 }
 
 } // namespace

@@ -34,7 +34,7 @@ struct Fault {
     std::string where{};
     std::uint32_t first = 1;
     std::uint32_t last = UINT32_MAX;
-    emulator::Effect effect = emulator::Effect::fail;
+    emulator::Effect effect = emulator::Effect::Fail;
     int status = -1;
     std::function<void()> action{};
 };
@@ -67,7 +67,7 @@ class ClassTest : public test_support::ProviderTest {
     }
 
     // Makes one object; `trace` is what was printed meanwhile.
-    template <class Function>
+    template <typename Function>
     auto make(Function&& run) {
         test_support::StdoutCapture capture;
         auto object = built(run);
@@ -108,9 +108,10 @@ inline std::size_t occurrences(const std::string& text, const std::string& part)
 inline std::vector<std::string> calls_of(const std::vector<std::string>& calls,
                                          const std::vector<std::string>& services) {
     std::vector<std::string> chosen;
-    for (const std::string& call : calls)
+    for (const std::string& call : calls) {
         for (const std::string& service : services)
             if (call == service || call.starts_with(service + " ")) chosen.push_back(call);
+    }
     return chosen;
 }
 

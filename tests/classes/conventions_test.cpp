@@ -7,14 +7,14 @@
 namespace class_tests {
 namespace {
 
-template <class Golden>
+template <typename Golden>
 std::string test_name(const testing::TestParamInfo<Golden>& info) {
     return info.param.function;
 }
 
 // The ways in which a platform service may let its caller down.
-constexpr emulator::Effect EVERY_EFFECT[] = {emulator::Effect::fail, emulator::Effect::fail_with_row,
-                                             emulator::Effect::succeed_without_row};
+constexpr emulator::Effect EVERY_EFFECT[] = {emulator::Effect::Fail, emulator::Effect::FailWithRow,
+                                             emulator::Effect::SucceedWithoutRow};
 
 // The services that were called and that may fail: the lock and the release of a message cannot.
 std::vector<std::string> services_of(const std::vector<std::string>& calls) {
@@ -49,7 +49,7 @@ class Filler : public ClassTest, public testing::WithParamInterface<GoldenFiller
 class ProfileBuilder : public Builder {};
 class ProfileFiller : public Filler {};
 
-template <class Golden>
+template <typename Golden>
 std::vector<Golden> those_that_need_the_profile(std::vector<Golden> all) {
     std::erase_if(all, [](const Golden& golden) { return !golden.needsProfile; });
     return all;
@@ -71,8 +71,8 @@ TEST_P(Builder, MakesTheInstanceOnAKeylessPathWithTheSwitchsHostName) {
     const RecordedInstance instance = build();
     EXPECT_EQ(instance.path().host(), one_tunnel::HOST);
     EXPECT_EQ(instance.path().keys(), Sets{});
-    EXPECT_EQ(broker.made(Make::object_path), 1u);
-    EXPECT_EQ(broker.made(Make::instance), 1u);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 1u);
+    EXPECT_EQ(broker.made(Make::Instance), 1u);
 }
 
 TEST_P(Builder, FiltersByTheRequestsPropertiesAfterTheLastOneWithNoKeys) {
@@ -96,10 +96,10 @@ TEST_P(Builder, TracesItsEntryAndExit) {
 }
 
 TEST_P(Builder, ReturnsNullWithoutAnObjectPath) {
-    for (const Failure how : {Failure::null, Failure::without_handle}) {
-        broker.fail_nth(Make::object_path, 1, how);
+    for (const Failure how : {Failure::Null, Failure::WithoutHandle}) {
+        broker.fail_nth(Make::ObjectPath, 1, how);
         broker.clear_calls();
-        EXPECT_EQ(build().kind(), Object::null);
+        EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_TRUE(broker.fault_hit());
         EXPECT_EQ(broker.calls().size(), 1u) << "nothing but newObjectPath";
         EXPECT_EQ(trace.find(entry()), 0u) << trace;
@@ -109,17 +109,17 @@ TEST_P(Builder, ReturnsNullWithoutAnObjectPath) {
 }
 
 TEST_P(Builder, ReturnsNullWithoutAnInstance) {
-    broker.fail_nth(Make::instance, 1, Failure::null);
-    EXPECT_EQ(build().kind(), Object::null);
+    broker.fail_nth(Make::Instance, 1, Failure::Null);
+    EXPECT_EQ(build().kind(), Object::Null);
     EXPECT_TRUE(broker.fault_hit());
     EXPECT_FALSE(trace.ends_with(exiting(GetParam().function))) << trace;
 }
 
 TEST_P(Builder, ReturnsAnInstanceWithoutAHandleAsItIs) {
-    broker.fail_nth(Make::instance, 1, Failure::without_handle);
+    broker.fail_nth(Make::Instance, 1, Failure::WithoutHandle);
     const RecordedInstance instance = build();
     EXPECT_TRUE(broker.fault_hit());
-    EXPECT_EQ(instance.kind(), Object::without_handle);
+    EXPECT_EQ(instance.kind(), Object::WithoutHandle);
     EXPECT_EQ(broker.calls().size(), 3u) << "newObjectPath, setHostname, newInstance";
     EXPECT_FALSE(trace.ends_with(exiting(GetParam().function))) << trace;
 }
@@ -132,11 +132,11 @@ TEST_P(ProfileBuilder, AsksForTheLinksOwnProfileFirst) {
 }
 
 TEST_P(ProfileBuilder, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         let_down({.symbol = "fcip_get_entity_entry", .effect = effect});
-        EXPECT_EQ(build().kind(), Object::null);
+        EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_EQ(trace, entry()) << "no exit trace";
-        EXPECT_EQ(broker.made(Make::object_path), 0u);
+        EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
         emulator::clear_faults();
     }
 }
@@ -190,17 +190,17 @@ TEST_P(Filler, TracesAsItsClassDoes) {
 }
 
 TEST_P(Filler, ReturnsNullWithoutAnObjectPath) {
-    broker.fail_nth(Make::object_path, 1, Failure::null);
-    EXPECT_EQ(fill().kind(), Object::null);
+    broker.fail_nth(Make::ObjectPath, 1, Failure::Null);
+    EXPECT_EQ(fill().kind(), Object::Null);
     EXPECT_TRUE(broker.fault_hit());
     EXPECT_EQ(trace, GetParam().traceWithoutPath);
 }
 
 TEST_P(Filler, ReturnsAPathWithoutAHandleAsItIs) {
-    broker.fail_nth(Make::object_path, 1, Failure::without_handle);
+    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
     const RecordedPath path = fill();
     EXPECT_TRUE(broker.fault_hit());
-    EXPECT_EQ(path.kind(), Object::without_handle);
+    EXPECT_EQ(path.kind(), Object::WithoutHandle);
     EXPECT_EQ(path.keys(), Sets{});
     if (GetParam().checksHandle) {
         EXPECT_EQ(broker.calls().size(), 1u) << "nothing but newObjectPath";
@@ -208,11 +208,11 @@ TEST_P(Filler, ReturnsAPathWithoutAHandleAsItIs) {
 }
 
 TEST_P(ProfileFiller, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         let_down({.symbol = "fcip_get_entity_entry", .effect = effect});
-        EXPECT_EQ(fill().kind(), Object::null);
+        EXPECT_EQ(fill().kind(), Object::Null);
         EXPECT_TRUE(matches(trace, GetParam().traceWithoutProfile)) << trace;
-        EXPECT_EQ(broker.made(Make::object_path), 0u);
+        EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
         emulator::clear_faults();
     }
     EXPECT_EQ(emulator::calls("fcip_get_entity_entry").front(), "fcip_get_entity_entry op=1 id=3 5");

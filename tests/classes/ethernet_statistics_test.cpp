@@ -27,14 +27,14 @@ class EthernetStatistics : public ClassTest {
         return make(
             [&] { return eth_statistics_fill_reference("KESTO_EthernetPortStatistics", NAMESPACE, &row); });
     }
-    static void addPort(std::uint32_t ifIndex, std::uint8_t type) {
+    static void add_port(std::uint32_t ifIndex, std::uint8_t type) {
         emulator::Port port;
         port.ifIndex = ifIndex;
         port.type = type;
         port.name = "port" + std::to_string(ifIndex & 0xFFFF);
         emulator::add_port(port);
     }
-    Sets firstPass() const { return Sets(properties.begin(), properties.begin() + FIRST_PASS); }
+    Sets first_pass() const { return Sets(properties.begin(), properties.begin() + FIRST_PASS); }
 
     PortInfo row = one_tunnel::ethernet_row();
     const Sets properties = golden_properties("eth_statistics_build_instance");
@@ -52,13 +52,13 @@ TEST_F(EthernetStatistics, CountersAreAskedForByIfIndexBeforeTheBrokerIs) {
 }
 
 TEST_F(EthernetStatistics, WithoutCountersThereIsNoInstance) {
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         let_down({.symbol = "pm_get_port_counters", .effect = effect});
-        EXPECT_EQ(build().kind(), Object::null);
+        EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_EQ(trace.find(entering("eth_statistics_build_instance")), 0u);
         EXPECT_EQ(occurrences(trace, "\n"), 2u) << "one line of text, and no exit: " << trace;
         EXPECT_EQ(trace.find("Exiting"), std::string::npos);
-        EXPECT_EQ(broker.made(Make::object_path), 0u);
+        EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
         emulator::clear_faults();
     }
 }
@@ -66,7 +66,7 @@ TEST_F(EthernetStatistics, WithoutCountersThereIsNoInstance) {
 TEST_F(EthernetStatistics, WithoutTheLineCardTheFirstPassStandsAndNothingIsFiltered) {
     const auto expectFirstPass = [this](const char* when) {
         const RecordedInstance instance = build();
-        EXPECT_EQ(instance.sets(), firstPass()) << when;
+        EXPECT_EQ(instance.sets(), first_pass()) << when;
         EXPECT_EQ(instance.value("BytesTransmitted"), 8589934899) << when;
         EXPECT_FALSE(instance.has("FCSErrors")) << when;
         EXPECT_TRUE(instance.filters().empty()) << when;
@@ -78,10 +78,10 @@ TEST_F(EthernetStatistics, WithoutTheLineCardTheFirstPassStandsAndNothingIsFilte
     emulator::fail_always("mts_send");
     expectFirstPass("failed send");
     emulator::clear_faults();
-    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::no_answer});
+    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::NoAnswer});
     expectFirstPass("no answer");
     emulator::clear_faults();
-    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::reply_status, .status = 3});
+    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::ReplyStatus, .status = 3});
     expectFirstPass("status 3");
     emulator::clear_faults();
     emulator::set_reply(one_tunnel::MAC_STATISTICS, Bytes(11));
@@ -160,8 +160,8 @@ TEST_F(EthernetStatistics, NamesOfThirtyCharactersAreWhole) {
 }
 
 TEST_F(EthernetStatistics, APathWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_nth(Make::object_path, 1, Failure::without_handle);
-    EXPECT_EQ(fill().kind(), Object::without_handle);
+    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
+    EXPECT_EQ(fill().kind(), Object::WithoutHandle);
     EXPECT_EQ(trace, entering("eth_statistics_fill_reference") + exiting("eth_statistics_fill_reference"));
 }
 
@@ -183,35 +183,35 @@ TEST_F(EthernetStatistics, NothingOfTheRowIsReadButItsIfIndex) {
 
 class EthernetWalk : public EthernetStatistics {
   protected:
-    Answer walkInstances(const char** wanted = nullptr) {
+    Answer walk_instances(const char** wanted = nullptr) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_eth_stat_instances("KESTO_EthernetPortStatistics", result, wanted, NAMESPACE);
             },
             &status);
     }
-    Answer walkPaths() {
+    Answer walk_paths() {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_eth_stat_references("KESTO_EthernetPortStatistics", result, NAMESPACE);
             },
             &status);
     }
-    Answer walkDataInstances(const char** wanted = nullptr) {
+    Answer walk_data_instances(const char** wanted = nullptr) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_eth_stat_data_instances(DATA_CLASS, result, wanted, NAMESPACE);
             },
             &status);
     }
-    Answer walkDataPaths() {
+    Answer walk_data_paths() {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_eth_stat_data_references(DATA_CLASS, result, NAMESPACE);
             },
             &status);
     }
-    static std::vector<std::string> idsOf(const Answer& answer) {
+    static std::vector<std::string> ids_of(const Answer& answer) {
         std::vector<std::string> ids;
         for (const RecordedInstance& instance : answer.instances)
             ids.push_back(instance.value("InstanceID").text());
@@ -223,52 +223,52 @@ class EthernetWalk : public EthernetStatistics {
 };
 
 TEST_F(EthernetWalk, EveryPortBehindTheStartIndexIsReturned) {
-    addPort(0x9B010001, 26);
-    addPort(0x9AFFFFFF, 26); // the walk starts behind it
+    add_port(0x9B010001, 26);
+    add_port(0x9AFFFFFF, 26); // the walk starts behind it
     const std::vector<std::string> want{"-1694433280", "-1694433279"};
-    const Answer instances = walkInstances();
+    const Answer instances = walk_instances();
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(idsOf(instances), want);
+    EXPECT_EQ(ids_of(instances), want);
     EXPECT_EQ(instances.instances[0].sets(), properties);
     EXPECT_EQ(instances.doneCalls, 0u);
-    const Answer paths = walkPaths();
+    const Answer paths = walk_paths();
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(idsOf(paths), want);
+    EXPECT_EQ(ids_of(paths), want);
     EXPECT_EQ(paths.doneCalls, 0u);
 }
 
 TEST_F(EthernetWalk, PortsOfTypes2And5And26AreServedAndAllOthersSkipped) {
     emulator::clear_ports();
     for (std::uint32_t type = 0; type < 256; ++type)
-        addPort(0x9B000000 + type, static_cast<std::uint8_t>(type));
+        add_port(0x9B000000 + type, static_cast<std::uint8_t>(type));
     const std::vector<std::string> want{std::to_string(static_cast<std::int32_t>(0x9B000002)),
                                         std::to_string(static_cast<std::int32_t>(0x9B000005)),
                                         std::to_string(static_cast<std::int32_t>(0x9B00001A))};
-    EXPECT_EQ(idsOf(walkInstances()), want);
-    EXPECT_EQ(idsOf(walkPaths()), want);
+    EXPECT_EQ(ids_of(walk_instances()), want);
+    EXPECT_EQ(ids_of(walk_paths()), want);
 }
 
 TEST_F(EthernetWalk, APortWhoseTypeCannotBeReadIsServed) {
-    addPort(0x9B010001, 6);
-    EXPECT_EQ(walkInstances().instances.size(), 1u);
-    EXPECT_EQ(walkPaths().paths.size(), 1u);
+    add_port(0x9B010001, 6);
+    EXPECT_EQ(walk_instances().instances.size(), 1u);
+    EXPECT_EQ(walk_paths().paths.size(), 1u);
     let_down({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
-    EXPECT_EQ(walkInstances().instances.size(), 2u);
-    EXPECT_EQ(walkPaths().paths.size(), 2u);
+    EXPECT_EQ(walk_instances().instances.size(), 2u);
+    EXPECT_EQ(walk_paths().paths.size(), 2u);
 }
 
 TEST_F(EthernetWalk, SkippedPortsDoNotEndTheWalk) {
-    addPort(0x9B000000, 6);
-    addPort(0x9B010001, 30);
-    addPort(0x9B010002, 5);
+    add_port(0x9B000000, 6);
+    add_port(0x9B010001, 30);
+    add_port(0x9B010002, 5);
     const std::vector<std::string> want{"-1694433280", "-1694433278"};
-    EXPECT_EQ(idsOf(walkInstances()), want);
-    EXPECT_EQ(idsOf(walkPaths()), want);
+    EXPECT_EQ(ids_of(walk_instances()), want);
+    EXPECT_EQ(ids_of(walk_paths()), want);
 }
 
 TEST_F(EthernetWalk, EveryPortIsTracedSkippedOnesToo) {
-    addPort(0x9B000000, 6);
-    const std::string traced = walkInstances().output;
+    add_port(0x9B000000, 6);
+    const std::string traced = walk_instances().output;
     EXPECT_EQ(traced.find("if_index -1694498816 \nif_index -1694433280 \n" +
                           entering("eth_statistics_build_instance")),
               0u)
@@ -276,64 +276,64 @@ TEST_F(EthernetWalk, EveryPortIsTracedSkippedOnesToo) {
 }
 
 TEST_F(EthernetWalk, AFailedRequestEndsTheWalk) {
-    addPort(0x9B010001, 26);
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    add_port(0x9B010001, 26);
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         const Fault fault{.symbol = "pm_cim_get_port_info", .first = 2, .effect = effect};
         let_down(fault);
-        EXPECT_EQ(walkInstances().instances.size(), 1u);
+        EXPECT_EQ(walk_instances().instances.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
         let_down(fault);
-        EXPECT_EQ(walkPaths().paths.size(), 1u);
+        EXPECT_EQ(walk_paths().paths.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
         let_down(fault);
-        EXPECT_EQ(walkDataInstances().instances.size(), 1u);
+        EXPECT_EQ(walk_data_instances().instances.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
         let_down(fault);
-        EXPECT_EQ(walkDataPaths().paths.size(), 1u);
+        EXPECT_EQ(walk_data_paths().paths.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
     }
 }
 
 TEST_F(EthernetWalk, ABuildThatFailsIsHandedOverAsNull) {
-    addPort(0x9B010001, 26);
+    add_port(0x9B010001, 26);
     let_down({.symbol = "pm_get_port_counters", .first = 1, .last = 1});
-    const Answer answer = walkInstances();
+    const Answer answer = walk_instances();
     ASSERT_EQ(answer.instances.size(), 2u);
-    EXPECT_EQ(answer.instances[0].kind(), Object::null);
+    EXPECT_EQ(answer.instances[0].kind(), Object::Null);
     EXPECT_TRUE(answer.instances[1].is_valid());
 }
 
 TEST_F(EthernetWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
-    addPort(0x9B010001, 26);
-    for (const Make what : {Make::object_path, Make::instance}) {
-        EXPECT_EQ(for_each_broker_failure(what, Failure::null,
+    add_port(0x9B010001, 26);
+    for (const Make what : {Make::ObjectPath, Make::Instance}) {
+        EXPECT_EQ(for_each_broker_failure(what, Failure::Null,
                                           [&](std::size_t nth) {
-                                              const Answer answer = walkInstances();
+                                              const Answer answer = walk_instances();
                                               ASSERT_EQ(answer.instances.size(), 2u);
                                               for (std::size_t i = 0; i < 2; ++i)
                                                   EXPECT_EQ(answer.instances[i].kind(),
-                                                            i + 1 == nth ? Object::null : Object::valid);
+                                                            i + 1 == nth ? Object::Null : Object::Valid);
                                           }),
                   2u);
     }
-    EXPECT_EQ(for_each_broker_failure(Make::object_path, Failure::null,
+    EXPECT_EQ(for_each_broker_failure(Make::ObjectPath, Failure::Null,
                                       [&](std::size_t nth) {
-                                          const Answer answer = walkPaths();
+                                          const Answer answer = walk_paths();
                                           ASSERT_EQ(answer.paths.size(), 2u);
                                           for (std::size_t i = 0; i < 2; ++i)
                                               EXPECT_EQ(answer.paths[i].kind(),
-                                                        i + 1 == nth ? Object::null : Object::valid);
+                                                        i + 1 == nth ? Object::Null : Object::Valid);
                                       }),
               2u);
 }
 
 TEST_F(EthernetWalk, PassesThePropertyListOn) {
     const char* wanted[] = {"Caption", nullptr};
-    const Answer answer = walkInstances(wanted);
+    const Answer answer = walk_instances(wanted);
     ASSERT_EQ(answer.instances.size(), 1u);
     ASSERT_EQ(answer.instances[0].filters().size(), 1u);
     EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"Caption"}));
@@ -342,13 +342,13 @@ TEST_F(EthernetWalk, PassesThePropertyListOn) {
 // --- Statistical data -------------------------------------------------------------------------------------
 
 TEST_F(EthernetWalk, DataObjectsAreThePlatformsOwnAskedForWithTheNamespaceFirst) {
-    const Answer instances = walkDataInstances();
+    const Answer instances = walk_data_instances();
     EXPECT_EQ(calls_of(instances.platformCalls, {"fcport_build_instance_pm"}),
               std::vector<std::string>{
                   "fcport_build_instance_pm root/kesto KESTO_EthernetPortStatisticalData if=0x9b010000"});
     ASSERT_EQ(instances.instances.size(), 1u);
     EXPECT_EQ(instances.instances[0].class_name(), DATA_CLASS);
-    const Answer paths = walkDataPaths();
+    const Answer paths = walk_data_paths();
     EXPECT_EQ(calls_of(paths.platformCalls, {"fcport_fill_reference_pm"}),
               std::vector<std::string>{
                   "fcport_fill_reference_pm root/kesto KESTO_EthernetPortStatisticalData if=0x9b010000"});
@@ -357,28 +357,28 @@ TEST_F(EthernetWalk, DataObjectsAreThePlatformsOwnAskedForWithTheNamespaceFirst)
 }
 
 TEST_F(EthernetWalk, DataInstancesEndAtTheFirstPortOfAnotherTypePathsDoNot) {
-    addPort(0x9B010001, 5);
-    addPort(0x9B010002, 26);
-    EXPECT_EQ(walkDataInstances().instances.size(), 1u);
+    add_port(0x9B010001, 5);
+    add_port(0x9B010002, 26);
+    EXPECT_EQ(walk_data_instances().instances.size(), 1u);
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(walkDataPaths().paths.size(), 3u);
+    EXPECT_EQ(walk_data_paths().paths.size(), 3u);
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(EthernetWalk, DataInstancesEndAtAPortWhoseTypeCannotBeReadPathsDoNotAsk) {
-    addPort(0x9B010001, 26);
-    addPort(0x9B010002, 26);
+    add_port(0x9B010001, 26);
+    add_port(0x9B010002, 26);
     let_down({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
-    EXPECT_EQ(walkDataInstances().instances.size(), 1u);
-    const Answer paths = walkDataPaths();
+    EXPECT_EQ(walk_data_instances().instances.size(), 1u);
+    const Answer paths = walk_data_paths();
     EXPECT_EQ(paths.paths.size(), 3u);
     EXPECT_TRUE(calls_of(paths.platformCalls, {"if_index_get_type"}).empty());
 }
 
 TEST_F(EthernetWalk, DataInstancesTraceTheirStartAndEachCall) {
-    addPort(0x9B010001, 5);
+    add_port(0x9B010001, 5);
     const std::string start = "\n Entering get_all_eth_stat_data_instances \n ";
-    const std::string traced = walkDataInstances().output;
+    const std::string traced = walk_data_instances().output;
     EXPECT_EQ(traced.find(start), 0u) << traced;
     EXPECT_EQ(occurrences(traced, start), 1u);
     EXPECT_EQ(occurrences(traced, " Call to fcport_build_instance_pm "), 1u) << "for the Ethernet port alone";
@@ -387,25 +387,25 @@ TEST_F(EthernetWalk, DataInstancesTraceTheirStartAndEachCall) {
 }
 
 TEST_F(EthernetWalk, APlatformObjectThatCannotBeMadeIsHandedOverAsNull) {
-    addPort(0x9B010001, 26);
+    add_port(0x9B010001, 26);
     let_down({.symbol = "fcport_build_instance_pm", .first = 1, .last = 1});
     let_down({.symbol = "fcport_fill_reference_pm", .first = 1, .last = 1});
-    const Answer instances = walkDataInstances();
+    const Answer instances = walk_data_instances();
     ASSERT_EQ(instances.instances.size(), 2u);
-    EXPECT_EQ(instances.instances[0].kind(), Object::null);
+    EXPECT_EQ(instances.instances[0].kind(), Object::Null);
     EXPECT_TRUE(instances.instances[1].is_valid());
-    const Answer paths = walkDataPaths();
+    const Answer paths = walk_data_paths();
     ASSERT_EQ(paths.paths.size(), 2u);
-    EXPECT_EQ(paths.paths[0].kind(), Object::null);
+    EXPECT_EQ(paths.paths[0].kind(), Object::Null);
     EXPECT_TRUE(paths.paths[1].is_valid());
 }
 
 TEST_F(EthernetWalk, WithoutPortsNothingIsReturned) {
     emulator::clear_ports();
-    EXPECT_TRUE(walkInstances().returned.empty());
-    EXPECT_TRUE(walkPaths().returned.empty());
-    EXPECT_TRUE(walkDataInstances().returned.empty());
-    EXPECT_TRUE(walkDataPaths().returned.empty());
+    EXPECT_TRUE(walk_instances().returned.empty());
+    EXPECT_TRUE(walk_paths().returned.empty());
+    EXPECT_TRUE(walk_data_instances().returned.empty());
+    EXPECT_TRUE(walk_data_paths().returned.empty());
     EXPECT_EQ(status, 0);
 }
 

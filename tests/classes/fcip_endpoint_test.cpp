@@ -15,7 +15,7 @@ class FcipEndpoint : public ClassTest {
     RecordedPath fill() {
         return make([&] { return fcip_pe_fill_reference(CLASS_NAME, NAMESPACE, &link); });
     }
-    void useAddresses(const std::string& local, const std::string& remote) {
+    void use_addresses(const std::string& local, const std::string& remote) {
         profile.kfmFcipEntityAddress = test_support::address(local);
         emulator::add_entity(profile);
         link.kfmFcipLinkRemFcipEntityAddress = test_support::address(remote);
@@ -38,27 +38,27 @@ TEST_F(FcipEndpoint, TunnelNumberIsCutToSixteenBitsInTunnelIdOnly) {
 }
 
 TEST_F(FcipEndpoint, NameIsCutToThirtyCharactersInInstanceAndPath) {
-    useAddresses("192.168.100.100", "192.168.100.101");
+    use_addresses("192.168.100.100", "192.168.100.101");
     link.kfmFcipLinkIndex = 0;
     EXPECT_EQ(build().value("Name"), "1_192.168.100.100_192.168.100.");
     EXPECT_EQ(fill().key("Name"), "1_192.168.100.100_192.168.100.");
 }
 
 TEST_F(FcipEndpoint, NameOfThirtyCharactersIsWhole) {
-    useAddresses("192.168.10.100", "192.168.10.10");
+    use_addresses("192.168.10.100", "192.168.10.10");
     link.kfmFcipLinkIndex = 0;
     EXPECT_EQ(build().value("Name"), "1_192.168.10.100_192.168.10.10");
     EXPECT_EQ(fill().key("Name"), "1_192.168.10.100_192.168.10.10");
 }
 
 TEST_F(FcipEndpoint, PathCutsEachAddressToNineteenCharactersTheInstanceDoesNot) {
-    useAddresses("2001:db8:1111:2222:3333:4444:5555:6666", "2001:db8::2");
+    use_addresses("2001:db8:1111:2222:3333:4444:5555:6666", "2001:db8::2");
     EXPECT_EQ(build().value("Name"), "5_2001:db8:1111:2222:3333:4444");
     EXPECT_EQ(fill().key("Name"), "5_2001:db8:1111:2222:_2001:db8");
 }
 
 TEST_F(FcipEndpoint, AddressPropertiesAreNotCut) {
-    useAddresses("2001:db8:1111:2222:3333:4444:5555:6666", "2001:db8:1111:2222:3333:4444:5555:7777");
+    use_addresses("2001:db8:1111:2222:3333:4444:5555:6666", "2001:db8:1111:2222:3333:4444:5555:7777");
     const RecordedInstance instance = build();
     EXPECT_EQ(instance.value("LocalIPAddress"), "2001:db8:1111:2222:3333:4444:5555:6666");
     EXPECT_EQ(instance.value("RemoteIPAddress"), "2001:db8:1111:2222:3333:4444:5555:7777");
@@ -159,7 +159,7 @@ TEST_F(FcipEndpoint, AnUnsetProfileAddressIsAnEmptyText) {
 class FcipEndpointWalk : public ClassTest {
   protected:
     // Two more tunnels: one of the same profile, one of another.
-    void addTunnels() {
+    void add_tunnels() {
         FcipLinkEntry second = one_tunnel::link();
         second.kfmFcipLinkIndex = 8;
         second.kfmFcipLinkIfIndex = 18;
@@ -174,14 +174,14 @@ class FcipEndpointWalk : public ClassTest {
         other.kfmFcipEntityAddress = test_support::address("10.9.9.9");
         emulator::add_entity(other);
     }
-    Answer walkInstances(const char* className, const char** properties = nullptr) {
+    Answer walk_instances(const char* className, const char** properties = nullptr) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_fcip_pe_instances(className, result, properties, NAMESPACE);
             },
             &status);
     }
-    Answer walkPaths(const char* className) {
+    Answer walk_paths(const char* className) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_fcip_pe_references(className, result, NAMESPACE);
@@ -193,25 +193,25 @@ class FcipEndpointWalk : public ClassTest {
 
 TEST_F(FcipEndpointWalk, WithoutTunnelsNothingIsReturned) {
     emulator::clear_links();
-    const Answer instances = walkInstances(CLASS_NAME);
+    const Answer instances = walk_instances(CLASS_NAME);
     EXPECT_EQ(status, 0);
     EXPECT_TRUE(instances.returned.empty());
     EXPECT_EQ(instances.output, entering("get_all_fcip_pe_instances"));
-    const Answer paths = walkPaths(CLASS_NAME);
+    const Answer paths = walk_paths(CLASS_NAME);
     EXPECT_EQ(status, 0);
     EXPECT_TRUE(paths.returned.empty());
     EXPECT_EQ(paths.output, entering("get_all_fcip_pe_references"));
 }
 
 TEST_F(FcipEndpointWalk, OneInstanceAndOnePathATunnelInTableOrder) {
-    addTunnels();
-    const Answer instances = walkInstances(CLASS_NAME);
+    add_tunnels();
+    const Answer instances = walk_instances(CLASS_NAME);
     EXPECT_EQ(status, 0);
     ASSERT_EQ(instances.instances.size(), 3u);
     EXPECT_EQ(instances.instances[0].value("Name"), "5_10.1.1.1_10.1.1.2");
     EXPECT_EQ(instances.instances[1].value("Name"), "9_10.1.1.1_10.1.1.2");
     EXPECT_EQ(instances.instances[2].value("Name"), "1_10.9.9.9_10.1.1.2");
-    const Answer paths = walkPaths(CLASS_NAME);
+    const Answer paths = walk_paths(CLASS_NAME);
     EXPECT_EQ(status, 0);
     ASSERT_EQ(paths.paths.size(), 3u);
     EXPECT_EQ(paths.paths[0].key("Name"), "5_10.1.1.1_10.1.1.2");
@@ -220,8 +220,8 @@ TEST_F(FcipEndpointWalk, OneInstanceAndOnePathATunnelInTableOrder) {
 }
 
 TEST_F(FcipEndpointWalk, AsksForTheNextLinkBehindEachOnesKeyFromZero) {
-    addTunnels();
-    const Answer answer = walkInstances(CLASS_NAME);
+    add_tunnels();
+    const Answer answer = walk_instances(CLASS_NAME);
     EXPECT_EQ(calls_of(answer.platformCalls, {"fcip_get_link_entry"}),
               (std::vector<std::string>{
                   "fcip_get_link_entry op=2 key={0,0} 30 1", "fcip_get_link_entry op=2 key={3,4} 30 1",
@@ -229,107 +229,107 @@ TEST_F(FcipEndpointWalk, AsksForTheNextLinkBehindEachOnesKeyFromZero) {
 }
 
 TEST_F(FcipEndpointWalk, NeitherWalkerEndsTheResult) {
-    EXPECT_EQ(walkInstances(CLASS_NAME).doneCalls, 0u);
-    EXPECT_EQ(walkPaths(CLASS_NAME).doneCalls, 0u);
+    EXPECT_EQ(walk_instances(CLASS_NAME).doneCalls, 0u);
+    EXPECT_EQ(walk_paths(CLASS_NAME).doneCalls, 0u);
 }
 
 TEST_F(FcipEndpointWalk, TracesItsEntryAndItsBuildersOnly) {
-    EXPECT_EQ(walkInstances(CLASS_NAME).output, entering("get_all_fcip_pe_instances") +
-                                                    entering("fcip_pe_build_instance") +
-                                                    exiting("fcip_pe_build_instance"));
-    EXPECT_EQ(walkPaths(CLASS_NAME).output, entering("get_all_fcip_pe_references"));
+    EXPECT_EQ(walk_instances(CLASS_NAME).output, entering("get_all_fcip_pe_instances") +
+                                                     entering("fcip_pe_build_instance") +
+                                                     exiting("fcip_pe_build_instance"));
+    EXPECT_EQ(walk_paths(CLASS_NAME).output, entering("get_all_fcip_pe_references"));
 }
 
 TEST_F(FcipEndpointWalk, PassesThePropertyListOn) {
     const char* wanted[] = {"Name", nullptr};
-    const Answer answer = walkInstances(CLASS_NAME, wanted);
+    const Answer answer = walk_instances(CLASS_NAME, wanted);
     ASSERT_EQ(answer.instances.size(), 1u);
     ASSERT_EQ(answer.instances[0].filters().size(), 1u);
     EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"Name"}));
 }
 
 TEST_F(FcipEndpointWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
-    const Answer instances = walkInstances("kesto_fcipprotocolendpoint");
+    const Answer instances = walk_instances("kesto_fcipprotocolendpoint");
     ASSERT_EQ(instances.instances.size(), 1u);
     EXPECT_EQ(instances.instances[0].class_name(), "kesto_fcipprotocolendpoint");
     EXPECT_EQ(instances.instances[0].value("CreationClassName"), "KESTO_FCIPProtocolEndPoint");
-    const Answer paths = walkPaths("kesto_fcipprotocolendpoint");
+    const Answer paths = walk_paths("kesto_fcipprotocolendpoint");
     ASSERT_EQ(paths.paths.size(), 1u);
     EXPECT_EQ(paths.paths[0].class_name(), "kesto_fcipprotocolendpoint");
     EXPECT_EQ(paths.paths[0].key("CreationClassName"), "KESTO_FCIPProtocolEndPoint");
 }
 
 TEST_F(FcipEndpointWalk, ServesTheRemotePortToo) {
-    const Answer instances = walkInstances("KESTO_RemoteFCIPPort");
+    const Answer instances = walk_instances("KESTO_RemoteFCIPPort");
     ASSERT_EQ(instances.instances.size(), 1u);
     EXPECT_EQ(instances.instances[0].sets(), golden_properties("fcip_remote_pe_build_instance"));
-    const Answer paths = walkPaths("KESTO_RemoteFCIPPort");
+    const Answer paths = walk_paths("KESTO_RemoteFCIPPort");
     ASSERT_EQ(paths.paths.size(), 1u);
     EXPECT_EQ(paths.paths[0].keys(), golden_keys("fcip_remote_pe_fill_reference"));
 }
 
 TEST_F(FcipEndpointWalk, AnotherClassSkipsEveryRow) {
-    addTunnels();
-    EXPECT_TRUE(walkInstances("KESTO_TCPProtocolEndPoint").returned.empty());
+    add_tunnels();
+    EXPECT_TRUE(walk_instances("KESTO_TCPProtocolEndPoint").returned.empty());
     EXPECT_EQ(status, 0);
     EXPECT_EQ(emulator::calls("fcip_get_link_entry").size(), 4u) << "the table is walked all the same";
-    EXPECT_TRUE(walkPaths("KESTO_TCPProtocolEndPoint").returned.empty());
+    EXPECT_TRUE(walk_paths("KESTO_TCPProtocolEndPoint").returned.empty());
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(FcipEndpointWalk, HandsANullOverForATunnelWithoutItsProfileAndGoesOn) {
-    addTunnels();
+    add_tunnels();
     emulator::remove_entity(one_tunnel::PROFILE);
-    const Answer instances = walkInstances(CLASS_NAME);
+    const Answer instances = walk_instances(CLASS_NAME);
     ASSERT_EQ(instances.instances.size(), 3u);
-    EXPECT_EQ(instances.instances[0].kind(), Object::null);
-    EXPECT_EQ(instances.instances[1].kind(), Object::null);
+    EXPECT_EQ(instances.instances[0].kind(), Object::Null);
+    EXPECT_EQ(instances.instances[1].kind(), Object::Null);
     EXPECT_EQ(instances.instances[2].value("Name"), "1_10.9.9.9_10.1.1.2");
-    const Answer paths = walkPaths(CLASS_NAME);
+    const Answer paths = walk_paths(CLASS_NAME);
     ASSERT_EQ(paths.paths.size(), 3u);
-    EXPECT_EQ(paths.paths[0].kind(), Object::null);
-    EXPECT_EQ(paths.paths[1].kind(), Object::null);
+    EXPECT_EQ(paths.paths[0].kind(), Object::Null);
+    EXPECT_EQ(paths.paths[1].kind(), Object::Null);
     EXPECT_EQ(paths.paths[2].key("Name"), "1_10.9.9.9_10.1.1.2");
 }
 
 TEST_F(FcipEndpointWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
-    addTunnels();
-    for (const Make what : {Make::object_path, Make::instance}) {
-        const std::size_t failures = for_each_broker_failure(what, Failure::null, [&](std::size_t nth) {
-            const Answer answer = walkInstances(CLASS_NAME);
+    add_tunnels();
+    for (const Make what : {Make::ObjectPath, Make::Instance}) {
+        const std::size_t failures = for_each_broker_failure(what, Failure::Null, [&](std::size_t nth) {
+            const Answer answer = walk_instances(CLASS_NAME);
             ASSERT_EQ(answer.instances.size(), 3u);
             for (std::size_t i = 0; i < 3; ++i)
-                EXPECT_EQ(answer.instances[i].kind(), i + 1 == nth ? Object::null : Object::valid);
+                EXPECT_EQ(answer.instances[i].kind(), i + 1 == nth ? Object::Null : Object::Valid);
         });
         EXPECT_EQ(failures, 3u) << "one object a tunnel";
     }
 }
 
 TEST_F(FcipEndpointWalk, AFailureInTheMiddleOfTheTableEndsTheWalkWithWhatWasSent) {
-    addTunnels();
+    add_tunnels();
     for (const auto effect :
-         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
         let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
-        EXPECT_EQ(walkInstances(CLASS_NAME).instances.size(), 1u);
+        EXPECT_EQ(walk_instances(CLASS_NAME).instances.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
         let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
-        EXPECT_EQ(walkPaths(CLASS_NAME).paths.size(), 1u);
+        EXPECT_EQ(walk_paths(CLASS_NAME).paths.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
     }
 }
 
 TEST_F(FcipEndpointWalk, ATunnelThatGoesAwayMeanwhileIsNotMissedByTheWalk) {
-    addTunnels();
+    add_tunnels();
     let_down({.symbol = "fcip_get_link_entry",
               .first = 2,
               .last = 2,
-              .effect = emulator::Effect::none,
+              .effect = emulator::Effect::None,
               .action = [] {
                   emulator::remove_link({3, 8});
               }});
-    const Answer answer = walkInstances(CLASS_NAME);
+    const Answer answer = walk_instances(CLASS_NAME);
     ASSERT_EQ(answer.instances.size(), 2u);
     EXPECT_EQ(answer.instances[1].value("Name"), "1_10.9.9.9_10.1.1.2");
 }

@@ -75,7 +75,7 @@ TEST_F(FcipSettings, KeepAliveIsThatOfTheSecondAnswer) {
     let_down({.symbol = "fcip_get_entity_entry",
               .first = 2,
               .last = 2,
-              .effect = emulator::Effect::none,
+              .effect = emulator::Effect::None,
               .action = [] {
                   FcipEntityEntry changed = one_tunnel::profile();
                   changed.kfmFcipEntityKeepAliveTimeout = 77;
@@ -85,13 +85,12 @@ TEST_F(FcipSettings, KeepAliveIsThatOfTheSecondAnswer) {
 }
 
 TEST_F(FcipSettings, KeepAliveIsThirtyWithoutASecondRow) {
-    let_down(
-        {.symbol = "fcip_get_entity_entry", .first = 2, .effect = emulator::Effect::succeed_without_row});
+    let_down({.symbol = "fcip_get_entity_entry", .first = 2, .effect = emulator::Effect::SucceedWithoutRow});
     EXPECT_EQ(build().sets(), with(properties, "KeepAliveTimeout", 30));
 }
 
 TEST_F(FcipSettings, KeepAliveIsLeftUnsetWhenTheSecondAnswerFails) {
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         let_down({.symbol = "fcip_get_entity_entry", .first = 2, .effect = effect});
         const RecordedInstance instance = build();
         EXPECT_EQ(instance.sets(), without(properties, {"KeepAliveTimeout"}));
@@ -123,8 +122,8 @@ TEST_F(FcipSettings, InstanceAndPathAgreeOnTheIfIndexAsInstanceId) {
 }
 
 TEST_F(FcipSettings, APathWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_nth(Make::object_path, 1, Failure::without_handle);
-    EXPECT_EQ(fill().kind(), Object::without_handle);
+    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
+    EXPECT_EQ(fill().kind(), Object::WithoutHandle);
     EXPECT_EQ(trace, entering("fcip_settings_fill_reference") + exiting("fcip_settings_fill_reference"));
 }
 
@@ -208,14 +207,14 @@ class ProfileWalk : public ClassTest {
             emulator::add_entity(another);
         }
     }
-    Answer walkInstances(const char* className, const char** properties = nullptr) {
+    Answer walk_instances(const char* className, const char** properties = nullptr) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_fcip_profiles(className, result, properties, NAMESPACE);
             },
             &status);
     }
-    Answer walkPaths(const char* className) {
+    Answer walk_paths(const char* className) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_fcip_profile_references(className, result, NAMESPACE);
@@ -226,14 +225,14 @@ class ProfileWalk : public ClassTest {
 };
 
 TEST_F(ProfileWalk, OneInstanceAndOnePathAProfileInTableOrder) {
-    const Answer instances = walkInstances("KESTO_FCIPProfile");
+    const Answer instances = walk_instances("KESTO_FCIPProfile");
     EXPECT_EQ(status, 0);
     ASSERT_EQ(instances.instances.size(), 3u);
     EXPECT_EQ(instances.instances[0].sets(), golden_properties("fcip_profile_build_instance"));
     EXPECT_EQ(instances.instances[1].value("InstanceID"), "8");
     EXPECT_EQ(instances.instances[2].value("InstanceID"), "-2147483648");
     EXPECT_EQ(instances.doneCalls, 0u);
-    const Answer paths = walkPaths("KESTO_FCIPProfile");
+    const Answer paths = walk_paths("KESTO_FCIPProfile");
     EXPECT_EQ(status, 0);
     ASSERT_EQ(paths.paths.size(), 3u);
     EXPECT_EQ(paths.paths[0].keys(), golden_keys("fcip_profile_fill_reference"));
@@ -243,13 +242,13 @@ TEST_F(ProfileWalk, OneInstanceAndOnePathAProfileInTableOrder) {
 }
 
 TEST_F(ProfileWalk, TheClassNameIsNotLookedAt) {
-    const Answer instances = walkInstances("kesto_whatever");
+    const Answer instances = walk_instances("kesto_whatever");
     ASSERT_EQ(instances.instances.size(), 3u);
     for (const RecordedInstance& instance : instances.instances) {
         EXPECT_TRUE(instance.is_valid());
         EXPECT_EQ(instance.class_name(), "kesto_whatever");
     }
-    const Answer paths = walkPaths("kesto_whatever");
+    const Answer paths = walk_paths("kesto_whatever");
     ASSERT_EQ(paths.paths.size(), 3u);
     for (const RecordedPath& path : paths.paths)
         EXPECT_EQ(path.class_name(), "kesto_whatever");
@@ -259,8 +258,8 @@ TEST_F(ProfileWalk, AsksForTheNextProfileBehindEachOnesNumberFromZero) {
     const std::vector<std::string> want{
         "fcip_get_entity_entry op=2 id=0 5", "fcip_get_entity_entry op=2 id=3 5",
         "fcip_get_entity_entry op=2 id=8 5", "fcip_get_entity_entry op=2 id=2147483648 5"};
-    EXPECT_EQ(calls_of(walkInstances("KESTO_FCIPProfile").platformCalls, {"fcip_get_entity_entry"}), want);
-    EXPECT_EQ(calls_of(walkPaths("KESTO_FCIPProfile").platformCalls, {"fcip_get_entity_entry"}), want);
+    EXPECT_EQ(calls_of(walk_instances("KESTO_FCIPProfile").platformCalls, {"fcip_get_entity_entry"}), want);
+    EXPECT_EQ(calls_of(walk_paths("KESTO_FCIPProfile").platformCalls, {"fcip_get_entity_entry"}), want);
 }
 
 TEST_F(ProfileWalk, InstancesAreTracedEachRoundBeforeEachBuildAndAtTheEnd) {
@@ -271,21 +270,21 @@ TEST_F(ProfileWalk, InstancesAreTracedEachRoundBeforeEachBuildAndAtTheEnd) {
     for (int i = 0; i < 3; ++i)
         want += round + round + build;
     want += round + round + exiting("get_all_fcip_profiles"); // the round that finds no profile, then the end
-    const Answer answer = walkInstances("KESTO_FCIPProfile");
+    const Answer answer = walk_instances("KESTO_FCIPProfile");
     EXPECT_TRUE(matches(answer.output, want)) << answer.output;
     EXPECT_EQ(occurrences(answer.output, " Function : get_all_fcip_profiles Line "), 8u);
 }
 
 TEST_F(ProfileWalk, PathsAreTracedAtEntryAndExitOnly) {
-    EXPECT_EQ(walkPaths("KESTO_FCIPProfile").output,
+    EXPECT_EQ(walk_paths("KESTO_FCIPProfile").output,
               entering("get_all_fcip_profile_references") + exiting("get_all_fcip_profile_references"));
 }
 
 TEST_F(ProfileWalk, AnEmptyTableReturnsNothing) {
     emulator::clear_entities();
-    EXPECT_TRUE(walkInstances("KESTO_FCIPProfile").returned.empty());
+    EXPECT_TRUE(walk_instances("KESTO_FCIPProfile").returned.empty());
     EXPECT_EQ(status, 0);
-    const Answer paths = walkPaths("KESTO_FCIPProfile");
+    const Answer paths = walk_paths("KESTO_FCIPProfile");
     EXPECT_TRUE(paths.returned.empty());
     EXPECT_EQ(status, 0);
     EXPECT_EQ(paths.output,
@@ -294,15 +293,15 @@ TEST_F(ProfileWalk, AnEmptyTableReturnsNothing) {
 
 TEST_F(ProfileWalk, AFailureInTheMiddleOfTheTableEndsTheWalkWithWhatWasSent) {
     for (const auto effect :
-         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
         let_down({.symbol = "fcip_get_entity_entry", .first = 3, .effect = effect});
-        const Answer instances = walkInstances("KESTO_FCIPProfile");
+        const Answer instances = walk_instances("KESTO_FCIPProfile");
         EXPECT_EQ(instances.instances.size(), 2u);
         EXPECT_EQ(status, 0);
         EXPECT_TRUE(instances.output.ends_with(exiting("get_all_fcip_profiles")));
         emulator::clear_faults();
         let_down({.symbol = "fcip_get_entity_entry", .first = 3, .effect = effect});
-        const Answer paths = walkPaths("KESTO_FCIPProfile");
+        const Answer paths = walk_paths("KESTO_FCIPProfile");
         EXPECT_EQ(paths.paths.size(), 2u);
         EXPECT_EQ(status, 0);
         EXPECT_TRUE(paths.output.ends_with(exiting("get_all_fcip_profile_references")));
@@ -311,31 +310,31 @@ TEST_F(ProfileWalk, AFailureInTheMiddleOfTheTableEndsTheWalkWithWhatWasSent) {
 }
 
 TEST_F(ProfileWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
-    for (const Make what : {Make::object_path, Make::instance}) {
-        EXPECT_EQ(for_each_broker_failure(what, Failure::null,
+    for (const Make what : {Make::ObjectPath, Make::Instance}) {
+        EXPECT_EQ(for_each_broker_failure(what, Failure::Null,
                                           [&](std::size_t nth) {
-                                              const Answer answer = walkInstances("KESTO_FCIPProfile");
+                                              const Answer answer = walk_instances("KESTO_FCIPProfile");
                                               ASSERT_EQ(answer.instances.size(), 3u);
                                               for (std::size_t i = 0; i < 3; ++i)
                                                   EXPECT_EQ(answer.instances[i].kind(),
-                                                            i + 1 == nth ? Object::null : Object::valid);
+                                                            i + 1 == nth ? Object::Null : Object::Valid);
                                           }),
                   3u);
     }
-    EXPECT_EQ(for_each_broker_failure(Make::object_path, Failure::null,
+    EXPECT_EQ(for_each_broker_failure(Make::ObjectPath, Failure::Null,
                                       [&](std::size_t nth) {
-                                          const Answer answer = walkPaths("KESTO_FCIPProfile");
+                                          const Answer answer = walk_paths("KESTO_FCIPProfile");
                                           ASSERT_EQ(answer.paths.size(), 3u);
                                           for (std::size_t i = 0; i < 3; ++i)
                                               EXPECT_EQ(answer.paths[i].kind(),
-                                                        i + 1 == nth ? Object::null : Object::valid);
+                                                        i + 1 == nth ? Object::Null : Object::Valid);
                                       }),
               3u);
 }
 
 TEST_F(ProfileWalk, PassesThePropertyListOn) {
     const char* wanted[] = {"Name", nullptr};
-    const Answer answer = walkInstances("KESTO_FCIPProfile", wanted);
+    const Answer answer = walk_instances("KESTO_FCIPProfile", wanted);
     ASSERT_EQ(answer.instances.size(), 3u);
     for (const RecordedInstance& instance : answer.instances) {
         ASSERT_EQ(instance.filters().size(), 1u);

@@ -377,7 +377,7 @@ std::string framed(const std::string& function, const std::string& between = "")
 } // namespace
 
 const std::vector<GoldenBuilder>& golden_builders() {
-    static const std::vector<GoldenBuilder> builders{
+    static const std::vector<GoldenBuilder> BUILDERS{
         {.function = "fcip_pe_build_instance",
          .className = "KESTO_FCIPProtocolEndPoint",
          .build = of_link(fcip_pe_build_instance),
@@ -482,11 +482,11 @@ const std::vector<GoldenBuilder>& golden_builders() {
                                                          "Bytes Tran -?[0-9]+ \nBytes Received -?[0-9]+\n"),
          .exitTraceWithoutPath = true},
     };
-    return builders;
+    return BUILDERS;
 }
 
 const std::vector<GoldenFiller>& golden_fillers() {
-    static const std::vector<GoldenFiller> fillers{
+    static const std::vector<GoldenFiller> FILLERS{
         {.function = "fcip_pe_fill_reference",
          .className = "KESTO_FCIPProtocolEndPoint",
          .fill = of_link(fcip_pe_fill_reference),
@@ -597,7 +597,7 @@ const std::vector<GoldenFiller>& golden_fillers() {
          .traceWithoutPath = framed("eth_statistics_fill_reference"),
          .checksHandle = true},
     };
-    return fillers;
+    return FILLERS;
 }
 
 const Sets& golden_properties(const std::string& function) {

@@ -15,7 +15,7 @@ class LanEndpoint : public ClassTest {
     RecordedPath fill(std::uint32_t ifIndex = one_tunnel::ETHERNET) {
         return make([&] { return lan_endpoint_fill_reference(CLASS_NAME, NAMESPACE, ifIndex); });
     }
-    static void addPort(std::uint32_t ifIndex, std::uint8_t type, const char* address) {
+    static void add_port(std::uint32_t ifIndex, std::uint8_t type, const char* address) {
         emulator::Port port;
         port.ifIndex = ifIndex;
         port.type = type;
@@ -27,14 +27,14 @@ class LanEndpoint : public ClassTest {
 };
 
 TEST_F(LanEndpoint, NameIsIfIndexAndNetworkAddressInInstanceAndPath) {
-    addPort(5, 26, "02:00:00:00:00:01");
+    add_port(5, 26, "02:00:00:00:00:01");
     EXPECT_EQ(build(5).value("Name"), "5:02:00:00:00:00:01");
     EXPECT_EQ(fill(5).key("Name"), "5:02:00:00:00:00:01");
 }
 
 TEST_F(LanEndpoint, TheLongestAddressIsWhole) {
     const std::string address(31, 'a');
-    addPort(0x80000000, 26, address.c_str());
+    add_port(0x80000000, 26, address.c_str());
     EXPECT_EQ(build(0x80000000).value("Name"), "-2147483648:" + address);
     EXPECT_EQ(fill(0x80000000).key("Name"), "-2147483648:" + address);
 }
@@ -59,7 +59,7 @@ TEST_F(LanEndpoint, ThePortIsAskedForExactly) {
 }
 
 TEST_F(LanEndpoint, TheAddressIsAskedForByThePortsType) {
-    addPort(5, 2, "02:00:00:00:00:05");
+    add_port(5, 2, "02:00:00:00:00:05");
     build(5);
     fill(5);
     EXPECT_EQ(emulator::calls("pm_cim_get_network_address"),
@@ -85,22 +85,22 @@ TEST_F(LanEndpoint, WithoutANetworkAddressTheNameEndsWithTheColon) {
 }
 
 TEST_F(LanEndpoint, AnUnknownPortIsNull) {
-    EXPECT_EQ(build(6).kind(), Object::null);
+    EXPECT_EQ(build(6).kind(), Object::Null);
     EXPECT_EQ(trace, "") << "a builder without an entry trace";
-    EXPECT_EQ(fill(6).kind(), Object::null);
+    EXPECT_EQ(fill(6).kind(), Object::Null);
     EXPECT_EQ(trace, entering("lan_endpoint_fill_reference")) << "no exit trace";
-    EXPECT_EQ(broker.made(Make::object_path), 0u);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
 }
 
 TEST_F(LanEndpoint, AFailedPortRequestIsNullEvenWithARow) {
-    let_down({.symbol = "pm_cim_get_port_info", .effect = emulator::Effect::fail_with_row});
-    EXPECT_EQ(build().kind(), Object::null);
-    EXPECT_EQ(fill().kind(), Object::null);
-    EXPECT_EQ(broker.made(Make::object_path), 0u);
+    let_down({.symbol = "pm_cim_get_port_info", .effect = emulator::Effect::FailWithRow});
+    EXPECT_EQ(build().kind(), Object::Null);
+    EXPECT_EQ(fill().kind(), Object::Null);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
 }
 
 TEST_F(LanEndpoint, PortZeroHasItsSystemCreationClassOnly) {
-    addPort(0, 26, "02:00:00:00:00:00");
+    add_port(0, 26, "02:00:00:00:00:00");
     const RecordedInstance instance = build(0);
     EXPECT_EQ(instance.sets(),
               (Sets{{"SystemCreationClassName", CMPI_chars, "KESTO_PhysicalComputerSystem"}}));
@@ -110,8 +110,8 @@ TEST_F(LanEndpoint, PortZeroHasItsSystemCreationClassOnly) {
 }
 
 TEST_F(LanEndpoint, APathWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_nth(Make::object_path, 1, Failure::without_handle);
-    EXPECT_EQ(fill().kind(), Object::without_handle);
+    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
+    EXPECT_EQ(fill().kind(), Object::WithoutHandle);
     EXPECT_EQ(trace, entering("lan_endpoint_fill_reference") + exiting("lan_endpoint_fill_reference"));
 }
 
@@ -119,14 +119,14 @@ TEST_F(LanEndpoint, APathWithoutAHandleIsReturnedAsItIs) {
 
 class LanWalk : public LanEndpoint {
   protected:
-    Answer walkInstances(const char* className = CLASS_NAME, const char** wanted = nullptr) {
+    Answer walk_instances(const char* className = CLASS_NAME, const char** wanted = nullptr) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_lan_endpoint_instances(className, result, wanted, NAMESPACE);
             },
             &status);
     }
-    Answer walkPaths(const char* className = CLASS_NAME) {
+    Answer walk_paths(const char* className = CLASS_NAME) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_lan_endpoint_references(className, result, NAMESPACE);
@@ -137,16 +137,16 @@ class LanWalk : public LanEndpoint {
 };
 
 TEST_F(LanWalk, EveryPortOfTheEthernetRunIsReturnedInOrder) {
-    addPort(0x9B010001, 26, "02:00:00:00:00:02");
-    addPort(0x9B020000, 26, "02:00:00:00:00:03");
-    const Answer instances = walkInstances();
+    add_port(0x9B010001, 26, "02:00:00:00:00:02");
+    add_port(0x9B020000, 26, "02:00:00:00:00:03");
+    const Answer instances = walk_instances();
     EXPECT_EQ(status, 0);
     ASSERT_EQ(instances.instances.size(), 3u);
     EXPECT_EQ(instances.instances[0].sets(), properties);
     EXPECT_EQ(instances.instances[1].value("Name"), "-1694433279:02:00:00:00:00:02");
     EXPECT_EQ(instances.instances[2].value("Name"), "-1694367744:02:00:00:00:00:03");
     EXPECT_EQ(instances.doneCalls, 0u);
-    const Answer paths = walkPaths();
+    const Answer paths = walk_paths();
     EXPECT_EQ(status, 0);
     ASSERT_EQ(paths.paths.size(), 3u);
     EXPECT_EQ(paths.paths[0].keys(), keys);
@@ -156,31 +156,31 @@ TEST_F(LanWalk, EveryPortOfTheEthernetRunIsReturnedInOrder) {
 }
 
 TEST_F(LanWalk, TheFirstPortOfAnotherTypeEndsTheRun) {
-    addPort(0x9B010001, 5, "02:00:00:00:00:02");
-    addPort(0x9B020000, 26, "02:00:00:00:00:03");
-    EXPECT_EQ(walkInstances().instances.size(), 1u);
-    EXPECT_EQ(walkPaths().paths.size(), 1u);
+    add_port(0x9B010001, 5, "02:00:00:00:00:02");
+    add_port(0x9B020000, 26, "02:00:00:00:00:03");
+    EXPECT_EQ(walk_instances().instances.size(), 1u);
+    EXPECT_EQ(walk_paths().paths.size(), 1u);
 }
 
 TEST_F(LanWalk, ATableWhoseFirstPortIsOfAnotherTypeGivesNothing) {
-    addPort(0x9B000000, 2, "02:00:00:00:00:02");
-    EXPECT_TRUE(walkInstances().returned.empty());
+    add_port(0x9B000000, 2, "02:00:00:00:00:02");
+    EXPECT_TRUE(walk_instances().returned.empty());
     EXPECT_EQ(status, 0);
-    EXPECT_TRUE(walkPaths().returned.empty());
+    EXPECT_TRUE(walk_paths().returned.empty());
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(LanWalk, APortWhoseTypeCannotBeReadEndsTheRun) {
-    addPort(0x9B010001, 26, "02:00:00:00:00:02");
+    add_port(0x9B010001, 26, "02:00:00:00:00:02");
     // The walker asks for each port's type before its object is made, which asks once more.
     let_down({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
-    EXPECT_EQ(walkInstances().instances.size(), 1u);
-    EXPECT_EQ(walkPaths().paths.size(), 1u);
+    EXPECT_EQ(walk_instances().instances.size(), 1u);
+    EXPECT_EQ(walk_paths().paths.size(), 1u);
 }
 
 TEST_F(LanWalk, PortsBeforeTheRunAreNotAskedFor) {
-    addPort(0x9AFFFFFF, 26, "02:00:00:00:00:09");
-    const Answer answer = walkInstances();
+    add_port(0x9AFFFFFF, 26, "02:00:00:00:00:09");
+    const Answer answer = walk_instances();
     EXPECT_EQ(answer.instances.size(), 1u);
     const auto calls = calls_of(answer.platformCalls, {"pm_cim_get_port_info op=0"});
     EXPECT_EQ(calls, (std::vector<std::string>{"pm_cim_get_port_info op=0 if=0x9affffff",
@@ -188,53 +188,53 @@ TEST_F(LanWalk, PortsBeforeTheRunAreNotAskedFor) {
 }
 
 TEST_F(LanWalk, EachPortIsTraced) {
-    addPort(0x9B010001, 5, "02:00:00:00:00:02");
-    EXPECT_EQ(walkInstances().output,
+    add_port(0x9B010001, 5, "02:00:00:00:00:02");
+    EXPECT_EQ(walk_instances().output,
               "if_index -1694433280 \n" + exiting("lan_endpoint_build_instance") + "if_index -1694433279 \n");
-    EXPECT_EQ(walkPaths().output, "if_index -1694433280 \n" + entering("lan_endpoint_fill_reference") +
-                                      exiting("lan_endpoint_fill_reference") + "if_index -1694433279 \n");
+    EXPECT_EQ(walk_paths().output, "if_index -1694433280 \n" + entering("lan_endpoint_fill_reference") +
+                                       exiting("lan_endpoint_fill_reference") + "if_index -1694433279 \n");
 }
 
 TEST_F(LanWalk, TheClassNameIsNotLookedAt) {
-    const Answer instances = walkInstances("kesto_anything");
+    const Answer instances = walk_instances("kesto_anything");
     ASSERT_EQ(instances.instances.size(), 1u);
     EXPECT_EQ(instances.instances[0].class_name(), "kesto_anything");
-    const Answer paths = walkPaths("kesto_anything");
+    const Answer paths = walk_paths("kesto_anything");
     ASSERT_EQ(paths.paths.size(), 1u);
     EXPECT_EQ(paths.paths[0].class_name(), "kesto_anything");
 }
 
 TEST_F(LanWalk, AFailedRequestEndsTheWalk) {
-    addPort(0x9B010001, 26, "02:00:00:00:00:02");
+    add_port(0x9B010001, 26, "02:00:00:00:00:02");
     for (const auto effect :
-         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
         let_down({.symbol = "pm_cim_get_port_info", .where = "op=0", .first = 2, .effect = effect});
-        EXPECT_EQ(walkInstances().instances.size(), 1u);
+        EXPECT_EQ(walk_instances().instances.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
         let_down({.symbol = "pm_cim_get_port_info", .where = "op=0", .first = 2, .effect = effect});
-        EXPECT_EQ(walkPaths().paths.size(), 1u);
+        EXPECT_EQ(walk_paths().paths.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
     }
 }
 
 TEST_F(LanWalk, APortThatGoesAwayMeanwhileIsHandedOverAsNull) {
-    addPort(0x9B010001, 26, "02:00:00:00:00:02");
+    add_port(0x9B010001, 26, "02:00:00:00:00:02");
     let_down({.symbol = "pm_cim_get_port_info", .where = "op=1 if=0x9b010000"});
-    const Answer instances = walkInstances();
+    const Answer instances = walk_instances();
     ASSERT_EQ(instances.instances.size(), 2u);
-    EXPECT_EQ(instances.instances[0].kind(), Object::null);
+    EXPECT_EQ(instances.instances[0].kind(), Object::Null);
     EXPECT_TRUE(instances.instances[1].is_valid());
-    const Answer paths = walkPaths();
+    const Answer paths = walk_paths();
     ASSERT_EQ(paths.paths.size(), 2u);
-    EXPECT_EQ(paths.paths[0].kind(), Object::null);
+    EXPECT_EQ(paths.paths[0].kind(), Object::Null);
     EXPECT_TRUE(paths.paths[1].is_valid());
 }
 
 TEST_F(LanWalk, PassesThePropertyListOn) {
     const char* wanted[] = {"Name", nullptr};
-    const Answer answer = walkInstances(CLASS_NAME, wanted);
+    const Answer answer = walk_instances(CLASS_NAME, wanted);
     ASSERT_EQ(answer.instances.size(), 1u);
     ASSERT_EQ(answer.instances[0].filters().size(), 1u);
     EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"Name"}));

@@ -16,7 +16,7 @@ class RemoteEndpoints : public ClassTest {
     RecordedPath fill(Fill* filler, const char* className = "KESTO_Remote") {
         return make([&] { return filler(className, NAMESPACE, &link); });
     }
-    void useAddresses(const std::string& local, const std::string& remote) {
+    void use_addresses(const std::string& local, const std::string& remote) {
         profile.kfmFcipEntityAddress = test_support::address(local);
         emulator::add_entity(profile);
         link.kfmFcipLinkRemFcipEntityAddress = test_support::address(remote);
@@ -24,7 +24,7 @@ class RemoteEndpoints : public ClassTest {
 };
 
 TEST_F(RemoteEndpoints, FcipPortsInstanceNamesThePeersEntityAndItsPathZero) {
-    useAddresses("10.0.0.1", "10.0.0.2");
+    use_addresses("10.0.0.1", "10.0.0.2");
     EXPECT_EQ(build(fcip_remote_pe_build_instance).value("Name"), "7_10.0.0.2_10.0.0.1");
     EXPECT_EQ(fill(fcip_remote_pe_fill_reference).key("Name"), "0_10.0.0.2_10.0.0.1");
 }
@@ -36,7 +36,7 @@ TEST_F(RemoteEndpoints, FcipPortsInstanceAndPathAgreeOnlyForAPeerWithEntityZero)
 }
 
 TEST_F(RemoteEndpoints, IpAccessPointsNameHasZeroInInstanceAndPath) {
-    useAddresses("10.0.0.1", "10.0.0.2");
+    use_addresses("10.0.0.1", "10.0.0.2");
     EXPECT_EQ(build(ip_remote_pe_build_instance).value("Name"), "0_10.0.0.2_10.0.0.1");
     EXPECT_EQ(fill(ip_remote_pe_fill_reference).key("Name"), "0_10.0.0.2_10.0.0.1");
 }
@@ -56,13 +56,13 @@ TEST_F(RemoteEndpoints, TcpPortSeesTheTunnelFromThePeer) {
 }
 
 TEST_F(RemoteEndpoints, FcipPortsNameIsCutToThirtyCharacters) {
-    useAddresses("192.168.100.100", "192.168.100.101");
+    use_addresses("192.168.100.100", "192.168.100.101");
     EXPECT_EQ(build(fcip_remote_pe_build_instance).value("Name"), "7_192.168.100.101_192.168.100.");
     EXPECT_EQ(fill(fcip_remote_pe_fill_reference).key("Name"), "0_192.168.100.101_192.168.100.");
 }
 
 TEST_F(RemoteEndpoints, FcipPortsPathCutsEachAddressToNineteenCharactersTheInstanceDoesNot) {
-    useAddresses("2001:db8::2", "2001:db8:1111:2222:3333:4444:5555:6666");
+    use_addresses("2001:db8::2", "2001:db8:1111:2222:3333:4444:5555:6666");
     EXPECT_EQ(build(fcip_remote_pe_build_instance).value("Name"), "7_2001:db8:1111:2222:3333:4444");
     EXPECT_EQ(fill(fcip_remote_pe_fill_reference).key("Name"), "0_2001:db8:1111:2222:_2001:db8");
     EXPECT_EQ(build(fcip_remote_pe_build_instance).value("LocalIPAddress"),
@@ -70,7 +70,7 @@ TEST_F(RemoteEndpoints, FcipPortsPathCutsEachAddressToNineteenCharactersTheInsta
 }
 
 TEST_F(RemoteEndpoints, IpAccessPointsNameIsCutTo58CharactersInInstanceAndPath) {
-    useAddresses("2001:db8:1111:2222:3333:4444:5555:7777", "2001:db8:1111:2222:3333:4444:5555:6666");
+    use_addresses("2001:db8:1111:2222:3333:4444:5555:7777", "2001:db8:1111:2222:3333:4444:5555:6666");
     const char* cut = "0_2001:db8:1111:2222:3333:4444:5555:6666_2001:db8:1111:222";
     ASSERT_EQ(std::string(cut).size(), 58u);
     EXPECT_EQ(build(ip_remote_pe_build_instance).value("Name"), cut);
@@ -78,7 +78,7 @@ TEST_F(RemoteEndpoints, IpAccessPointsNameIsCutTo58CharactersInInstanceAndPath) 
 }
 
 TEST_F(RemoteEndpoints, AnIpv6PeerFillsTheIpv4AddressAllTheSame) {
-    useAddresses("10.1.1.1", "2001:db8::2");
+    use_addresses("10.1.1.1", "2001:db8::2");
     const RecordedInstance accessPoint = build(ip_remote_pe_build_instance);
     EXPECT_EQ(accessPoint.value("IPv4Address"), "2001:db8::2");
     EXPECT_EQ(accessPoint.value("AccessInfo"), "2001:db8::2");
@@ -101,9 +101,10 @@ TEST_F(RemoteEndpoints, TcpPortsNameIsZeroAndTheIfIndex) {
 TEST_F(RemoteEndpoints, TcpPortsPathNamesTheRequestedClassAsItsCreationClass) {
     for (Fill* filler : {tcp_remote_pe_fill_reference, remote_service_ap_fill_reference})
         EXPECT_EQ(fill(filler, "kesto_remotetcpport").key("CreationClassName"), "kesto_remotetcpport");
-    for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance})
+    for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance}) {
         EXPECT_EQ(build(builder, "kesto_remotetcpport").value("CreationClassName"), "KESTO_RemoteTCPPort")
             << "the instance does not";
+    }
 }
 
 TEST_F(RemoteEndpoints, EnumeratedTcpPortPathsNameTheRequestedClassAsTheirCreationClass) {
@@ -143,9 +144,10 @@ TEST_F(RemoteEndpoints, WithoutItsVsanSystemTheFcipAndIpInstancesKeepTheTextTheL
 TEST_F(RemoteEndpoints, WithoutItsVsanSystemTheTcpInstancesHaveNoSystemName) {
     for (const char* symbol : {"pm_cim_get_port_info", "dm_cim_get_dmEntry"}) {
         emulator::fail_always(symbol);
-        for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance})
+        for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance}) {
             EXPECT_EQ(build(builder).sets(),
                       without(golden_properties("tcp_remote_pe_build_instance"), {"SystemName"}));
+        }
         emulator::clear_faults();
     }
 }
@@ -158,10 +160,11 @@ TEST_F(RemoteEndpoints, WithoutItsVsanSystemEveryPathSaysUnknown) {
         {remote_service_ap_fill_reference, "remote_service_ap_fill_reference"}};
     for (const char* symbol : {"pm_cim_get_port_info", "dm_cim_get_dmEntry"}) {
         emulator::fail_always(symbol);
-        for (const auto& [filler, name] : fillers)
+        for (const auto& [filler, name] : fillers) {
             EXPECT_EQ(fill(filler, "KESTO_RemoteTCPPort").keys(),
                       with(golden_keys(name), "SystemName", "Unknown"))
                 << name;
+        }
         emulator::clear_faults();
     }
 }

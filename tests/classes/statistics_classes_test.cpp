@@ -39,17 +39,17 @@ FcipLinkErrors error_row() {
 
 class StatisticsClasses : public ClassTest {
   protected:
-    RecordedInstance buildIp() {
+    RecordedInstance build_ip() {
         return make([&] {
             return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE, &link, nullptr);
         });
     }
-    RecordedInstance buildTcp() {
+    RecordedInstance build_tcp() {
         return make([&] {
             return tcp_statistics_build_instance("KESTO_TCPEndPointStatistics", NAMESPACE, &link, nullptr);
         });
     }
-    RecordedInstance buildData() {
+    RecordedInstance build_data() {
         return make([&] {
             return tcp_statistical_data_build_instance("KESTO_TCPStatisticalData", NAMESPACE, &link, nullptr);
         });
@@ -58,7 +58,7 @@ class StatisticsClasses : public ClassTest {
         return make([&] { return stat_fill_reference("KESTO_IPEndPointStatistics", NAMESPACE, &link); });
     }
     // A tunnel of another profile that has the one tunnel's link index and stands behind it in the table.
-    void useTwinOfAnotherProfile() {
+    void use_twin_of_another_profile() {
         FcipEntityEntry other = one_tunnel::profile();
         other.kfmFcipEntityId = 9;
         emulator::add_entity(other);
@@ -67,7 +67,7 @@ class StatisticsClasses : public ClassTest {
         link.kfmFcipLinkExtEthIfIndex = 0x9B020000;
         emulator::add_link(link);
     }
-    void expectOneRequestForThePortOfTheFirstTunnel(std::uint32_t code) {
+    void expect_one_request_for_the_port_of_the_first_tunnel(std::uint32_t code) {
         const auto requests = emulator::sent_requests();
         ASSERT_EQ(requests.size(), 1u);
         EXPECT_EQ(requests[0].code, code);
@@ -82,8 +82,8 @@ class StatisticsClasses : public ClassTest {
 // --- IP statistics ----------------------------------------------------------------------------------------
 
 TEST_F(StatisticsClasses, IpCountersAreThoseOfTheTunnelsEthernetPort) {
-    buildIp();
-    expectOneRequestForThePortOfTheFirstTunnel(one_tunnel::IP_STATISTICS);
+    build_ip();
+    expect_one_request_for_the_port_of_the_first_tunnel(one_tunnel::IP_STATISTICS);
     EXPECT_EQ(emulator::sent_requests()[0].payload.at(31), 1) << "a copy is asked for";
 }
 
@@ -92,7 +92,7 @@ TEST_F(StatisticsClasses, IpReassemblyRequiredsWrapsBelowZero) {
     one_tunnel::put_big_endian_32(reply, 80, 5);
     one_tunnel::put_big_endian_32(reply, 116, 7);
     emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
-    const RecordedInstance instance = buildIp();
+    const RecordedInstance instance = build_ip();
     EXPECT_EQ(instance.value("ReassemblyRequireds"), 4294967294);
     EXPECT_EQ(instance.value("ReceivedPDUAddressErrors"), 5);
     EXPECT_EQ(instance.value("ReassembledPackets"), 7);
@@ -103,20 +103,20 @@ TEST_F(StatisticsClasses, IpHeaderErrorsAreASumOfSixWordsThatWraps) {
         Bytes reply(172);
         one_tunnel::put_big_endian_32(reply, position, 0xFFFFFFFF);
         emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
-        EXPECT_EQ(buildIp().value("ReceivedPDUHeaderErrors"), 4294967295) << position;
+        EXPECT_EQ(build_ip().value("ReceivedPDUHeaderErrors"), 4294967295) << position;
     }
     Bytes reply(172);
     one_tunnel::put_big_endian_32(reply, 68, 0xFFFFFFFF);
     one_tunnel::put_big_endian_32(reply, 140, 3);
     emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
-    EXPECT_EQ(buildIp().value("ReceivedPDUHeaderErrors"), 2);
+    EXPECT_EQ(build_ip().value("ReceivedPDUHeaderErrors"), 2);
 }
 
 TEST_F(StatisticsClasses, IpCountersBehindAShortReplyAreZero) {
     Bytes reply = one_tunnel::ip_reply();
     reply.resize(42); // ends within the word at 40
     emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
-    const RecordedInstance instance = buildIp();
+    const RecordedInstance instance = build_ip();
     EXPECT_EQ(instance.value("ReceivedPDUs"), 100036);
     EXPECT_EQ(instance.value("PDUDelivers"), 65536) << "100040 is 0x000186C8, of which 0x0001 arrived";
     EXPECT_EQ(instance.value("SentPDUs"), 0);
@@ -127,13 +127,13 @@ TEST_F(StatisticsClasses, IpUsesTheFirst172BytesOfALongReply) {
     Bytes reply = one_tunnel::ip_reply();
     reply.resize(400, 0xEE);
     emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
-    EXPECT_EQ(buildIp().sets(), ip);
+    EXPECT_EQ(build_ip().sets(), ip);
 }
 
 TEST_F(StatisticsClasses, IpWithoutCountersIsNullBehindTheMadeInstance) {
     const auto expectNull = [this](const char* when) {
         broker.clear_calls();
-        EXPECT_EQ(buildIp().kind(), Object::null) << when;
+        EXPECT_EQ(build_ip().kind(), Object::Null) << when;
         EXPECT_EQ(trace.find("Great!!!"), std::string::npos) << when;
         EXPECT_EQ(broker.call_texts("newInstance").size(), 1u) << when;
         EXPECT_TRUE(broker.call_texts("setProperty").empty()) << when;
@@ -141,10 +141,10 @@ TEST_F(StatisticsClasses, IpWithoutCountersIsNullBehindTheMadeInstance) {
     emulator::fail_always("mts_send");
     expectNull("failed send");
     emulator::clear_faults();
-    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::no_answer});
+    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::NoAnswer});
     expectNull("no answer");
     emulator::clear_faults();
-    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::reply_status, .status = 3});
+    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::ReplyStatus, .status = 3});
     expectNull("status 3");
     emulator::clear_faults();
     emulator::set_reply(one_tunnel::IP_STATISTICS, Bytes(8));
@@ -155,7 +155,7 @@ TEST_F(StatisticsClasses, IpOfNoLinkIsNullBehindTheMadeInstance) {
     const RecordedInstance instance = make([] {
         return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE, nullptr, nullptr);
     });
-    EXPECT_EQ(instance.kind(), Object::null);
+    EXPECT_EQ(instance.kind(), Object::Null);
     EXPECT_EQ(broker.call_texts("newInstance").size(), 1u);
     EXPECT_TRUE(emulator::sent_requests().empty());
     EXPECT_EQ(trace.find(entering("ip_statistics_build_instance")), 0u);
@@ -171,23 +171,23 @@ TEST_F(StatisticsClasses, IpReadsNothingPastTheWordsOfALinkErrorRow) {
         return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE, as_link(block), nullptr);
     });
     EXPECT_EQ(instance.sets(), ip);
-    expectOneRequestForThePortOfTheFirstTunnel(one_tunnel::IP_STATISTICS);
+    expect_one_request_for_the_port_of_the_first_tunnel(one_tunnel::IP_STATISTICS);
 }
 
 TEST_F(StatisticsClasses, IpNeedsNoLinkTableAndNoProfile) {
     emulator::clear_links();
     emulator::clear_entities();
-    EXPECT_EQ(buildIp().sets(), ip);
+    EXPECT_EQ(build_ip().sets(), ip);
     EXPECT_TRUE(emulator::calls("fcip_get_link_entry").empty());
     EXPECT_TRUE(emulator::calls("fcip_get_entity_entry").empty());
 }
 
 TEST_F(StatisticsClasses, IpWithoutItsVsanSystemHasTheNameThatTheLookupLeft) {
     emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(buildIp().sets(), with(ip, "SystemName", ""));
+    EXPECT_EQ(build_ip().sets(), with(ip, "SystemName", ""));
     emulator::clear_faults();
     emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(buildIp().sets(), with(ip, "SystemName", "NULL"));
+    EXPECT_EQ(build_ip().sets(), with(ip, "SystemName", "NULL"));
 }
 
 // --- TCP end point statistics -----------------------------------------------------------------------------
@@ -207,59 +207,59 @@ TEST_F(StatisticsClasses, TcpErrorCountersAreWords20To27OfTheRowHandedInLowWordF
 }
 
 TEST_F(StatisticsClasses, TcpIsBuiltFromTheFirstTunnelOfTheSameIndex) {
-    useTwinOfAnotherProfile();
+    use_twin_of_another_profile();
     link.kfmFcipLinkExtCntrlQos = 5;
     link.kfmFcipLinkExtDataQos = 6;
     Sets want = with(tcp, "DatagramsDropped", 5 + (6ULL << 32));
     want = with(want, "SaParamMismatch", 0x9B020000 + (1ULL << 32));
-    EXPECT_EQ(buildTcp().sets(), want) << "only the error counters are those of the row handed in";
+    EXPECT_EQ(build_tcp().sets(), want) << "only the error counters are those of the row handed in";
     EXPECT_EQ(emulator::calls("fcip_get_entity_entry"),
               std::vector<std::string>{"fcip_get_entity_entry op=1 id=3 5"});
     EXPECT_EQ(emulator::calls("pm_cim_get_port_info"),
               std::vector<std::string>{"pm_cim_get_port_info op=1 if=0x00000011"});
-    expectOneRequestForThePortOfTheFirstTunnel(one_tunnel::TCP_STATISTICS);
+    expect_one_request_for_the_port_of_the_first_tunnel(one_tunnel::TCP_STATISTICS);
 }
 
 TEST_F(StatisticsClasses, TcpSegmentCountersAreZeroWhateverTheLineCardSays) {
     Bytes reply(1352, 0xFF);
     reply[10] = reply[11] = 0;
     emulator::set_reply(one_tunnel::TCP_STATISTICS, reply, {Bytes(64)});
-    EXPECT_EQ(buildTcp().sets(), tcp);
-    EXPECT_EQ(buildData().sets(), data);
+    EXPECT_EQ(build_tcp().sets(), tcp);
+    EXPECT_EQ(build_data().sets(), data);
 }
 
 TEST_F(StatisticsClasses, TcpSystemNameIsZeroesWithoutItsVsanSystem) {
     for (const char* symbol : {"pm_cim_get_port_info", "dm_cim_get_dmEntry"}) {
         emulator::fail_always(symbol);
-        EXPECT_EQ(buildTcp().sets(), with(tcp, "SystemName", "0000")) << symbol;
+        EXPECT_EQ(build_tcp().sets(), with(tcp, "SystemName", "0000")) << symbol;
         emulator::clear_faults();
     }
 }
 
 TEST_F(StatisticsClasses, TcpIsNullWhenTheTunnelIsGone) {
     emulator::clear_links();
-    EXPECT_EQ(buildTcp().kind(), Object::null);
+    EXPECT_EQ(build_tcp().kind(), Object::Null);
     EXPECT_TRUE(matches(
         trace, entering("tcp_statistics_build_instance") + line_trace("tcp_statistics_build_instance")))
         << trace;
-    EXPECT_EQ(broker.made(Make::object_path), 0u) << "the tunnel is looked up before the broker is asked";
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0u) << "the tunnel is looked up before the broker is asked";
 }
 
 TEST_F(StatisticsClasses, TcpIsNullWithoutTheTunnelsProfile) {
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         let_down({.symbol = "fcip_get_entity_entry", .effect = effect});
-        EXPECT_EQ(buildTcp().kind(), Object::null);
+        EXPECT_EQ(build_tcp().kind(), Object::Null);
         EXPECT_TRUE(matches(
             trace, entering("tcp_statistics_build_instance") + line_trace("tcp_statistics_build_instance")))
             << trace;
-        EXPECT_EQ(broker.made(Make::object_path), 0u);
+        EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
         emulator::clear_faults();
     }
 }
 
 TEST_F(StatisticsClasses, TcpGoesOnWithoutCountersAndSaysSo) {
     emulator::fail_always("mts_send");
-    EXPECT_EQ(buildTcp().sets(), tcp);
+    EXPECT_EQ(build_tcp().sets(), tcp);
     EXPECT_NE(trace.find("******* Error ******** "), std::string::npos);
     EXPECT_TRUE(trace.ends_with(exiting("tcp_statistics_build_instance")));
 }
@@ -267,24 +267,24 @@ TEST_F(StatisticsClasses, TcpGoesOnWithoutCountersAndSaysSo) {
 // --- TCP statistical data ---------------------------------------------------------------------------------
 
 TEST_F(StatisticsClasses, DataInstanceIsKeyedByTheTunnelNumberAndItsPathByTheIfIndex) {
-    EXPECT_EQ(buildData().value("InstanceID"), "5");
+    EXPECT_EQ(build_data().value("InstanceID"), "5");
     const RecordedPath path =
         make([&] { return stat_fill_reference("KESTO_TCPStatisticalData", NAMESPACE, &link); });
     EXPECT_EQ(path.keys(), (Sets{{"InstanceID", CMPI_chars, "17"}}));
 }
 
 TEST_F(StatisticsClasses, DataIsBuiltFromTheFirstTunnelOfTheSameIndex) {
-    useTwinOfAnotherProfile();
-    EXPECT_EQ(buildData().sets(), data);
+    use_twin_of_another_profile();
+    EXPECT_EQ(build_data().sets(), data);
     EXPECT_EQ(emulator::calls("pm_cim_get_port_info"),
               std::vector<std::string>{"pm_cim_get_port_info op=1 if=0x00000011"});
-    expectOneRequestForThePortOfTheFirstTunnel(one_tunnel::TCP_STATISTICS);
+    expect_one_request_for_the_port_of_the_first_tunnel(one_tunnel::TCP_STATISTICS);
     EXPECT_TRUE(emulator::calls("fcip_get_entity_entry").empty()) << "no profile is needed";
 }
 
 TEST_F(StatisticsClasses, DataIsMinusOneWhenTheTunnelIsGone) {
     emulator::clear_links();
-    EXPECT_EQ(buildData().kind(), Object::minus_one);
+    EXPECT_EQ(build_data().kind(), Object::MinusOne);
     const std::string line = line_trace("tcp_statistical_data_build_instance");
     EXPECT_TRUE(matches(trace, entering("tcp_statistical_data_build_instance") + line + line)) << trace;
     EXPECT_EQ(broker.call_texts("newInstance").size(), 1u) << "the instance made so far is abandoned";
@@ -293,16 +293,16 @@ TEST_F(StatisticsClasses, DataIsMinusOneWhenTheTunnelIsGone) {
 
 TEST_F(StatisticsClasses, DataGoesOnWithoutCountersAndSaysSo) {
     emulator::fail_always("mts_send");
-    EXPECT_EQ(buildData().sets(), data);
+    EXPECT_EQ(build_data().sets(), data);
     EXPECT_NE(trace.find("******* Error ******** "), std::string::npos);
 }
 
 TEST_F(StatisticsClasses, DataWithoutItsVsanSystemHasNoFallbackName) {
     emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(buildData().sets(), with(data, "SystemName", ""));
+    EXPECT_EQ(build_data().sets(), with(data, "SystemName", ""));
     emulator::clear_faults();
     emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(buildData().sets(), with(data, "SystemName", "NULL"));
+    EXPECT_EQ(build_data().sets(), with(data, "SystemName", "NULL"));
 }
 
 // --- Object paths -----------------------------------------------------------------------------------------
@@ -324,20 +324,20 @@ TEST_F(StatisticsClasses, PathsTakeTheIfIndexOfTheTunnelFoundAgain) {
 }
 
 TEST_F(StatisticsClasses, ATunnelThatIsGoneHasNoPath) {
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         let_down({.symbol = "fcip_get_link_entry", .effect = effect});
-        EXPECT_EQ(fill().kind(), Object::null);
+        EXPECT_EQ(fill().kind(), Object::Null);
         EXPECT_NE(trace, "");
         emulator::clear_faults();
     }
-    EXPECT_EQ(broker.made(Make::object_path), 0u);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
 }
 
 TEST_F(StatisticsClasses, ATunnelWithoutAnEthernetPortHasInstancesButNoPath) {
     link.kfmFcipLinkExtEthIfIndex = 0;
     emulator::add_link(link);
-    EXPECT_EQ(fill().kind(), Object::null);
-    EXPECT_EQ(broker.made(Make::object_path), 0u);
+    EXPECT_EQ(fill().kind(), Object::Null);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
     for (const char* className :
          {"KESTO_IPEndPointStatistics", "KESTO_TCPEndPointStatistics", "KESTO_TCPStatisticalData"}) {
         const Answer instances = enumerate(className);
@@ -345,7 +345,7 @@ TEST_F(StatisticsClasses, ATunnelWithoutAnEthernetPortHasInstancesButNoPath) {
         EXPECT_TRUE(instances.instances[0].is_valid()) << className;
         const Answer paths = enumerate_names(className);
         ASSERT_EQ(paths.paths.size(), 1u) << className;
-        EXPECT_EQ(paths.paths[0].kind(), Object::null) << className;
+        EXPECT_EQ(paths.paths[0].kind(), Object::Null) << className;
     }
 }
 
@@ -353,7 +353,7 @@ TEST_F(StatisticsClasses, ATunnelWithoutAnEthernetPortHasInstancesButNoPath) {
 
 class StatisticsWalk : public StatisticsClasses {
   protected:
-    void addTunnels() {
+    void add_tunnels() {
         for (std::uint32_t i = 1; i < 3; ++i) {
             FcipLinkEntry another = one_tunnel::link();
             another.kfmFcipLinkIndex += i;
@@ -361,14 +361,14 @@ class StatisticsWalk : public StatisticsClasses {
             emulator::add_link(another);
         }
     }
-    Answer walkInstances(const char* className, const char** properties = nullptr) {
+    Answer walk_instances(const char* className, const char** properties = nullptr) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_statistics(className, result, properties, NAMESPACE);
             },
             &status);
     }
-    Answer walkPaths(const char* className) {
+    Answer walk_paths(const char* className) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_statistic_references(className, result, NAMESPACE);
@@ -385,30 +385,31 @@ const std::pair<const char*, const char*> STATISTICS[] = {
 };
 
 TEST_F(StatisticsWalk, EachClassIsBuiltByItsOwnBuilderOnceATunnel) {
-    addTunnels();
+    add_tunnels();
     for (const auto& [className, builder] : STATISTICS) {
-        const Answer answer = walkInstances(className);
+        const Answer answer = walk_instances(className);
         EXPECT_EQ(status, 0);
         ASSERT_EQ(answer.instances.size(), 3u) << className;
         EXPECT_EQ(answer.instances[0].sets(), golden_properties(builder)) << className;
         EXPECT_EQ(answer.instances[0].class_name(), className);
         EXPECT_EQ(answer.doneCalls, 0u);
     }
-    EXPECT_EQ(walkInstances("KESTO_IPEndPointStatistics").instances[2].value("InstanceID"), "19");
-    EXPECT_EQ(walkInstances("KESTO_TCPEndPointStatistics").instances[2].value("InstanceID"), "19");
-    EXPECT_EQ(walkInstances("KESTO_TCPStatisticalData").instances[2].value("InstanceID"), "7");
+    EXPECT_EQ(walk_instances("KESTO_IPEndPointStatistics").instances[2].value("InstanceID"), "19");
+    EXPECT_EQ(walk_instances("KESTO_TCPEndPointStatistics").instances[2].value("InstanceID"), "19");
+    EXPECT_EQ(walk_instances("KESTO_TCPStatisticalData").instances[2].value("InstanceID"), "7");
 }
 
 TEST_F(StatisticsWalk, EachClassHasOnePathATunnelWithTheIfIndex) {
-    addTunnels();
+    add_tunnels();
     for (const auto& [className, builder] : STATISTICS) {
-        const Answer answer = walkPaths(className);
+        const Answer answer = walk_paths(className);
         EXPECT_EQ(status, 0);
         ASSERT_EQ(answer.paths.size(), 3u) << className;
-        for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t i = 0; i < 3; ++i) {
             EXPECT_EQ(answer.paths[i],
                       RecordedPath(NAMESPACE, className, {{"InstanceID", CMPI_chars, std::to_string(17 + i)}},
                                    one_tunnel::HOST));
+        }
         EXPECT_EQ(answer.doneCalls, 0u);
     }
 }
@@ -416,62 +417,62 @@ TEST_F(StatisticsWalk, EachClassHasOnePathATunnelWithTheIfIndex) {
 TEST_F(StatisticsWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
     for (const char* className :
          {"kesto_ipendpointstatistics", "KESTO_TcpEndpointSTATISTICS", "kesto_tcpstatisticaldata"}) {
-        const Answer instances = walkInstances(className);
+        const Answer instances = walk_instances(className);
         ASSERT_EQ(instances.instances.size(), 1u);
         EXPECT_EQ(instances.instances[0].class_name(), className);
-        const Answer paths = walkPaths(className);
+        const Answer paths = walk_paths(className);
         ASSERT_EQ(paths.paths.size(), 1u);
         EXPECT_EQ(paths.paths[0].class_name(), className);
     }
 }
 
 TEST_F(StatisticsWalk, AnotherClassGivesOneNullATunnel) {
-    addTunnels();
-    const Answer instances = walkInstances("KESTO_EthernetPortStatistics");
+    add_tunnels();
+    const Answer instances = walk_instances("KESTO_EthernetPortStatistics");
     ASSERT_EQ(instances.instances.size(), 3u);
     for (const RecordedInstance& instance : instances.instances)
-        EXPECT_EQ(instance.kind(), Object::null);
-    const Answer paths = walkPaths("KESTO_EthernetPortStatistics");
+        EXPECT_EQ(instance.kind(), Object::Null);
+    const Answer paths = walk_paths("KESTO_EthernetPortStatistics");
     ASSERT_EQ(paths.paths.size(), 3u);
     for (const RecordedPath& path : paths.paths)
-        EXPECT_EQ(path.kind(), Object::null);
+        EXPECT_EQ(path.kind(), Object::Null);
 }
 
 TEST_F(StatisticsWalk, ABuildThatFailsIsHandedOverAsItIs) {
-    addTunnels();
+    add_tunnels();
     let_down({.symbol = "mts_send", .first = 2, .last = 2});
-    const Answer ipWalk = walkInstances("KESTO_IPEndPointStatistics");
+    const Answer ipWalk = walk_instances("KESTO_IPEndPointStatistics");
     ASSERT_EQ(ipWalk.instances.size(), 3u);
     EXPECT_TRUE(ipWalk.instances[0].is_valid());
-    EXPECT_EQ(ipWalk.instances[1].kind(), Object::null);
+    EXPECT_EQ(ipWalk.instances[1].kind(), Object::Null);
     EXPECT_TRUE(ipWalk.instances[2].is_valid());
     emulator::clear_faults();
 
     // The second look at the first tunnel fails, whichever walk step that is.
     let_down({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
-    const Answer dataWalk = walkInstances("KESTO_TCPStatisticalData");
+    const Answer dataWalk = walk_instances("KESTO_TCPStatisticalData");
     ASSERT_EQ(dataWalk.instances.size(), 3u);
-    EXPECT_EQ(dataWalk.instances[0].kind(), Object::minus_one);
+    EXPECT_EQ(dataWalk.instances[0].kind(), Object::MinusOne);
     EXPECT_TRUE(dataWalk.instances[1].is_valid());
     emulator::clear_faults();
 
     let_down({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
-    const Answer tcpWalk = walkInstances("KESTO_TCPEndPointStatistics");
+    const Answer tcpWalk = walk_instances("KESTO_TCPEndPointStatistics");
     ASSERT_EQ(tcpWalk.instances.size(), 3u);
-    EXPECT_EQ(tcpWalk.instances[0].kind(), Object::null);
+    EXPECT_EQ(tcpWalk.instances[0].kind(), Object::Null);
     EXPECT_TRUE(tcpWalk.instances[1].is_valid());
 }
 
 TEST_F(StatisticsWalk, AWalkErrorEndsTheWalkWithWhatWasSent) {
-    addTunnels();
+    add_tunnels();
     for (const auto effect :
-         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
         let_down({.symbol = "fcip_get_link_entry", .where = "op=2", .first = 2, .effect = effect});
-        EXPECT_EQ(walkInstances("KESTO_IPEndPointStatistics").instances.size(), 1u);
+        EXPECT_EQ(walk_instances("KESTO_IPEndPointStatistics").instances.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
         let_down({.symbol = "fcip_get_link_entry", .where = "op=2", .first = 2, .effect = effect});
-        EXPECT_EQ(walkPaths("KESTO_IPEndPointStatistics").paths.size(), 1u);
+        EXPECT_EQ(walk_paths("KESTO_IPEndPointStatistics").paths.size(), 1u);
         EXPECT_EQ(status, 0);
         emulator::clear_faults();
     }
@@ -480,25 +481,25 @@ TEST_F(StatisticsWalk, AWalkErrorEndsTheWalkWithWhatWasSent) {
 TEST_F(StatisticsWalk, WithoutTunnelsNothingIsReturned) {
     emulator::clear_links();
     for (const auto& [className, builder] : STATISTICS) {
-        EXPECT_TRUE(walkInstances(className).returned.empty());
+        EXPECT_TRUE(walk_instances(className).returned.empty());
         EXPECT_EQ(status, 0);
-        EXPECT_TRUE(walkPaths(className).returned.empty());
+        EXPECT_TRUE(walk_paths(className).returned.empty());
         EXPECT_EQ(status, 0);
     }
 }
 
 TEST_F(StatisticsWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
-    addTunnels();
+    add_tunnels();
     for (const auto& entry : STATISTICS) {
         SCOPED_TRACE(entry.first);
-        for (const Make what : {Make::object_path, Make::instance}) {
-            EXPECT_EQ(for_each_broker_failure(what, Failure::null,
+        for (const Make what : {Make::ObjectPath, Make::Instance}) {
+            EXPECT_EQ(for_each_broker_failure(what, Failure::Null,
                                               [&](std::size_t nth) {
-                                                  const Answer answer = walkInstances(entry.first);
+                                                  const Answer answer = walk_instances(entry.first);
                                                   ASSERT_EQ(answer.instances.size(), 3u);
                                                   for (std::size_t i = 0; i < 3; ++i)
                                                       EXPECT_EQ(answer.instances[i].kind(),
-                                                                i + 1 == nth ? Object::null : Object::valid);
+                                                                i + 1 == nth ? Object::Null : Object::Valid);
                                               }),
                       3u);
         }
@@ -508,7 +509,7 @@ TEST_F(StatisticsWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
 TEST_F(StatisticsWalk, PassesThePropertyListOn) {
     const char* wanted[] = {"InstanceID", nullptr};
     for (const auto& [className, builder] : STATISTICS) {
-        const Answer answer = walkInstances(className, wanted);
+        const Answer answer = walk_instances(className, wanted);
         ASSERT_EQ(answer.instances.size(), 1u);
         ASSERT_EQ(answer.instances[0].filters().size(), 1u);
         EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"InstanceID"}));

@@ -68,7 +68,7 @@ TEST_F(TcpEndpoint, PortsOfTheConnectionKeyAreCutToSixteenBitsThePropertiesAreNo
 
 TEST_F(TcpEndpoint, WithoutAConnectionRowTheInstanceLacksItsProperties) {
     for (const auto effect :
-         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
         let_down({.symbol = "fcip_get_tcpconn_entry", .effect = effect});
         const RecordedInstance instance = build();
         EXPECT_EQ(instance.sets(), without(properties, connectionProperties));
@@ -108,7 +108,7 @@ class IpEndpoint : public ClassTest {
     RecordedPath fill() {
         return make([&] { return ip_pe_fill_reference("KESTO_IPProtocolEndPoint", NAMESPACE, &link); });
     }
-    void useProfileAddress(const IpAddr& address) {
+    void use_profile_address(const IpAddr& address) {
         profile.kfmFcipEntityAddress = address;
         emulator::add_entity(profile);
     }
@@ -117,7 +117,7 @@ class IpEndpoint : public ClassTest {
 };
 
 TEST_F(IpEndpoint, NameIsIfIndexLocalAndRemoteAddress) {
-    useProfileAddress(test_support::address("10.0.0.1"));
+    use_profile_address(test_support::address("10.0.0.1"));
     link.kfmFcipLinkRemFcipEntityAddress = test_support::address("10.0.0.2");
     link.kfmFcipLinkIfIndex = 5;
     EXPECT_EQ(build().value("Name"), "5_10.0.0.1_10.0.0.2");
@@ -125,7 +125,7 @@ TEST_F(IpEndpoint, NameIsIfIndexLocalAndRemoteAddress) {
 }
 
 TEST_F(IpEndpoint, NameIsCutTo58CharactersInInstanceAndPath) {
-    useProfileAddress(test_support::address("2001:db8:1111:2222:3333:4444:5555:6666"));
+    use_profile_address(test_support::address("2001:db8:1111:2222:3333:4444:5555:6666"));
     link.kfmFcipLinkRemFcipEntityAddress = test_support::address("2001:db8:1111:2222:3333:4444:5555:7777");
     const char* cut = "17_2001:db8:1111:2222:3333:4444:5555:6666_2001:db8:1111:22";
     ASSERT_EQ(std::string(cut).size(), 58u);
@@ -134,19 +134,19 @@ TEST_F(IpEndpoint, NameIsCutTo58CharactersInInstanceAndPath) {
 }
 
 TEST_F(IpEndpoint, AnIpv6ProfileHasAnIpv6AddressAndNoIpv4Address) {
-    useProfileAddress(test_support::address("2001:db8::1"));
+    use_profile_address(test_support::address("2001:db8::1"));
     Sets want = with(with(properties, "IPv4Address", "NULL"), "IPv6Address", "2001:db8::1");
     EXPECT_EQ(build().sets(), with(want, "Name", "17_2001:db8::1_10.1.1.2"));
 }
 
 TEST_F(IpEndpoint, AnUnsetProfileAddressHasNeitherAddressAndNullInItsName) {
-    useProfileAddress(IpAddr{});
+    use_profile_address(IpAddr{});
     const Sets want = without(properties, {"IPv4Address", "IPv6Address"});
     EXPECT_EQ(build().sets(), with(want, "Name", "17_null_10.1.1.2"));
 }
 
 TEST_F(IpEndpoint, AnUnsetProfileAddressIsEmptyInThePathsName) {
-    useProfileAddress(IpAddr{});
+    use_profile_address(IpAddr{});
     EXPECT_EQ(fill().key("Name"), "17__10.1.1.2");
 }
 
@@ -157,7 +157,7 @@ TEST_F(IpEndpoint, AnAddressThatHasNoTextReadsNullTwice) {
     IpAddr unknown = test_support::address("10.1.1.1");
     unknown.addrType = 3;
     for (const IpAddr& address : {half, unknown}) {
-        useProfileAddress(address);
+        use_profile_address(address);
         Sets want = with(properties, "IPv4Address", "NULL");
         EXPECT_EQ(build().sets(), with(want, "Name", "17__10.1.1.2"));
     }
@@ -174,7 +174,7 @@ TEST_F(IpEndpoint, WithoutItsVsanSystemTheNameIsEmptyInTheInstanceAndUnknownInTh
 }
 
 TEST_F(IpEndpoint, WithoutAnAddressRecordThereIsNoSubnetMask) {
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         let_down({.symbol = "ipconf_get_intf_ip_address", .effect = effect});
         EXPECT_EQ(build().sets(), without(properties, {"SubnetMask"}));
         emulator::clear_faults();
@@ -182,7 +182,7 @@ TEST_F(IpEndpoint, WithoutAnAddressRecordThereIsNoSubnetMask) {
 }
 
 TEST_F(IpEndpoint, WithoutAnInternetAddressRecordThereIsNoPrefixLength) {
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         let_down({.symbol = "ipconf_get_if_inet_addrs", .effect = effect});
         EXPECT_EQ(build().sets(), without(properties, {"PrefixLength"}));
         emulator::clear_faults();
@@ -233,15 +233,15 @@ TEST_F(IpEndpoint, PathMtuDiscoveryIsTrueForOneOnly) {
 TEST_F(IpEndpoint, FillingFromNoLinkGivesNothing) {
     const RecordedPath path =
         make([] { return ip_pe_fill_reference("KESTO_IPProtocolEndPoint", NAMESPACE, nullptr); });
-    EXPECT_EQ(path.kind(), Object::null);
+    EXPECT_EQ(path.kind(), Object::Null);
     EXPECT_EQ(trace, entering("ip_pe_fill_reference"));
     EXPECT_TRUE(emulator::calls("fcip_get_entity_entry").empty());
 }
 
 TEST_F(IpEndpoint, ASuccessWithoutAProfileRowGivesAPathWithoutKeys) {
-    let_down({.symbol = "fcip_get_entity_entry", .effect = emulator::Effect::succeed_without_row});
+    let_down({.symbol = "fcip_get_entity_entry", .effect = emulator::Effect::SucceedWithoutRow});
     const RecordedPath path = fill();
-    EXPECT_EQ(path.kind(), Object::valid);
+    EXPECT_EQ(path.kind(), Object::Valid);
     EXPECT_EQ(path.keys(), Sets{});
     EXPECT_EQ(path.host(), std::nullopt);
     EXPECT_EQ(trace, entering("ip_pe_fill_reference") + exiting("ip_pe_fill_reference"));
@@ -251,7 +251,7 @@ TEST_F(IpEndpoint, ASuccessWithoutAProfileRowGivesAPathWithoutKeys) {
 
 class LinkWalk : public ClassTest {
   protected:
-    void addTunnels() {
+    void add_tunnels() {
         for (std::uint32_t i = 1; i < 3; ++i) {
             FcipLinkEntry another = one_tunnel::link();
             another.kfmFcipLinkIndex += i;
@@ -260,14 +260,14 @@ class LinkWalk : public ClassTest {
             emulator::add_port(test_support::port_row(another.kfmFcipLinkIfIndex, 11, 10));
         }
     }
-    Answer walkInstances(const std::string& className, const char** properties = nullptr) {
+    Answer walk_instances(const std::string& className, const char** properties = nullptr) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_ip_pe_instances(className.c_str(), result, properties, NAMESPACE);
             },
             &status);
     }
-    Answer walkPaths(const std::string& className) {
+    Answer walk_paths(const std::string& className) {
         return walk(
             [&](const CMPIResult* result) {
                 return get_all_ip_pe_references(className.c_str(), result, NAMESPACE);
@@ -297,7 +297,7 @@ const Route ROUTES[] = {
 TEST_F(LinkWalk, EachClassIsBuiltByItsOwnBuilder) {
     for (const Route& route : ROUTES) {
         SCOPED_TRACE(route.className);
-        const Answer answer = walkInstances(route.className);
+        const Answer answer = walk_instances(route.className);
         EXPECT_EQ(status, 0);
         ASSERT_EQ(answer.returned.size(), 1u);
         ASSERT_EQ(answer.instances.size(), 1u);
@@ -311,7 +311,7 @@ TEST_F(LinkWalk, EachClassIsBuiltByItsOwnBuilder) {
 TEST_F(LinkWalk, EachClassIsFilledByItsOwnFillerButTcpSettings) {
     for (const Route& route : ROUTES) {
         SCOPED_TRACE(route.className);
-        const Answer answer = walkPaths(route.className);
+        const Answer answer = walk_paths(route.className);
         EXPECT_EQ(status, 0);
         ASSERT_EQ(answer.returned.size(), 1u);
         ASSERT_EQ(answer.paths.size(), 1u);
@@ -322,7 +322,7 @@ TEST_F(LinkWalk, EachClassIsFilledByItsOwnFillerButTcpSettings) {
 }
 
 TEST_F(LinkWalk, NamesOfTcpSettingsComeFromTheIpSettingsFiller) {
-    const Answer answer = walkPaths("KESTO_TCPSettings");
+    const Answer answer = walk_paths("KESTO_TCPSettings");
     EXPECT_NE(answer.output.find(entering("ip_settings_fill_reference")), std::string::npos);
     EXPECT_EQ(answer.output.find("tcp_settings_fill_reference"), std::string::npos);
     ASSERT_EQ(answer.paths.size(), 1u);
@@ -335,42 +335,42 @@ TEST_F(LinkWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
         std::string lower = route.className;
         for (char& letter : lower)
             letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-        const Answer instances = walkInstances(lower);
+        const Answer instances = walk_instances(lower);
         ASSERT_EQ(instances.instances.size(), 1u) << lower;
         EXPECT_EQ(instances.instances[0].class_name(), lower);
         EXPECT_EQ(instances.instances[0].sets(), golden_properties(route.builder));
-        const Answer paths = walkPaths(lower);
+        const Answer paths = walk_paths(lower);
         ASSERT_EQ(paths.paths.size(), 1u) << lower;
         EXPECT_EQ(paths.paths[0].class_name(), lower);
     }
 }
 
 TEST_F(LinkWalk, EveryLinkIsTracedBeforeItsObject) {
-    addTunnels();
+    add_tunnels();
     const std::string instanceTrace = line_trace("get_all_ip_pe_instances");
     const std::string builderTrace =
         entering("fcip_settings_build_instance") + exiting("fcip_settings_build_instance");
     std::string want = entering("get_all_ip_pe_instances");
     for (int i = 0; i < 3; ++i)
         want += instanceTrace + builderTrace;
-    std::string traced = walkInstances("KESTO_FCIPSettings").output;
+    std::string traced = walk_instances("KESTO_FCIPSettings").output;
     EXPECT_TRUE(matches(traced, want)) << traced;
 
     want = entering("get_all_ip_pe_references");
     for (int i = 0; i < 3; ++i)
         want += line_trace("get_all_ip_pe_references") + entering("tcp_pe_fill_reference");
-    traced = walkPaths("KESTO_TCPProtocolEndPoint").output;
+    traced = walk_paths("KESTO_TCPProtocolEndPoint").output;
     EXPECT_TRUE(matches(traced, want)) << traced;
 }
 
 TEST_F(LinkWalk, OneObjectALinkInTableOrder) {
-    addTunnels();
-    const Answer instances = walkInstances("KESTO_TCPProtocolEndPoint");
+    add_tunnels();
+    const Answer instances = walk_instances("KESTO_TCPProtocolEndPoint");
     ASSERT_EQ(instances.instances.size(), 3u);
     EXPECT_EQ(instances.instances[0].value("Name"), "17");
     EXPECT_EQ(instances.instances[1].value("Name"), "18");
     EXPECT_EQ(instances.instances[2].value("Name"), "19");
-    const Answer paths = walkPaths("KESTO_TCPProtocolEndPoint");
+    const Answer paths = walk_paths("KESTO_TCPProtocolEndPoint");
     ASSERT_EQ(paths.paths.size(), 3u);
     EXPECT_EQ(paths.paths[0].key("Name"), "17");
     EXPECT_EQ(paths.paths[1].key("Name"), "18");
@@ -378,64 +378,64 @@ TEST_F(LinkWalk, OneObjectALinkInTableOrder) {
 }
 
 TEST_F(LinkWalk, AnUnknownClassGivesOneNullALink) {
-    addTunnels();
+    add_tunnels();
     for (const char* className : {"KESTO_Nothing", "KESTO_RemoteIPPort", "KESTO_FCIPProtocolEndPoint"}) {
-        const Answer instances = walkInstances(className);
+        const Answer instances = walk_instances(className);
         EXPECT_EQ(status, 0);
         ASSERT_EQ(instances.instances.size(), 3u) << className;
         for (const RecordedInstance& instance : instances.instances)
-            EXPECT_EQ(instance.kind(), Object::null);
-        const Answer paths = walkPaths(className);
+            EXPECT_EQ(instance.kind(), Object::Null);
+        const Answer paths = walk_paths(className);
         EXPECT_EQ(status, 0);
         ASSERT_EQ(paths.paths.size(), 3u) << className;
         for (const RecordedPath& path : paths.paths)
-            EXPECT_EQ(path.kind(), Object::null);
+            EXPECT_EQ(path.kind(), Object::Null);
     }
 }
 
 TEST_F(LinkWalk, EnumeratingRemoteIpPortsGivesOneNullALink) {
-    addTunnels();
+    add_tunnels();
     const Answer answer = enumerate("KESTO_RemoteIPPort");
     EXPECT_EQ(answer.rc, 0);
     ASSERT_EQ(answer.instances.size(), 3u);
     for (const RecordedInstance& instance : answer.instances)
-        EXPECT_EQ(instance.kind(), Object::null);
+        EXPECT_EQ(instance.kind(), Object::Null);
 }
 
 TEST_F(LinkWalk, AnObjectThatCannotBeBuiltIsHandedOverAsNull) {
-    addTunnels();
+    add_tunnels();
     emulator::clear_entities();
     for (const Route& route : ROUTES) {
-        const Answer instances = walkInstances(route.className);
+        const Answer instances = walk_instances(route.className);
         ASSERT_EQ(instances.instances.size(), 3u) << route.className;
         for (const RecordedInstance& instance : instances.instances)
-            EXPECT_EQ(instance.kind(), Object::null) << route.className;
-        const Answer paths = walkPaths(route.className);
+            EXPECT_EQ(instance.kind(), Object::Null) << route.className;
+        const Answer paths = walk_paths(route.className);
         ASSERT_EQ(paths.paths.size(), 3u) << route.className;
         for (const RecordedPath& path : paths.paths)
-            EXPECT_EQ(path.kind(), Object::null) << route.className;
+            EXPECT_EQ(path.kind(), Object::Null) << route.className;
     }
 }
 
 TEST_F(LinkWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
-    addTunnels();
+    add_tunnels();
     for (const Route& route : ROUTES) {
         SCOPED_TRACE(route.className);
-        for (const Make what : {Make::object_path, Make::instance}) {
-            const std::size_t failures = for_each_broker_failure(what, Failure::null, [&](std::size_t nth) {
-                const Answer answer = walkInstances(route.className);
+        for (const Make what : {Make::ObjectPath, Make::Instance}) {
+            const std::size_t failures = for_each_broker_failure(what, Failure::Null, [&](std::size_t nth) {
+                const Answer answer = walk_instances(route.className);
                 ASSERT_EQ(answer.instances.size(), 3u);
                 for (std::size_t i = 0; i < 3; ++i)
-                    EXPECT_EQ(answer.instances[i].kind(), i + 1 == nth ? Object::null : Object::valid);
+                    EXPECT_EQ(answer.instances[i].kind(), i + 1 == nth ? Object::Null : Object::Valid);
             });
             EXPECT_EQ(failures, 3u);
         }
         const std::size_t failures =
-            for_each_broker_failure(Make::object_path, Failure::null, [&](std::size_t nth) {
-                const Answer answer = walkPaths(route.className);
+            for_each_broker_failure(Make::ObjectPath, Failure::Null, [&](std::size_t nth) {
+                const Answer answer = walk_paths(route.className);
                 ASSERT_EQ(answer.paths.size(), 3u);
                 for (std::size_t i = 0; i < 3; ++i)
-                    EXPECT_EQ(answer.paths[i].kind(), i + 1 == nth ? Object::null : Object::valid);
+                    EXPECT_EQ(answer.paths[i].kind(), i + 1 == nth ? Object::Null : Object::Valid);
             });
         EXPECT_EQ(failures, 3u);
     }
@@ -443,16 +443,16 @@ TEST_F(LinkWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
 
 TEST_F(LinkWalk, WithoutTunnelsNothingIsReturned) {
     emulator::clear_links();
-    EXPECT_TRUE(walkInstances("KESTO_IPSettings").returned.empty());
+    EXPECT_TRUE(walk_instances("KESTO_IPSettings").returned.empty());
     EXPECT_EQ(status, 0);
-    EXPECT_TRUE(walkPaths("KESTO_IPSettings").returned.empty());
+    EXPECT_TRUE(walk_paths("KESTO_IPSettings").returned.empty());
     EXPECT_EQ(status, 0);
 }
 
 TEST_F(LinkWalk, AnErrorThatBringsARowEndsTheWalkWithOneMoreTrace) {
-    addTunnels();
-    let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = emulator::Effect::fail_with_row});
-    const Answer instances = walkInstances("KESTO_TCPProtocolEndPoint");
+    add_tunnels();
+    let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = emulator::Effect::FailWithRow});
+    const Answer instances = walk_instances("KESTO_TCPProtocolEndPoint");
     EXPECT_EQ(instances.instances.size(), 1u);
     EXPECT_EQ(status, 0);
     EXPECT_TRUE(matches(instances.output,
@@ -461,8 +461,8 @@ TEST_F(LinkWalk, AnErrorThatBringsARowEndsTheWalkWithOneMoreTrace) {
                             line_trace("get_all_ip_pe_instances")))
         << instances.output;
     emulator::clear_faults();
-    let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = emulator::Effect::fail_with_row});
-    const Answer paths = walkPaths("KESTO_TCPProtocolEndPoint");
+    let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = emulator::Effect::FailWithRow});
+    const Answer paths = walk_paths("KESTO_TCPProtocolEndPoint");
     EXPECT_EQ(paths.paths.size(), 1u);
     EXPECT_TRUE(
         matches(paths.output, entering("get_all_ip_pe_references") + line_trace("get_all_ip_pe_references") +
@@ -471,10 +471,10 @@ TEST_F(LinkWalk, AnErrorThatBringsARowEndsTheWalkWithOneMoreTrace) {
 }
 
 TEST_F(LinkWalk, AnEndWithoutARowEndsTheWalkSilently) {
-    addTunnels();
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::succeed_without_row}) {
+    add_tunnels();
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::SucceedWithoutRow}) {
         let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
-        const Answer answer = walkInstances("KESTO_TCPProtocolEndPoint");
+        const Answer answer = walk_instances("KESTO_TCPProtocolEndPoint");
         EXPECT_EQ(answer.instances.size(), 1u);
         EXPECT_EQ(status, 0);
         EXPECT_EQ(occurrences(answer.output, " Function : get_all_ip_pe_instances Line "), 1u);
@@ -485,7 +485,7 @@ TEST_F(LinkWalk, AnEndWithoutARowEndsTheWalkSilently) {
 TEST_F(LinkWalk, PassesThePropertyListOn) {
     const char* wanted[] = {"Name", "InstanceID", nullptr};
     for (const Route& route : ROUTES) {
-        const Answer answer = walkInstances(route.className, wanted);
+        const Answer answer = walk_instances(route.className, wanted);
         ASSERT_EQ(answer.instances.size(), 1u);
         ASSERT_EQ(answer.instances[0].filters().size(), 1u) << route.className;
         EXPECT_EQ(answer.instances[0].filters()[0].properties,

@@ -7,16 +7,16 @@ namespace {
 
 class TcpIpSettings : public ClassTest {
   protected:
-    RecordedInstance buildIp() {
+    RecordedInstance build_ip() {
         return make(
             [&] { return ip_settings_build_instance("KESTO_IPSettings", NAMESPACE, &link, nullptr); });
     }
-    RecordedInstance buildTcp() {
+    RecordedInstance build_tcp() {
         return make(
             [&] { return tcp_settings_build_instance("KESTO_TCPSettings", NAMESPACE, &link, nullptr); });
     }
     // A tunnel of another profile that has the one tunnel's link index and stands behind it in the table.
-    void useTwinOfAnotherProfile() {
+    void use_twin_of_another_profile() {
         FcipEntityEntry other = one_tunnel::profile();
         other.kfmFcipEntityId = 9;
         emulator::add_entity(other);
@@ -34,8 +34,8 @@ class TcpIpSettings : public ClassTest {
 TEST_F(TcpIpSettings, AllSettingsOfATunnelShareTheIfIndexAsInstanceId) {
     link.kfmFcipLinkIfIndex = 100;
     emulator::add_link(link);
-    EXPECT_EQ(buildIp().value("InstanceID"), "100");
-    EXPECT_EQ(buildTcp().value("InstanceID"), "100");
+    EXPECT_EQ(build_ip().value("InstanceID"), "100");
+    EXPECT_EQ(build_tcp().value("InstanceID"), "100");
     const Sets key{{"InstanceID", CMPI_chars, "100"}};
     for (auto* filler :
          {fcip_settings_fill_reference, ip_settings_fill_reference, tcp_settings_fill_reference})
@@ -43,20 +43,20 @@ TEST_F(TcpIpSettings, AllSettingsOfATunnelShareTheIfIndexAsInstanceId) {
 }
 
 TEST_F(TcpIpSettings, APathWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_nth(Make::object_path, 1, Failure::without_handle);
+    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
     EXPECT_EQ(make([&] { return ip_settings_fill_reference("KESTO_IPSettings", NAMESPACE, &link); }).kind(),
-              Object::without_handle);
+              Object::WithoutHandle);
     EXPECT_EQ(trace, entering("ip_settings_fill_reference") + exiting("ip_settings_fill_reference"));
-    broker.fail_nth(Make::object_path, 1, Failure::without_handle);
+    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
     EXPECT_EQ(make([&] { return tcp_settings_fill_reference("KESTO_TCPSettings", NAMESPACE, &link); }).kind(),
-              Object::without_handle);
+              Object::WithoutHandle);
     EXPECT_EQ(trace, entering("tcp_settings_fill_reference") + exiting("tcp_settings_fill_reference"));
 }
 
 // --- IP ---------------------------------------------------------------------------------------------------
 
 TEST_F(TcpIpSettings, IpAsksThePlatformInThisOrder) {
-    buildIp();
+    build_ip();
     EXPECT_EQ(calls_of(emulator::calls(),
                        {"fcip_get_entity_entry", "sprintf_if_index", "mts_send", "mts_recv", "cmi_req_resp"})
                   .size(),
@@ -71,7 +71,7 @@ TEST_F(TcpIpSettings, IpAsksThePlatformInThisOrder) {
 }
 
 TEST_F(TcpIpSettings, IpAsksForACopyOfTheEthernetPortsCounters) {
-    buildIp();
+    build_ip();
     const auto requests = emulator::sent_requests();
     ASSERT_EQ(requests.size(), 1u);
     EXPECT_EQ(std::vector<std::uint8_t>(requests[0].payload.begin() + 24, requests[0].payload.end()),
@@ -83,33 +83,33 @@ TEST_F(TcpIpSettings, IpNamesTheInterfaceInCaptionAndDescription) {
     port.name = "an-interface-of-30-characters-"; // the longest that the platform gives
     ASSERT_EQ(port.name.size(), 30u);
     emulator::add_port(port);
-    EXPECT_EQ(buildIp().sets(), with(with(ip, "Caption", port.name), "Description", port.name));
+    EXPECT_EQ(build_ip().sets(), with(with(ip, "Caption", port.name), "Description", port.name));
 }
 
 TEST_F(TcpIpSettings, IpGoesOnWithoutCounters) {
     emulator::fail_always("mts_send");
-    EXPECT_EQ(buildIp().sets(), ip);
+    EXPECT_EQ(build_ip().sets(), ip);
     emulator::clear_faults();
-    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::no_answer});
-    EXPECT_EQ(buildIp().sets(), ip);
+    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::NoAnswer});
+    EXPECT_EQ(build_ip().sets(), ip);
     emulator::clear_faults();
     emulator::set_reply(one_tunnel::IP_STATISTICS, std::vector<std::uint8_t>(5));
-    EXPECT_EQ(buildIp().sets(), ip);
+    EXPECT_EQ(build_ip().sets(), ip);
 }
 
 TEST_F(TcpIpSettings, IpReadsNothingPastAShortReply) {
     // 140 bytes from byte 32 are put aside; a reply may end before them.
     for (const std::size_t size : {12u, 32u, 33u, 171u}) {
         emulator::set_reply(one_tunnel::IP_STATISTICS, std::vector<std::uint8_t>(size));
-        EXPECT_EQ(buildIp().sets(), ip) << size;
+        EXPECT_EQ(build_ip().sets(), ip) << size;
     }
 }
 
 TEST_F(TcpIpSettings, IpIsNullWithoutTheIpConfiguration) {
     for (const auto effect :
-         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
         let_down({.symbol = "cmi_req_resp", .effect = effect});
-        EXPECT_EQ(buildIp().kind(), Object::null);
+        EXPECT_EQ(build_ip().kind(), Object::Null);
         emulator::clear_faults();
     }
     EXPECT_EQ(broker.call_texts("setPropertyFilter").size(), 0u) << "the instance made so far is abandoned";
@@ -119,17 +119,17 @@ TEST_F(TcpIpSettings, IpForwardingIsTheFlagsLowByte) {
     const std::pair<std::uint32_t, int> cases[] = {{0, 0}, {1, 1}, {2, 2}, {0x100, 0}, {0x1FF, 255}};
     for (const auto& [flag, byte] : cases) {
         emulator::set_ip_configuration({flag, 64});
-        EXPECT_EQ(buildIp().sets(), with(ip, "EnableIPForwarding", byte)) << flag;
+        EXPECT_EQ(build_ip().sets(), with(ip, "EnableIPForwarding", byte)) << flag;
     }
 }
 
 TEST_F(TcpIpSettings, IpTimeToLiveIsTheConfigurationsWord) {
     emulator::set_ip_configuration({1, 0x12345678});
-    EXPECT_EQ(buildIp().sets(), with(ip, "DefaultTimeToLive", 0x12345678));
+    EXPECT_EQ(build_ip().sets(), with(ip, "DefaultTimeToLive", 0x12345678));
 }
 
 TEST_F(TcpIpSettings, IpHasNoSystemAndNoCreationClass) {
-    const RecordedInstance instance = buildIp();
+    const RecordedInstance instance = build_ip();
     for (const char* name : {"SystemName", "SystemCreationClassName", "CreationClassName"})
         EXPECT_FALSE(instance.has(name)) << name;
     EXPECT_TRUE(emulator::calls("pm_cim_get_port_info").empty());
@@ -138,7 +138,7 @@ TEST_F(TcpIpSettings, IpHasNoSystemAndNoCreationClass) {
 // --- TCP --------------------------------------------------------------------------------------------------
 
 TEST_F(TcpIpSettings, TcpAsksThePlatformInThisOrder) {
-    buildTcp();
+    build_tcp();
     const auto calls = calls_of(emulator::calls(), {"fcip_get_link_entry", "fcip_get_entity_entry",
                                                     "mts_send", "pm_cim_get_port_info"});
     ASSERT_EQ(calls.size(), 4u);
@@ -152,7 +152,7 @@ TEST_F(TcpIpSettings, TcpIsTheSameForEveryTunnel) {
     link.kfmFcipLinkIndex = 11;
     link.kfmFcipLinkIfIndex = 111;
     emulator::add_link(link);
-    const RecordedInstance instance = buildTcp();
+    const RecordedInstance instance = build_tcp();
     EXPECT_EQ(instance.value("RetransmissionTimeoutMax"), 5000);
     EXPECT_EQ(instance.value("RetransmissionTimeoutMin"), 200);
     EXPECT_EQ(instance.value("RetransmissionTimeoutAlgorithm"), 4);
@@ -160,8 +160,8 @@ TEST_F(TcpIpSettings, TcpIsTheSameForEveryTunnel) {
 }
 
 TEST_F(TcpIpSettings, TcpIsBuiltFromTheFirstTunnelOfTheSameIndex) {
-    useTwinOfAnotherProfile();
-    EXPECT_EQ(buildTcp().sets(), tcp) << "the one tunnel's, though the other one was handed in";
+    use_twin_of_another_profile();
+    EXPECT_EQ(build_tcp().sets(), tcp) << "the one tunnel's, though the other one was handed in";
     EXPECT_EQ(emulator::calls("fcip_get_entity_entry"),
               std::vector<std::string>{"fcip_get_entity_entry op=1 id=3 5"});
     EXPECT_EQ(emulator::calls("pm_cim_get_port_info"),
@@ -173,7 +173,7 @@ TEST_F(TcpIpSettings, TcpIsBuiltFromTheFirstTunnelOfTheSameIndex) {
 
 TEST_F(TcpIpSettings, TcpIsMinusOneWhenTheTunnelIsGone) {
     emulator::clear_links();
-    EXPECT_EQ(buildTcp().kind(), Object::minus_one);
+    EXPECT_EQ(build_tcp().kind(), Object::MinusOne);
     EXPECT_TRUE(
         matches(trace, entering("tcp_settings_build_instance") + line_trace("tcp_settings_build_instance")))
         << trace;
@@ -184,9 +184,9 @@ TEST_F(TcpIpSettings, TcpIsMinusOneWhenTheTunnelIsGone) {
 
 TEST_F(TcpIpSettings, TcpIsMinusOneWhenTheTableCannotBeRead) {
     for (const auto effect :
-         {emulator::Effect::fail, emulator::Effect::fail_with_row, emulator::Effect::succeed_without_row}) {
+         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
         let_down({.symbol = "fcip_get_link_entry", .effect = effect});
-        EXPECT_EQ(buildTcp().kind(), Object::minus_one);
+        EXPECT_EQ(build_tcp().kind(), Object::MinusOne);
         emulator::clear_faults();
     }
 }
@@ -196,18 +196,18 @@ TEST_F(TcpIpSettings, MinusOneReachesTheResultUnchanged) {
     let_down({.symbol = "fcip_get_link_entry",
               .first = 2,
               .last = 2,
-              .effect = emulator::Effect::none,
+              .effect = emulator::Effect::None,
               .action = [] { emulator::clear_links(); }});
     const Answer answer = enumerate("KESTO_TCPSettings");
     EXPECT_EQ(answer.rc, 0);
     ASSERT_EQ(answer.instances.size(), 1u);
-    EXPECT_EQ(answer.instances[0].kind(), Object::minus_one);
+    EXPECT_EQ(answer.instances[0].kind(), Object::MinusOne);
 }
 
 TEST_F(TcpIpSettings, TcpIsNullWithoutTheTunnelsProfile) {
-    for (const auto effect : {emulator::Effect::fail, emulator::Effect::fail_with_row}) {
+    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
         let_down({.symbol = "fcip_get_entity_entry", .effect = effect});
-        EXPECT_EQ(buildTcp().kind(), Object::null);
+        EXPECT_EQ(build_tcp().kind(), Object::Null);
         EXPECT_FALSE(trace.ends_with(exiting("tcp_settings_build_instance"))) << trace;
         emulator::clear_faults();
     }
@@ -215,20 +215,20 @@ TEST_F(TcpIpSettings, TcpIsNullWithoutTheTunnelsProfile) {
 
 TEST_F(TcpIpSettings, TcpGoesOnWithoutCountersAndSaysSo) {
     emulator::fail_always("mts_send");
-    EXPECT_EQ(buildTcp().sets(), tcp);
+    EXPECT_EQ(build_tcp().sets(), tcp);
     EXPECT_NE(trace.find("******* Error ******** \n"), std::string::npos);
     EXPECT_TRUE(trace.ends_with(exiting("tcp_settings_build_instance")));
     emulator::clear_faults();
-    EXPECT_EQ(buildTcp().sets(), tcp);
+    EXPECT_EQ(build_tcp().sets(), tcp);
     EXPECT_EQ(trace.find("Error"), std::string::npos);
 }
 
 TEST_F(TcpIpSettings, TcpWithoutItsVsanSystemHasTheNameThatTheLookupLeft) {
     emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(buildTcp().sets(), with(tcp, "SystemName", ""));
+    EXPECT_EQ(build_tcp().sets(), with(tcp, "SystemName", ""));
     emulator::clear_faults();
     emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(buildTcp().sets(), with(tcp, "SystemName", "NULL"));
+    EXPECT_EQ(build_tcp().sets(), with(tcp, "SystemName", "NULL"));
 }
 
 } // namespace

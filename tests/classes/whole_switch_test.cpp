@@ -189,7 +189,8 @@ TEST_F(WholeSwitch, TheLibraryReadsTheKernelsOwnFiles) {
         std::string line;
         while (std::getline(file, line)) {
             // The second line that begins so holds the values; InReceives is the third of them.
-            if (!line.starts_with("Ip: ") || std::isalpha(static_cast<unsigned char>(line[4]))) continue;
+            if (!line.starts_with("Ip: ") || (std::isalpha(static_cast<unsigned char>(line[4])) != 0))
+                continue;
             std::istringstream values(line.substr(4));
             std::uint64_t forwarding = 0, ttl = 0, received = 0;
             values >> forwarding >> ttl >> received;
@@ -301,7 +302,7 @@ TEST_F(WholeSwitch, RemoteIpPortsHaveNeitherObjectsNorNames) {
     const Answer instances = enumerate("KESTO_RemoteIPPort");
     ASSERT_EQ(instances.instances.size(), 5u);
     for (const RecordedInstance& instance : instances.instances)
-        EXPECT_EQ(instance.kind(), Object::null);
+        EXPECT_EQ(instance.kind(), Object::Null);
     EXPECT_TRUE(enumerate_names("KESTO_RemoteIPPort").returned.empty());
     EXPECT_EQ(get_instance("KESTO_RemoteIPPort", {{"Name", "167772161"}}).message, "invalid key name");
 }

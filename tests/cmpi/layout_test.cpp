@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr bool is64 = sizeof(void*) == 8;
+constexpr bool IS64 = sizeof(void*) == 8;
 
 struct Member {
     const char* name;
@@ -22,7 +22,7 @@ void expect_slots(std::size_t start, const std::vector<Member>& members, std::si
     std::size_t expected = start;
     for (const Member& member : members) {
         EXPECT_EQ(member.offset, expected) << member.name;
-        expected += is64 ? 8 : 4;
+        expected += IS64 ? 8 : 4;
     }
     EXPECT_EQ(tableSize, expected) << "the table has more members";
 }
@@ -99,15 +99,15 @@ TEST(CmpiRecords, SizesOfTheScalars) {
 TEST(CmpiRecords, DataIs24BytesOn64BitAnd12On32Bit) {
     EXPECT_EQ(offsetof(CMPIData, type), 0u);
     EXPECT_EQ(offsetof(CMPIData, state), 2u);
-    EXPECT_EQ(offsetof(CMPIData, value), is64 ? 8u : 4u);
-    EXPECT_EQ(sizeof(CMPIValue), is64 ? 16u : 8u);
-    EXPECT_EQ(sizeof(CMPIData), is64 ? 24u : 12u);
+    EXPECT_EQ(offsetof(CMPIData, value), IS64 ? 8u : 4u);
+    EXPECT_EQ(sizeof(CMPIValue), IS64 ? 16u : 8u);
+    EXPECT_EQ(sizeof(CMPIData), IS64 ? 24u : 12u);
 }
 
 TEST(CmpiRecords, StatusIs16BytesOn64BitAnd8On32Bit) {
     EXPECT_EQ(offsetof(CMPIStatus, rc), 0u);
-    EXPECT_EQ(offsetof(CMPIStatus, msg), is64 ? 8u : 4u);
-    EXPECT_EQ(sizeof(CMPIStatus), is64 ? 16u : 8u);
+    EXPECT_EQ(offsetof(CMPIStatus, msg), IS64 ? 8u : 4u);
+    EXPECT_EQ(sizeof(CMPIStatus), IS64 ? 16u : 8u);
 }
 
 TEST(CmpiRecords, BrokerHasFivePointers) {
@@ -116,7 +116,7 @@ TEST(CmpiRecords, BrokerHasFivePointers) {
 }
 
 TEST(CmpiRecords, EveryObjectIsAHandleAndATable) {
-    const std::size_t pair = is64 ? 16 : 8;
+    const std::size_t pair = IS64 ? 16 : 8;
     EXPECT_EQ(sizeof(CMPIContext), pair);
     EXPECT_EQ(sizeof(CMPIResult), pair);
     EXPECT_EQ(sizeof(CMPIString), pair);

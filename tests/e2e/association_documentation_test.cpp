@@ -55,7 +55,7 @@ Names source_classes() {
 
 // One spelling for each class, whatever the place that its objects came from.
 std::string usual_spelling(const std::string& className) {
-    static const std::map<std::string, std::string> spellings = [] {
+    static const std::map<std::string, std::string> SPELLINGS = [] {
         std::map<std::string, std::string> byLowerCase;
         for (const Names& names : {registered(false), registered(true), source_classes()}) {
             for (const std::string& name : names)
@@ -63,8 +63,8 @@ std::string usual_spelling(const std::string& className) {
         }
         return byLowerCase;
     }();
-    const auto found = spellings.find(lower_case(className));
-    return found == spellings.end() ? className : found->second;
+    const auto found = SPELLINGS.find(lower_case(className));
+    return found == SPELLINGS.end() ? className : found->second;
 }
 
 std::string joined(const Names& names, const std::string& separator) {

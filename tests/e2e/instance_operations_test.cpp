@@ -12,7 +12,7 @@ namespace e2e {
 namespace {
 
 // What there is one instance for.
-enum class Row { TUNNEL, PROFILE, ETHERNET_PORT, COUNTED_PORT };
+enum class Row { TUNNEL, PROFILE, EthernetPort, CountedPort };
 
 struct InstanceClass {
     std::string name;
@@ -31,7 +31,7 @@ const InstanceClass INSTANCE_CLASSES[] = {
     {"KESTO_RemoteFCIPPort", ENDPOINT_KEYS, Row::TUNNEL},
     {"KESTO_RemoteIPServiceAccessPoint", ENDPOINT_KEYS, Row::TUNNEL},
     {"KESTO_RemoteTCPPort", ENDPOINT_KEYS, Row::TUNNEL},
-    {"KESTO_LANEndPoint", ENDPOINT_KEYS, Row::ETHERNET_PORT},
+    {"KESTO_LANEndPoint", ENDPOINT_KEYS, Row::EthernetPort},
     {"KESTO_FCIPProfile", ID_KEY, Row::PROFILE},
     {"KESTO_FCIPSettings", ID_KEY, Row::TUNNEL},
     {"KESTO_TCPSettings", ID_KEY, Row::TUNNEL},
@@ -39,7 +39,7 @@ const InstanceClass INSTANCE_CLASSES[] = {
     {"KESTO_IPEndPointStatistics", ID_KEY, Row::TUNNEL},
     {"KESTO_TCPEndPointStatistics", ID_KEY, Row::TUNNEL},
     {"KESTO_TCPStatisticalData", ID_KEY, Row::TUNNEL},
-    {"KESTO_EthernetPortStatistics", ID_KEY, Row::COUNTED_PORT},
+    {"KESTO_EthernetPortStatistics", ID_KEY, Row::CountedPort},
 };
 
 void PrintTo(const InstanceClass& parameter, std::ostream* out) {
@@ -70,7 +70,7 @@ TEST_P(EveryInstanceClass, EnumeratesOneInstanceARow) {
     if (GetParam().row == Row::TUNNEL) {
         EXPECT_EQ(instances.size(), client().enumerate_names("KESTO_FCIPProtocolEndPoint").size());
     }
-    EXPECT_GE(instances.size(), GetParam().row == Row::ETHERNET_PORT ? 1 : 3);
+    EXPECT_GE(instances.size(), GetParam().row == Row::EthernetPort ? 1 : 3);
     for (const CimInstance& instance : instances) {
         EXPECT_EQ(instance.path.className, GetParam().name);
         const std::vector<std::string> names = instance.names();

@@ -93,48 +93,48 @@ ProgramResult run_program(const std::vector<std::string>& command) {
 BackgroundProgram::BackgroundProgram(const std::vector<std::string>& command,
                                      const std::vector<std::string>& settings) {
     std::string name = "/tmp/kesto-e2e-XXXXXX";
-    outputFile = mkostemp(name.data(), O_CLOEXEC | O_APPEND);
-    if (outputFile < 0) throw std::system_error(errno, std::generic_category(), name);
+    outputFile_ = mkostemp(name.data(), O_CLOEXEC | O_APPEND);
+    if (outputFile_ < 0) throw std::system_error(errno, std::generic_category(), name);
     unlink(name.c_str());
     try {
-        process = spawn(command, settings, outputFile);
+        process_ = spawn(command, settings, outputFile_);
     } catch (...) {
-        close(outputFile);
+        close(outputFile_);
         throw;
     }
 }
 
 BackgroundProgram::~BackgroundProgram() {
-    if (process > 0) stop(SIGKILL);
-    close(outputFile);
+    if (process_ > 0) stop(SIGKILL);
+    close(outputFile_);
 }
 
 std::string BackgroundProgram::output() const {
     std::string text;
     std::array<char, 4096> buffer;
     ssize_t count;
-    while ((count = pread(outputFile, buffer.data(), buffer.size(), static_cast<off_t>(text.size()))) > 0) {
+    while ((count = pread(outputFile_, buffer.data(), buffer.size(), static_cast<off_t>(text.size()))) > 0) {
         text.append(buffer.data(), static_cast<std::size_t>(count));
     }
     return text;
 }
 
 bool BackgroundProgram::ended() {
-    if (process < 0) return true;
+    if (process_ < 0) return true;
     int waitStatus = 0;
-    if (waitpid(process, &waitStatus, WNOHANG) != process) return false;
-    process = -1;
-    status = exit_status(waitStatus);
+    if (waitpid(process_, &waitStatus, WNOHANG) != process_) return false;
+    process_ = -1;
+    status_ = exit_status(waitStatus);
     return true;
 }
 
 int BackgroundProgram::stop(int signal) {
     if (!ended()) {
-        kill(process, signal);
-        status = wait_for(process);
-        process = -1;
+        kill(process_, signal);
+        status_ = wait_for(process_);
+        process_ = -1;
     }
-    return status;
+    return status_;
 }
 
 } // namespace e2e

@@ -34,9 +34,9 @@ class BackgroundProgram {
     int stop(int signal);
 
   private:
-    pid_t process = -1;
-    int status = -1;
-    int outputFile = -1;
+    pid_t process_ = -1;
+    int status_ = -1;
+    int outputFile_ = -1;
 };
 
 } // namespace e2e

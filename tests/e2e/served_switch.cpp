@@ -24,7 +24,7 @@ class ServerEnd : public testing::Environment {
         server.reset();
     }
 };
-const testing::Environment* const serverEnd = testing::AddGlobalTestEnvironment(new ServerEnd);
+const testing::Environment* const SERVER_END = testing::AddGlobalTestEnvironment(new ServerEnd);
 
 // Without a scenario the built-in switch is served, whatever the surroundings of the tests say.
 std::vector<std::string> settings_for(const std::string& scenario) {
@@ -35,28 +35,28 @@ std::vector<std::string> settings_for(const std::string& scenario) {
 
 // setpriv lets the server end with the test program even when that crashes.
 CimServer::CimServer(const std::string& scenario)
-    : program({"setpriv", "--pdeathsig", "TERM", KESTO_CIMSERVER, "--provider", FCIP_PROVIDER, "--port", "0",
-               "--provider-log", "/dev/null"},
-              settings_for(scenario)) {
+    : program_({"setpriv", "--pdeathsig", "TERM", KESTO_CIMSERVER, "--provider", FCIP_PROVIDER, "--port", "0",
+                "--provider-log", "/dev/null"},
+               settings_for(scenario)) {
     using namespace std::chrono_literals;
     const auto deadline = std::chrono::steady_clock::now() + 60s;
     while (std::chrono::steady_clock::now() < deadline) {
-        const bool ended = program.ended();
-        const std::string text = program.output();
+        const bool ended = program_.ended();
+        const std::string text = program_.output();
         const std::size_t start = text.find("http://");
         const std::size_t end = text.find_first_not_of("0123456789.:", start + 7);
         if (start != std::string::npos && end != std::string::npos) {
-            address = text.substr(start, end - start);
+            address_ = text.substr(start, end - start);
             return;
         }
         if (ended) break;
         std::this_thread::sleep_for(10ms);
     }
-    throw std::runtime_error("the CIM server does not get ready:\n" + program.output());
+    throw std::runtime_error("the CIM server does not get ready:\n" + program_.output());
 }
 
 int CimServer::stop() {
-    return program.stop(SIGTERM);
+    return program_.stop(SIGTERM);
 }
 
 void ServedSwitch::SetUp() {
@@ -70,8 +70,8 @@ const std::string& ServedSwitch::url() const {
 }
 
 const WbemClient& ServedSwitch::client() const {
-    static const WbemClient shared(url());
-    return shared;
+    static const WbemClient SHARED(url());
+    return SHARED;
 }
 
 CimPath ServedSwitch::first_tunnel() const {

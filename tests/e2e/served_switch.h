@@ -20,14 +20,14 @@ class CimServer {
     // `scenario` names the switch's file; the built-in switch without it.
     explicit CimServer(const std::string& scenario = "");
 
-    const std::string& url() const { return address; }
-    std::string output() const { return program.output(); }
+    const std::string& url() const { return address_; }
+    std::string output() const { return program_.output(); }
     // Stops it as an administrator does (SIGTERM) and returns its exit status.
     int stop();
 
   private:
-    BackgroundProgram program;
-    std::string address;
+    BackgroundProgram program_;
+    std::string address_;
 };
 
 class ServedSwitch : public testing::Test {

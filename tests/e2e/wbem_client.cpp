@@ -81,13 +81,13 @@ std::vector<std::string> CimInstance::names() const {
 }
 
 WbemClient::WbemClient(std::string serverUrl, std::string cimNamespace)
-    : url(std::move(serverUrl)), nameSpace(std::move(cimNamespace)) {}
+    : url_(std::move(serverUrl)), nameSpace_(std::move(cimNamespace)) {}
 
 std::string WbemClient::run(const std::string& operation, const std::vector<std::string>& options,
                             const std::string& object, const std::string& last) const {
     std::vector<std::string> command = {WBEMCLI, operation, "-nl", "-dr"};
     command.insert(command.end(), options.begin(), options.end());
-    command.push_back(url + "/" + nameSpace + ":" + object);
+    command.push_back(url_ + "/" + nameSpace_ + ":" + object);
     if (!last.empty()) command.push_back(last);
     const ProgramResult result = run_program(command);
     if (result.status == 127) throw WbemError(0, "wbemcli is missing (Debian package sblim-wbemcli)");

@@ -63,8 +63,8 @@ class WbemClient {
                     const std::string& object, const std::string& last = "") const;
 
   private:
-    std::string url;
-    std::string nameSpace;
+    std::string url_;
+    std::string nameSpace_;
 };
 
 } // namespace e2e

@@ -129,8 +129,8 @@ TEST_F(CimUtilities, AssociationHoldsBothPathsUnderTheirRoles) {
 
 TEST_F(CimUtilities, BrokerThatMakesNothingGivesNothing) {
     const PortInfo row = port(ETHERNET_1_1);
-    for (const Make what : {Make::object_path, Make::instance})
-        for (const Failure how : {Failure::null, Failure::without_handle}) {
+    for (const Make what : {Make::ObjectPath, Make::Instance}) {
+        for (const Failure how : {Failure::Null, Failure::WithoutHandle}) {
             broker.fail_every(what, how);
             fcport_fill_reference_pm("KESTO_EthernetPort", NAMESPACE, &row, broker.cmpi());
             fcport_fill_reference_pm("KESTO_EthernetPortStatisticalData", NAMESPACE, &row, broker.cmpi());
@@ -143,6 +143,7 @@ TEST_F(CimUtilities, BrokerThatMakesNothingGivesNothing) {
             for (const CMPIInstance* instance : made)
                 EXPECT_FALSE(broker.recorded(instance).is_valid());
         }
+    }
 }
 
 TEST_F(CimUtilities, FaultsGiveNull) {

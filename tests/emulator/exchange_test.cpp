@@ -233,7 +233,7 @@ TEST_F(Exchange, CardThatNeverAnswers) {
     emulator::Fault fault;
     fault.symbol = emulator::LINE_CARD;
     fault.where = "code=1917";
-    fault.effect = emulator::Effect::no_answer;
+    fault.effect = emulator::Effect::NoAnswer;
     emulator::add_fault(fault);
     EXPECT_FALSE(ask(CODE_IP, ETHERNET_1_1));
     EXPECT_EQ(ask(CODE_ETHERNET, ETHERNET_1_1)->size(), 256U);
@@ -242,7 +242,7 @@ TEST_F(Exchange, CardThatNeverAnswers) {
 TEST_F(Exchange, LateAnswerArrivesAfterTheReceiveThatWaitedForIt) {
     emulator::Fault fault;
     fault.symbol = emulator::LINE_CARD;
-    fault.effect = emulator::Effect::late_answer;
+    fault.effect = emulator::Effect::LateAnswer;
     emulator::add_fault(fault);
     const std::uint32_t token = send(0x0101, CODE_IP, request_for(CODE_IP, ETHERNET_1_1)).value();
     EXPECT_FALSE(receive(token));
@@ -252,7 +252,7 @@ TEST_F(Exchange, LateAnswerArrivesAfterTheReceiveThatWaitedForIt) {
 TEST_F(Exchange, ShortPayloadHasJustItsBytes) {
     emulator::Fault fault;
     fault.symbol = emulator::LINE_CARD;
-    fault.effect = emulator::Effect::short_payload;
+    fault.effect = emulator::Effect::ShortPayload;
     fault.size = 11;
     emulator::add_fault(fault);
     EXPECT_EQ(ask(CODE_TCP, ETHERNET_1_1)->size(), 11U);
@@ -263,7 +263,7 @@ TEST_F(Exchange, ReplyStatusIsTheFaults) {
     emulator::Fault fault;
     fault.symbol = emulator::LINE_CARD;
     fault.first = fault.last = 2;
-    fault.effect = emulator::Effect::reply_status;
+    fault.effect = emulator::Effect::ReplyStatus;
     fault.status = 0x1234;
     emulator::add_fault(fault);
     EXPECT_EQ(status_of(ask(CODE_IP, ETHERNET_1_1)), 0U);

@@ -53,7 +53,7 @@ TEST_F(Faults, CountStartsWhenTheFaultIsAdded) {
 }
 
 TEST_F(Faults, RangeOfCalls) {
-    emulator::Fault fault = fault_of("fcip_get_entity_entry", emulator::Effect::fail);
+    emulator::Fault fault = fault_of("fcip_get_entity_entry", emulator::Effect::Fail);
     fault.first = 2;
     fault.last = 3;
     emulator::add_fault(fault);
@@ -61,7 +61,7 @@ TEST_F(Faults, RangeOfCalls) {
 }
 
 TEST_F(Faults, OnlyCallsWithTheArgumentsCount) {
-    emulator::Fault fault = fault_of("fcip_get_entity_entry", emulator::Effect::fail);
+    emulator::Fault fault = fault_of("fcip_get_entity_entry", emulator::Effect::Fail);
     fault.where = "op=1 id=2";
     fault.first = 2;
     emulator::add_fault(fault);
@@ -72,24 +72,24 @@ TEST_F(Faults, OnlyCallsWithTheArgumentsCount) {
 }
 
 TEST_F(Faults, RandomFaultsRepeatWithTheSeed) {
-    emulator::Fault fault = fault_of("fcip_get_entity_entry", emulator::Effect::fail);
+    emulator::Fault fault = fault_of("fcip_get_entity_entry", emulator::Effect::Fail);
     fault.probability = 0.5;
-    const auto with_seed = [&](std::uint32_t seed) {
+    const auto withSeed = [&](std::uint32_t seed) {
         emulator::clear_faults();
         fault.seed = seed;
         emulator::add_fault(fault);
         return outcomes(200);
     };
-    const std::vector<bool> first = with_seed(1);
-    EXPECT_EQ(with_seed(1), first);
-    EXPECT_NE(with_seed(2), first);
+    const std::vector<bool> first = withSeed(1);
+    EXPECT_EQ(withSeed(1), first);
+    EXPECT_NE(withSeed(2), first);
     const auto failures = std::count(first.begin(), first.end(), false);
     EXPECT_GT(failures, 60);
     EXPECT_LT(failures, 140);
 }
 
 TEST_F(Faults, FailureMayStoreARow) {
-    emulator::add_fault(fault_of("fcip_get_entity_entry", emulator::Effect::fail_with_row));
+    emulator::add_fault(fault_of("fcip_get_entity_entry", emulator::Effect::FailWithRow));
     Row<FcipEntityEntry> row;
     EXPECT_EQ(fcip_get_entity_entry(mts_q, 1, 3, row.slot(), 5), 7);
     ASSERT_TRUE(row);
@@ -108,7 +108,7 @@ TEST_F(Faults, FailureLeavesTheSlotAlone) {
 }
 
 TEST_F(Faults, SuccessMayComeWithoutARow) {
-    emulator::add_fault(fault_of("fcip_get_entity_entry", emulator::Effect::succeed_without_row));
+    emulator::add_fault(fault_of("fcip_get_entity_entry", emulator::Effect::SucceedWithoutRow));
     FcipEntityEntry mark{};
     FcipEntityEntry* row = &mark;
     EXPECT_EQ(fcip_get_entity_entry(mts_q, 1, 1, &row, 5), 0);
@@ -118,7 +118,7 @@ TEST_F(Faults, SuccessMayComeWithoutARow) {
 TEST_F(Faults, ServicesWithoutAStatusGiveNothing) {
     emulator::fail_always("pm_cim_find_interface");
     EXPECT_EQ(pm_cim_find_interface(1, FCIP_1, mts_q), nullptr);
-    emulator::add_fault(fault_of("pm_cim_find_interface", emulator::Effect::fail_with_row));
+    emulator::add_fault(fault_of("pm_cim_find_interface", emulator::Effect::FailWithRow));
     EXPECT_EQ(pm_cim_find_interface(1, FCIP_1, mts_q), nullptr);
 }
 
@@ -197,7 +197,7 @@ TEST_F(Faults, EachServiceWithAStatusCanFail) {
 }
 
 TEST_F(Faults, TablesMayChangeBetweenTwoCalls) {
-    emulator::Fault fault = fault_of("fcip_get_link_entry", emulator::Effect::none);
+    emulator::Fault fault = fault_of("fcip_get_link_entry", emulator::Effect::None);
     fault.first = fault.last = 2;
     fault.action = [] { emulator::remove_link({1, 1}); };
     emulator::add_fault(fault);
@@ -212,7 +212,7 @@ TEST_F(Faults, TablesMayChangeBetweenTwoCalls) {
 }
 
 TEST_F(Faults, ActionMayClearTheFaults) {
-    emulator::Fault fault = fault_of("getCSName", emulator::Effect::none);
+    emulator::Fault fault = fault_of("getCSName", emulator::Effect::None);
     fault.action = [] { emulator::clear_faults(); };
     emulator::add_fault(fault);
     EXPECT_STRNE(getCSName(), "");

@@ -44,7 +44,7 @@ TEST_F(Misuse, LockIsExclusiveBetweenThreads) {
     std::atomic<bool> alone = true;
     int sum = 0; // guarded by the platform's lock alone: the thread sanitizer watches
     std::vector<std::thread> threads;
-    for (int t = 0; t < 4; ++t)
+    for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&] {
             for (int i = 0; i < 200; ++i) {
                 const emulator::Locked locked;
@@ -54,6 +54,7 @@ TEST_F(Misuse, LockIsExclusiveBetweenThreads) {
                 --inside;
             }
         });
+    }
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_TRUE(alone);

@@ -23,10 +23,12 @@ TEST(Schema, ListsTheMembersThatTheLoaderAccepts) {
     std::ifstream file(std::string(EMULATOR_FOLDER) + "/switch.schema.json");
     const auto schema = nlohmann::json::parse(file);
     Members members;
-    for (const auto& [name, definition] : schema.at("$defs").items())
-        if (definition.contains("properties"))
+    for (const auto& [name, definition] : schema.at("$defs").items()) {
+        if (definition.contains("properties")) {
             for (const auto& [member, value] : definition.at("properties").items())
                 members[name].push_back(member);
+        }
+    }
     EXPECT_EQ(sorted(members), sorted(emulator::scenario_members()));
 }
 

@@ -71,7 +71,7 @@ class DiagnosticsTest : public test_support::ProviderTest {
         emulator::Locked lock;
         return printed_by([&] {
             const int value = fcip_print_entity(&entity, reinterpret_cast<const EntityIfList*>(words.data()));
-            if (printResult) *printResult = value;
+            if (printResult != nullptr) *printResult = value;
         });
     }
 

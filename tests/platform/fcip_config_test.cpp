@@ -90,7 +90,7 @@ TEST_F(ProfileOfKeyTest, SuccessWithoutARowIsAskedAgainWithTheSameKey) {
     fault.symbol = "fcip_get_entity_entry";
     fault.first = 2;
     fault.last = 4;
-    fault.effect = Effect::succeed_without_row;
+    fault.effect = Effect::SucceedWithoutRow;
     emulator::add_fault(fault);
     EXPECT_EQ(lookup("2"), Found(1, 2));
     EXPECT_EQ(emulator::calls("fcip_get_entity_entry"),
@@ -101,7 +101,7 @@ TEST_F(ProfileOfKeyTest, SuccessWithoutARowIsAskedAgainWithTheSameKey) {
 }
 
 TEST_F(ProfileOfKeyTest, FailureEndsTheWalkWithWhatWasFoundBefore) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow}) {
         for_each_platform_failure("fcip_get_entity_entry", effect, [&](std::size_t nth) {
             EXPECT_EQ(lookup("2"), nth <= 2 ? Found(0, 0) : Found(1, 2));
         });
@@ -159,7 +159,7 @@ TEST_F(ProfileOfNumberTest, EmptyTableLeavesTheOutput) {
 }
 
 TEST_F(ProfileOfNumberTest, FailuresEndTheWalk) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         for_each_platform_failure("fcip_get_entity_entry", effect, [&](std::size_t nth) {
             EXPECT_EQ(lookup("2"), nth <= 2 ? Found(0, 0) : Found(0, 2));
         });
@@ -199,7 +199,7 @@ TEST_F(ProfileOfLinkTest, FailureWithoutARowIsSilent) {
 TEST_F(ProfileOfLinkTest, FailureWithARowPrintsTheErrorText) {
     emulator::Fault fault;
     fault.symbol = "fcip_get_entity_entry";
-    fault.effect = Effect::fail_with_row;
+    fault.effect = Effect::FailWithRow;
     emulator::add_fault(fault);
     EXPECT_EQ(printed_by([] { EXPECT_EQ(lookup(2), Found(-1, 0)); }), TRACE);
 }
@@ -207,7 +207,7 @@ TEST_F(ProfileOfLinkTest, FailureWithARowPrintsTheErrorText) {
 TEST_F(ProfileOfLinkTest, SuccessWithoutARowIsAFailure) {
     emulator::Fault fault;
     fault.symbol = "fcip_get_entity_entry";
-    fault.effect = Effect::succeed_without_row;
+    fault.effect = Effect::SucceedWithoutRow;
     emulator::add_fault(fault);
     EXPECT_EQ(lookup(2), Found(-1, 0));
 }
@@ -227,7 +227,7 @@ class ProfileInterfacesTest : public FcipConfigTest {
     // The if-indexes, or "null".
     static std::string interfaces(std::uint32_t entityId) {
         EntityIfList* list = locked([&] { return fcip_get_ifs_for_this_profile(entityId, mts_q); });
-        if (!list) return "null";
+        if (list == nullptr) return "null";
         std::vector<std::uint32_t> words(list->count + 1);
         std::memcpy(words.data(), list, words.size() * sizeof words[0]);
         std::free(list);
@@ -259,7 +259,7 @@ TEST_F(ProfileInterfacesTest, FailureWithoutAReplyIsNull) {
 TEST_F(ProfileInterfacesTest, TheStatusOfTheRequestDoesNotCount) {
     emulator::Fault fault;
     fault.symbol = "fcip_send_recv_with_mts_q";
-    fault.effect = Effect::fail_with_row;
+    fault.effect = Effect::FailWithRow;
     emulator::add_fault(fault);
     EXPECT_EQ(interfaces(1), "count 2 17 18");
 }
@@ -279,7 +279,7 @@ TEST_F(ProfileInterfacesTest, AllProfilesArePrintedInTableOrder) {
 }
 
 TEST_F(ProfileInterfacesTest, AProfileWithoutAnInterfaceListEndsTheWalkWithOne) {
-    for_each_platform_failure("fcip_send_recv_with_mts_q", Effect::fail, [&](std::size_t nth) {
+    for_each_platform_failure("fcip_send_recv_with_mts_q", Effect::Fail, [&](std::size_t nth) {
         int result = -1;
         const std::string output =
             printed_by([&] { result = locked([] { return get_all_fcip_entities(mts_q); }); });
@@ -295,7 +295,7 @@ TEST_F(ProfileInterfacesTest, SuccessWithoutAProfileIsAskedAgain) {
     fault.symbol = "fcip_get_entity_entry";
     fault.first = 2;
     fault.last = 3;
-    fault.effect = Effect::succeed_without_row;
+    fault.effect = Effect::SucceedWithoutRow;
     emulator::add_fault(fault);
     printed_by([] { EXPECT_EQ(locked([] { return get_all_fcip_entities(mts_q); }), 0); });
     EXPECT_EQ(emulator::calls("fcip_get_entity_entry"),
@@ -305,7 +305,7 @@ TEST_F(ProfileInterfacesTest, SuccessWithoutAProfileIsAskedAgain) {
 }
 
 TEST_F(ProfileInterfacesTest, FailureEndsTheWalkNormally) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow}) {
         for_each_platform_failure("fcip_get_entity_entry", effect, [&](std::size_t) {
             printed_by([] { EXPECT_EQ(locked([] { return get_all_fcip_entities(mts_q); }), 0); });
         });
@@ -340,7 +340,7 @@ class VsanTest : public FcipConfigTest {
         std::string output;
         friend bool operator==(const Answered&, const Answered&) = default;
     };
-    template <class Function>
+    template <typename Function>
     static Answered ask(Function&& function, std::uint32_t ifIndex) {
         Answered answered{0, 777, ""};
         answered.output =
@@ -365,7 +365,7 @@ TEST_F(VsanTest, VsanIdOfAnUnknownPortFails) {
 }
 
 TEST_F(VsanTest, VsanIdFailsWithARowAsWithout) {
-    fault("pm_cim_get_port_info", Effect::fail_with_row);
+    fault("pm_cim_get_port_info", Effect::FailWithRow);
     EXPECT_EQ(ask(get_vsan_id, 17), (Answered{-1, 777, "error : pm_cim_get_port_info "}));
 }
 
@@ -379,7 +379,7 @@ TEST_F(VsanTest, VsanFromIfIndexPrintsBothNumbersAndStoresTheFirst) {
 
 TEST_F(VsanTest, VsanFromIfIndexFailsSilently) {
     EXPECT_EQ(ask(get_vsan_from_ifindex, 99), (Answered{-1, 777, ""}));
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         emulator::clear_faults();
         fault("pm_cmi_get_port_config", effect);
         EXPECT_EQ(ask(get_vsan_from_ifindex, 17), (Answered{-1, 777, ""}));
@@ -429,12 +429,12 @@ TEST_F(VsanNameTest, ShorterNameIsTerminated) {
 
 TEST_F(VsanNameTest, UnknownPortLeavesTheBuffer) {
     EXPECT_EQ(name_of(99), (Named{-1, padded("", '#'), "error : pm_cim_get_port_info "}));
-    fault("pm_cim_get_port_info", Effect::fail_with_row);
+    fault("pm_cim_get_port_info", Effect::FailWithRow);
     EXPECT_EQ(name_of(17), (Named{-1, padded("", '#'), "error : pm_cim_get_port_info "}));
 }
 
 TEST_F(VsanNameTest, PortWithoutARowFailsSilently) {
-    fault("pm_cim_get_port_info", Effect::succeed_without_row);
+    fault("pm_cim_get_port_info", Effect::SucceedWithoutRow);
     EXPECT_EQ(name_of(17), (Named{-1, padded("", '#'), ""}));
 }
 
@@ -446,14 +446,14 @@ TEST_F(VsanNameTest, MissingDomainReadsAsNull) {
 }
 
 TEST_F(VsanNameTest, DomainThatFailsWithARowReadsAsNull) {
-    fault("dm_cim_get_dmEntry", Effect::fail_with_row);
+    fault("dm_cim_get_dmEntry", Effect::FailWithRow);
     const Named named = name_of(17);
     EXPECT_EQ(named.result, -1);
     EXPECT_STREQ(named.buffer.c_str(), "NULL");
 }
 
 TEST_F(VsanNameTest, DomainThatSucceedsIsAskedForItsKeyWithOrWithoutARecord) {
-    fault("dm_cim_get_dmEntry", Effect::succeed_without_row);
+    fault("dm_cim_get_dmEntry", Effect::SucceedWithoutRow);
     const Named named = name_of(17);
     EXPECT_EQ(named.result, 0) << "the record is opaque, only the status counts";
     EXPECT_STREQ(named.buffer.c_str(), "") << "the platform has no key for it";
@@ -515,31 +515,31 @@ TEST_F(LogicalComputerTest, InstanceIsMadeByThePlatformFromTheVsanKey) {
 TEST_F(LogicalComputerTest, VsanOneIsAskedForWhateverThePortsVsan) {
     emulator::remove_vsan(1);
     EXPECT_EQ(path_of(17),
-              (std::pair<RecordedPath, std::string>(RecordedPath::of(Object::minus_one), PATH_TRACE)));
-    EXPECT_EQ(instance_of(17).first.kind(), Object::minus_one);
+              (std::pair<RecordedPath, std::string>(RecordedPath::of(Object::MinusOne), PATH_TRACE)));
+    EXPECT_EQ(instance_of(17).first.kind(), Object::MinusOne);
     EXPECT_EQ(emulator::count("dm_cim_get_dmEntry"), 0u);
 }
 
 TEST_F(LogicalComputerTest, MissingDomainIsMinusOne) {
     const auto [path, output] = path_of(18);
-    EXPECT_EQ(path.kind(), Object::minus_one);
+    EXPECT_EQ(path.kind(), Object::MinusOne);
     EXPECT_EQ(output, "Entering get_logical_computer_keys\nvsan_index 20 \n");
-    EXPECT_EQ(instance_of(18).first.kind(), Object::minus_one);
+    EXPECT_EQ(instance_of(18).first.kind(), Object::MinusOne);
 }
 
 TEST_F(LogicalComputerTest, RecordsThatComeWithAFailureAreMinusOneToo) {
     for (const char* symbol : {"vsan_cim_get_vsanEntry", "dm_cim_get_dmEntry"}) {
         emulator::clear_faults();
-        fault(symbol, Effect::fail_with_row);
-        EXPECT_EQ(path_of(17).first.kind(), Object::minus_one) << symbol;
-        EXPECT_EQ(instance_of(17).first.kind(), Object::minus_one) << symbol;
+        fault(symbol, Effect::FailWithRow);
+        EXPECT_EQ(path_of(17).first.kind(), Object::MinusOne) << symbol;
+        EXPECT_EQ(instance_of(17).first.kind(), Object::MinusOne) << symbol;
     }
 }
 
 TEST_F(LogicalComputerTest, OnlyTheStatusOfTheRecordsCounts) {
     for (const char* symbol : {"vsan_cim_get_vsanEntry", "dm_cim_get_dmEntry"}) {
         emulator::clear_faults();
-        fault(symbol, Effect::succeed_without_row);
+        fault(symbol, Effect::SucceedWithoutRow);
         EXPECT_EQ(path_of(17).second, std::string(PATH_TRACE) + "error during get vsan id") << symbol;
         EXPECT_EQ(path_of(17).first.key("Name"), "") << symbol;
         EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id") << symbol;
@@ -566,8 +566,8 @@ TEST_F(LogicalComputerTest, FailedKeyIsOnlyTraced) {
 TEST_F(LogicalComputerTest, WhatThePlatformCannotMakeIsNull) {
     emulator::fail_always("switch_fill_reference_str");
     emulator::fail_always("switch_build_instance_str");
-    EXPECT_EQ(path_of(17).first.kind(), Object::null);
-    EXPECT_EQ(instance_of(17).first.kind(), Object::null);
+    EXPECT_EQ(path_of(17).first.kind(), Object::Null);
+    EXPECT_EQ(instance_of(17).first.kind(), Object::Null);
 }
 
 // ---- The switch-wide IP configuration. ----
@@ -583,7 +583,7 @@ TEST_F(FcipConfigTest, IpConfigurationIsReadWithOneRequest) {
 
 TEST_F(FcipConfigTest, IpConfigurationFailsWithTheRequest) {
     emulator::set_ip_configuration({1, 64});
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         for_each_platform_failure("cmi_req_resp", effect, [&](std::size_t nth) {
             IpMiscCfg out{7, 7};
             EXPECT_EQ(locked([&] { return get_ip_misc_cfg(&out); }), nth == 1 ? -1 : 0);
@@ -612,8 +612,8 @@ class EthernetPortTest : public FcipConfigTest {
         int functionResult = -1;
         const Answer answer = walk(
             [&](const CMPIResult* result) {
-                return get_etherport_from_if_index(ifIndex, wantInstance, "KESTO_Ignored", result, NAMESPACE,
-                                                   properties, broker.cmpi());
+                return get_etherport_from_if_index(ifIndex, static_cast<int>(wantInstance), "KESTO_Ignored",
+                                                   result, NAMESPACE, properties, broker.cmpi());
             },
             &functionResult);
         EXPECT_EQ(functionResult, 0);
@@ -662,14 +662,14 @@ TEST_F(EthernetPortTest, PortsOutsideTheRunAreNotFound) {
 }
 
 TEST_F(EthernetPortTest, PortWithoutATypeEndsTheWalk) {
-    for_each_platform_failure("if_index_get_type", Effect::fail, [&](std::size_t nth) {
+    for_each_platform_failure("if_index_get_type", Effect::Fail, [&](std::size_t nth) {
         EXPECT_EQ(ask(0x9B010001, true).returned.size(), nth <= 2 ? 0u : 1u);
         EXPECT_EQ(emulator::calls("pm_cim_get_port_info"), port_requests(nth <= 4 ? nth : 4));
     });
 }
 
 TEST_F(EthernetPortTest, FailedRequestEndsTheWalk) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         for_each_platform_failure("pm_cim_get_port_info", effect, [&](std::size_t nth) {
             EXPECT_EQ(ask(0x9B010001, false).returned.size(), nth <= 2 ? 0u : 1u);
             EXPECT_EQ(emulator::calls("pm_cim_get_port_info"), port_requests(nth <= 4 ? nth : 4));

@@ -25,15 +25,15 @@ constexpr std::uint32_t UNTOUCHED = 0xEEEEEEEE;
 std::string linuxInterfaceName;           // what the platform's name service answers
 std::vector<std::uint32_t> namesAskedFor; // the if-indexes it was asked for
 
-template <class Record>
+template <typename Record>
 Record filled(std::uint32_t value) {
     Record record;
     std::fill(std::begin(record.words), std::end(record.words), value);
     return record;
 }
 
-template <class Record>
-std::vector<std::uint32_t> wordsOf(const Record& record) {
+template <typename Record>
+std::vector<std::uint32_t> words_of(const Record& record) {
     return {std::begin(record.words), std::end(record.words)};
 }
 
@@ -68,43 +68,43 @@ class KernelStats : public testing::Test {
         namesAskedFor.clear();
         std::string pattern = testing::TempDir() + "kernel_stats_XXXXXX";
         ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        directory = pattern;
-        before = fs::current_path();
-        fs::current_path(directory);
+        directory_ = pattern;
+        before_ = fs::current_path();
+        fs::current_path(directory_);
         fs::create_directories("proc_net/dev_snmp6");
     }
     void TearDown() override {
-        fs::current_path(before);
-        fs::remove_all(directory);
+        fs::current_path(before_);
+        fs::remove_all(directory_);
     }
 
-    static void useSample(const std::string& name) {
+    static void use_sample(const std::string& name) {
         fs::copy(fs::path(KERNEL_SAMPLES) / name, "proc_net",
                  fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     }
-    static void writeFile(const std::string& name, const std::string& text) {
+    static void write_file(const std::string& name, const std::string& text) {
         std::ofstream("proc_net/" + name, std::ios::binary) << text;
     }
-    static std::string readSample(const std::string& name) {
+    static std::string read_sample(const std::string& name) {
         std::ifstream file(fs::path(KERNEL_SAMPLES) / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    int readIpv4() { return ipconf_linux_get_ip_stats(&ip, &icmp, &tcp, &udp); }
-    void expectIpv4(const std::vector<std::uint32_t>& wantIp, const std::vector<std::uint32_t>& wantIcmp,
-                    const std::vector<std::uint32_t>& wantTcp, const std::vector<std::uint32_t>& wantUdp) {
-        EXPECT_EQ(wordsOf(ip), wantIp);
-        EXPECT_EQ(wordsOf(icmp), wantIcmp);
-        EXPECT_EQ(wordsOf(tcp), wantTcp);
-        EXPECT_EQ(wordsOf(udp), wantUdp);
+    int read_ipv4() { return ipconf_linux_get_ip_stats(&ip, &icmp, &tcp, &udp); }
+    void expect_ipv4(const std::vector<std::uint32_t>& wantIp, const std::vector<std::uint32_t>& wantIcmp,
+                     const std::vector<std::uint32_t>& wantTcp, const std::vector<std::uint32_t>& wantUdp) {
+        EXPECT_EQ(words_of(ip), wantIp);
+        EXPECT_EQ(words_of(icmp), wantIcmp);
+        EXPECT_EQ(words_of(tcp), wantTcp);
+        EXPECT_EQ(words_of(udp), wantUdp);
     }
-    void expectIpv6AllZero() {
-        EXPECT_EQ(wordsOf(ip6), std::vector<std::uint32_t>(23, 0));
-        EXPECT_EQ(wordsOf(icmp6), std::vector<std::uint32_t>(34, 0));
+    void expect_ipv6_all_zero() {
+        EXPECT_EQ(words_of(ip6), std::vector<std::uint32_t>(23, 0));
+        EXPECT_EQ(words_of(icmp6), std::vector<std::uint32_t>(34, 0));
     }
 
   private:
-    fs::path directory, before;
+    fs::path directory_, before_;
 };
 
 // The four sections in the only order that older kernels know.
@@ -126,8 +126,8 @@ extern "C" int netcfg_print_ifname(char* name, std::uint32_t ifIndex) {
 // --- /proc/net/snmp ---------------------------------------------------------------------------------------
 
 TEST_F(KernelStats, IpWordsAreTheColumnsBehindForwardingAndDefaultTtl) {
-    useSample("linux-2.4");
-    EXPECT_EQ(readIpv4(), 0);
+    use_sample("linux-2.4");
+    EXPECT_EQ(read_ipv4(), 0);
     // The line is "Ip: 1 64 101 102 ... 117".
     const struct {
         std::size_t word;
@@ -146,60 +146,60 @@ TEST_F(KernelStats, IpWordsAreTheColumnsBehindForwardingAndDefaultTtl) {
 }
 
 TEST_F(KernelStats, EverySectionOfAClassicKernelIsReadInFileOrder) {
-    useSample("linux-2.4");
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(run(101, 17), run(201, 26), SAMPLE_TCP, run(401, 4));
+    use_sample("linux-2.4");
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(run(101, 17), run(201, 26), SAMPLE_TCP, run(401, 4));
 }
 
 TEST_F(KernelStats, AnIcmpMsgSectionShiftsTcpAndUdpOutOfReach) {
-    useSample("linux-2.6.27");
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(run(101, 17), run(201, 26), NO_TCP, NO_UDP);
+    use_sample("linux-2.6.27");
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(run(101, 17), run(201, 26), NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, AChecksumColumnOfLaterKernelsIsReadByPosition) {
-    useSample("linux-5.10"); // Icmp has 27 columns: InMsgs InErrors InCsumErrors InDestUnreachs ...
-    EXPECT_EQ(readIpv4(), 0);
+    use_sample("linux-5.10"); // Icmp has 27 columns: InMsgs InErrors InCsumErrors InDestUnreachs ...
+    EXPECT_EQ(read_ipv4(), 0);
     EXPECT_EQ(icmp.words[2], 203u) << "InCsumErrors stands where older kernels have InDestUnreachs";
-    expectIpv4(run(101, 17), run(201, 26), NO_TCP, NO_UDP);
+    expect_ipv4(run(101, 17), run(201, 26), NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, ColumnsBehindTheExpectedOnesAreIgnored) {
-    useSample("linux-6.8"); // Ip has OutTransmits behind FragCreates, Icmp has 29 columns
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(run(101, 17), run(201, 26), NO_TCP, NO_UDP);
+    use_sample("linux-6.8"); // Ip has OutTransmits behind FragCreates, Icmp has 29 columns
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(run(101, 17), run(201, 26), NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, TcpAndUdpColumnsBehindTheExpectedOnesAreIgnored) {
-    writeFile("snmp",
-              "Ip: h\nIp: 1 64\nIcmp: h\nIcmp: 1\n"
-              "Tcp: h\nTcp: 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16\nUdp: h\nUdp: 1 2 3 4 5 6 7\n");
-    EXPECT_EQ(readIpv4(), 0);
-    EXPECT_EQ(wordsOf(tcp), run(1, 14));
-    EXPECT_EQ(wordsOf(udp), run(1, 4));
+    write_file("snmp",
+               "Ip: h\nIp: 1 64\nIcmp: h\nIcmp: 1\n"
+               "Tcp: h\nTcp: 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16\nUdp: h\nUdp: 1 2 3 4 5 6 7\n");
+    EXPECT_EQ(read_ipv4(), 0);
+    EXPECT_EQ(words_of(tcp), run(1, 14));
+    EXPECT_EQ(words_of(udp), run(1, 4));
 }
 
 TEST_F(KernelStats, HeaderLinesAreNotLookedAt) {
-    writeFile("snmp", FOUR_SECTIONS);
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(run(1, 17), run(1, 26), run(1, 14), run(1, 4));
+    write_file("snmp", FOUR_SECTIONS);
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(run(1, 17), run(1, 26), run(1, 14), run(1, 4));
 }
 
 TEST_F(KernelStats, SectionsAreKnownByTheirPlaceOnly) {
     // Tcp first: the value line of each place must still carry the name expected there.
-    writeFile("snmp",
-              "Tcp: h\nTcp: 1 2 3 4 5 6 7 8 9 10 11 12 13 14\nIcmp: h\nIcmp: 7 8\n"
-              "Ip: h\nIp: 1 64 3 4\nUdp: h\nUdp: 1 2 3 4\n");
-    EXPECT_EQ(readIpv4(), 0);
-    EXPECT_EQ(wordsOf(ip), NO_IP);
+    write_file("snmp",
+               "Tcp: h\nTcp: 1 2 3 4 5 6 7 8 9 10 11 12 13 14\nIcmp: h\nIcmp: 7 8\n"
+               "Ip: h\nIp: 1 64 3 4\nUdp: h\nUdp: 1 2 3 4\n");
+    EXPECT_EQ(read_ipv4(), 0);
+    EXPECT_EQ(words_of(ip), NO_IP);
     EXPECT_EQ(icmp.words[0], 7u);
-    EXPECT_EQ(wordsOf(tcp), NO_TCP);
-    EXPECT_EQ(wordsOf(udp), run(1, 4));
+    EXPECT_EQ(words_of(tcp), NO_TCP);
+    EXPECT_EQ(words_of(udp), run(1, 4));
 }
 
 TEST_F(KernelStats, AShortValueLineLeavesTheRestOfTheRecord) {
-    writeFile("snmp", "Ip: h\nIp: 1 64 11 12\nIcmp: h\nIcmp: 21\nTcp: h\nTcp:\nUdp: h\nUdp: 41 42 43\n");
-    EXPECT_EQ(readIpv4(), 0);
+    write_file("snmp", "Ip: h\nIp: 1 64 11 12\nIcmp: h\nIcmp: 21\nTcp: h\nTcp:\nUdp: h\nUdp: 41 42 43\n");
+    EXPECT_EQ(read_ipv4(), 0);
     std::vector<std::uint32_t> wantIp = NO_IP, wantIcmp = NO_ICMP, wantUdp = NO_UDP;
     wantIp[0] = 11;
     wantIp[1] = 12;
@@ -207,32 +207,32 @@ TEST_F(KernelStats, AShortValueLineLeavesTheRestOfTheRecord) {
     wantUdp[0] = 41;
     wantUdp[1] = 42;
     wantUdp[2] = 43;
-    expectIpv4(wantIp, wantIcmp, NO_TCP, wantUdp);
+    expect_ipv4(wantIp, wantIcmp, NO_TCP, wantUdp);
 }
 
 TEST_F(KernelStats, AnIpLineWithItsTwoSettingsOnlyWritesNothing) {
-    writeFile("snmp", "Ip: h\nIp: 1 64\n");
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
+    write_file("snmp", "Ip: h\nIp: 1 64\n");
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, AWordThatIsNoNumberEndsItsSection) {
-    writeFile(
+    write_file(
         "snmp",
         "Ip: h\nIp: 1 64 11 twelve 13\nIcmp: h\nIcmp: 21 22\nTcp: h\nTcp: x 2\nUdp: h\nUdp: 41 4x 43\n");
-    EXPECT_EQ(readIpv4(), 0);
+    EXPECT_EQ(read_ipv4(), 0);
     std::vector<std::uint32_t> wantIp = NO_IP, wantIcmp = NO_ICMP, wantUdp = NO_UDP;
     wantIp[0] = 11;
     wantIcmp[0] = 21;
     wantIcmp[1] = 22;
     wantUdp[0] = 41;
     wantUdp[1] = 4; // the digits at its start count
-    expectIpv4(wantIp, wantIcmp, NO_TCP, wantUdp);
+    expect_ipv4(wantIp, wantIcmp, NO_TCP, wantUdp);
 }
 
 TEST_F(KernelStats, BlanksBetweenNumbersMayBeAnyOrNoneBehindTheName) {
-    writeFile("snmp", "h\nIp:1\t64   11\t\t12\nh\nIcmp:\t21  22\nh\nTcp:31\nh\nUdp:   41\n");
-    EXPECT_EQ(readIpv4(), 0);
+    write_file("snmp", "h\nIp:1\t64   11\t\t12\nh\nIcmp:\t21  22\nh\nTcp:31\nh\nUdp:   41\n");
+    EXPECT_EQ(read_ipv4(), 0);
     EXPECT_EQ(ip.words[0], 11u);
     EXPECT_EQ(ip.words[1], 12u);
     EXPECT_EQ(icmp.words[1], 22u);
@@ -241,16 +241,16 @@ TEST_F(KernelStats, BlanksBetweenNumbersMayBeAnyOrNoneBehindTheName) {
 }
 
 TEST_F(KernelStats, TheNameIsMatchedToTheLetter) {
-    writeFile("snmp", "h\nIP: 1 64 11\nh\nicmp: 21\nh\nTcpExt: 31\nh\nUdpLite: 41\n");
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
+    write_file("snmp", "h\nIP: 1 64 11\nh\nicmp: 21\nh\nTcpExt: 31\nh\nUdpLite: 41\n");
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, NumbersAreSaturatedToThirtyTwoBits) {
-    writeFile("snmp",
-              "h\nIp: 1 64 4294967295 4294967296 4294967297 18446744073709551615 18446744073709551616 "
-              "99999999999999999999999999 7\n");
-    EXPECT_EQ(readIpv4(), 0);
+    write_file("snmp",
+               "h\nIp: 1 64 4294967295 4294967296 4294967297 18446744073709551615 18446744073709551616 "
+               "99999999999999999999999999 7\n");
+    EXPECT_EQ(read_ipv4(), 0);
     EXPECT_EQ(ip.words[0], 4294967295u);
     EXPECT_EQ(ip.words[1], 4294967295u) << "2^32";
     EXPECT_EQ(ip.words[2], 4294967295u) << "2^32 + 1";
@@ -262,8 +262,8 @@ TEST_F(KernelStats, NumbersAreSaturatedToThirtyTwoBits) {
 }
 
 TEST_F(KernelStats, NegativeNumbersReadAsTheirThirtyTwoBitWord) {
-    writeFile("snmp", "h\nIp: 1 64 -1 -2 -4294967295 -4294967296\n");
-    EXPECT_EQ(readIpv4(), 0);
+    write_file("snmp", "h\nIp: 1 64 -1 -2 -4294967295 -4294967296\n");
+    EXPECT_EQ(read_ipv4(), 0);
     EXPECT_EQ(ip.words[0], 4294967295u);
     EXPECT_EQ(ip.words[1], 4294967294u);
     EXPECT_EQ(ip.words[2], 1u);
@@ -271,8 +271,8 @@ TEST_F(KernelStats, NegativeNumbersReadAsTheirThirtyTwoBitWord) {
 }
 
 TEST_F(KernelStats, AHugeForwardingColumnDoesNotReachTheRecord) {
-    writeFile("snmp", "h\nIp: 18446744073709551615 18446744073709551615 11 12\n");
-    EXPECT_EQ(readIpv4(), 0);
+    write_file("snmp", "h\nIp: 18446744073709551615 18446744073709551615 11 12\n");
+    EXPECT_EQ(read_ipv4(), 0);
     EXPECT_EQ(ip.words[0], 11u);
     EXPECT_EQ(ip.words[1], 12u);
     EXPECT_EQ(ip.words[2], UNTOUCHED);
@@ -281,99 +281,99 @@ TEST_F(KernelStats, AHugeForwardingColumnDoesNotReachTheRecord) {
 TEST_F(KernelStats, ALastLineWithoutItsLineEndIsRead) {
     std::string text = FOUR_SECTIONS;
     text.pop_back();
-    writeFile("snmp", text);
-    EXPECT_EQ(readIpv4(), 0);
-    EXPECT_EQ(wordsOf(udp), run(1, 4));
+    write_file("snmp", text);
+    EXPECT_EQ(read_ipv4(), 0);
+    EXPECT_EQ(words_of(udp), run(1, 4));
 }
 
 TEST_F(KernelStats, AHeaderLongerThanItsBufferIsTakenForTwoLines) {
     // The rest of the Ip header stands where the Ip values are expected, and every section shifts by a line.
-    writeFile("snmp", "Ip: " + std::string(1100, 'H') + std::strchr(FOUR_SECTIONS, '\n'));
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
+    write_file("snmp", "Ip: " + std::string(1100, 'H') + std::strchr(FOUR_SECTIONS, '\n'));
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, AHeaderOf1022CharactersStillFits) {
-    writeFile("snmp", std::string(1022, 'H') + std::strchr(FOUR_SECTIONS, '\n'));
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(run(1, 17), run(1, 26), run(1, 14), run(1, 4));
+    write_file("snmp", std::string(1022, 'H') + std::strchr(FOUR_SECTIONS, '\n'));
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(run(1, 17), run(1, 26), run(1, 14), run(1, 4));
 }
 
 TEST_F(KernelStats, ALineOf1023CharactersLeavesItsLineEndAsALine) {
     // 1023 characters fill the buffer; the line end alone is then taken for the Ip values.
-    writeFile("snmp", std::string(1023, 'H') + std::strchr(FOUR_SECTIONS, '\n'));
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
+    write_file("snmp", std::string(1023, 'H') + std::strchr(FOUR_SECTIONS, '\n'));
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, AValueLineIsReadToIts1023rdCharacter) {
     // "77" stands across the cut: its first digit is the last character of the buffer.
     std::string line = "Ip: 1 64 11 ";
     line += std::string(1022 - line.size(), ' ') + "77 13";
-    writeFile("snmp", "Ip: header\n" + line + "\nIcmp: header\nIcmp: 21\n");
-    EXPECT_EQ(readIpv4(), 0);
+    write_file("snmp", "Ip: header\n" + line + "\nIcmp: header\nIcmp: 21\n");
+    EXPECT_EQ(read_ipv4(), 0);
     EXPECT_EQ(ip.words[0], 11u);
     EXPECT_EQ(ip.words[1], 7u);
     EXPECT_EQ(ip.words[2], UNTOUCHED);
-    EXPECT_EQ(wordsOf(icmp), NO_ICMP) << "the rest of the line was taken for the Icmp header";
+    EXPECT_EQ(words_of(icmp), NO_ICMP) << "the rest of the line was taken for the Icmp header";
 }
 
 TEST_F(KernelStats, AnEmptyFileWritesNothing) {
-    writeFile("snmp", "");
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
+    write_file("snmp", "");
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, AFileThatEndsInItsHeaderWritesNothing) {
-    writeFile("snmp", "Ip: Forwarding DefaultTTL InReceives\n");
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
+    write_file("snmp", "Ip: Forwarding DefaultTTL InReceives\n");
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, AFileThatEndsBehindASectionFillsTheSectionsBeforeItsEnd) {
-    writeFile("snmp", "h\nIp: 1 64 11\nh\nIcmp: 21\n");
-    EXPECT_EQ(readIpv4(), 0);
+    write_file("snmp", "h\nIp: 1 64 11\nh\nIcmp: 21\n");
+    EXPECT_EQ(read_ipv4(), 0);
     EXPECT_EQ(ip.words[0], 11u);
     EXPECT_EQ(icmp.words[0], 21u);
-    EXPECT_EQ(wordsOf(tcp), NO_TCP);
-    EXPECT_EQ(wordsOf(udp), NO_UDP);
+    EXPECT_EQ(words_of(tcp), NO_TCP);
+    EXPECT_EQ(words_of(udp), NO_UDP);
 }
 
 TEST_F(KernelStats, AFileWithoutTheExpectedFirstLineShiftsEverySection) {
     const std::string text = FOUR_SECTIONS;
-    writeFile("snmp", text.substr(text.find('\n') + 1)); // starts with the Ip values
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
+    write_file("snmp", text.substr(text.find('\n') + 1)); // starts with the Ip values
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, AMissingFileLeavesTheRecordsUntouchedAndSucceeds) {
-    EXPECT_EQ(readIpv4(), 0);
-    expectIpv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
+    EXPECT_EQ(read_ipv4(), 0);
+    expect_ipv4(NO_IP, NO_ICMP, NO_TCP, NO_UDP);
 }
 
 TEST_F(KernelStats, AnUnwantedSectionIsStillConsumed) {
-    writeFile("snmp", FOUR_SECTIONS);
+    write_file("snmp", FOUR_SECTIONS);
     EXPECT_EQ(ipconf_linux_get_ip_stats(nullptr, &icmp, nullptr, &udp), 0);
-    expectIpv4(NO_IP, run(1, 26), NO_TCP, run(1, 4));
+    expect_ipv4(NO_IP, run(1, 26), NO_TCP, run(1, 4));
     EXPECT_EQ(ipconf_linux_get_ip_stats(&ip, nullptr, &tcp, nullptr), 0);
-    expectIpv4(run(1, 17), run(1, 26), run(1, 14), run(1, 4));
+    expect_ipv4(run(1, 17), run(1, 26), run(1, 14), run(1, 4));
 }
 
 TEST_F(KernelStats, NoRecordAtAllIsTolerated) {
-    writeFile("snmp", FOUR_SECTIONS);
+    write_file("snmp", FOUR_SECTIONS);
     EXPECT_EQ(ipconf_linux_get_ip_stats(nullptr, nullptr, nullptr, nullptr), 0);
     fs::remove("proc_net/snmp");
     EXPECT_EQ(ipconf_linux_get_ip_stats(nullptr, nullptr, nullptr, nullptr), 0);
 }
 
 TEST_F(KernelStats, ReadingDoesNotKeepTheFileOpen) {
-    writeFile("snmp", FOUR_SECTIONS);
+    write_file("snmp", FOUR_SECTIONS);
     const auto openFiles = [] {
         return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
     };
     const auto atStart = openFiles();
     for (int i = 0; i < 5; ++i) {
-        readIpv4();
+        read_ipv4();
         ipconf_linux_get_ipv6_stats(0, nullptr, nullptr);
     }
     EXPECT_EQ(openFiles(), atStart);
@@ -382,7 +382,7 @@ TEST_F(KernelStats, ReadingDoesNotKeepTheFileOpen) {
 // --- /proc/net/snmp6 and /proc/net/dev_snmp6 --------------------------------------------------------------
 
 TEST_F(KernelStats, Ip6WordsFollowTheFileFromLastChange) {
-    useSample("supervisor");
+    use_sample("supervisor");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
     const struct {
         std::size_t word;
@@ -403,7 +403,7 @@ TEST_F(KernelStats, Ip6WordsFollowTheFileFromLastChange) {
 }
 
 TEST_F(KernelStats, Icmp6WordsHaveAnOrderOfTheirOwn) {
-    useSample("supervisor");
+    use_sample("supervisor");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
     // The lines of the file count up from 1100; the words of the record go another way.
     const struct {
@@ -452,109 +452,109 @@ TEST_F(KernelStats, Icmp6WordsHaveAnOrderOfTheirOwn) {
 }
 
 TEST_F(KernelStats, TheWholeHostNeedsNoInterfaceName) {
-    useSample("supervisor");
+    use_sample("supervisor");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
     EXPECT_TRUE(namesAskedFor.empty());
 }
 
 TEST_F(KernelStats, AnInterfaceIsReadFromTheFileOfItsLinuxName) {
-    useSample("supervisor");
+    use_sample("supervisor");
     linuxInterfaceName = "Gig2_1";
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0x82000000, &ip6, &icmp6), 0);
     EXPECT_EQ(namesAskedFor, std::vector<std::uint32_t>{0x82000000});
-    EXPECT_EQ(wordsOf(ip6), run(2000, 23));
+    EXPECT_EQ(words_of(ip6), run(2000, 23));
     EXPECT_EQ(icmp6.words[0], 2100u);
     EXPECT_EQ(icmp6.words[28], 2133u);
 }
 
 TEST_F(KernelStats, AnInterfaceFileThatDoesNotStartWithIfIndexReadsAsZero) {
-    useSample("supervisor");
+    use_sample("supervisor");
     linuxInterfaceName = "Gig2_2";
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(7, &ip6, &icmp6), 0);
-    expectIpv6AllZero();
+    expect_ipv6_all_zero();
 }
 
 TEST_F(KernelStats, AWholeHostFileThatStartsWithIfIndexReadsAsZero) {
-    writeFile("snmp6", readSample("supervisor/dev_snmp6/Gig2_1"));
+    write_file("snmp6", read_sample("supervisor/dev_snmp6/Gig2_1"));
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
-    expectIpv6AllZero();
+    expect_ipv6_all_zero();
 }
 
 TEST_F(KernelStats, AStockKernelWithoutLastChangeReadsAsZero) {
-    useSample("linux-5.10");
+    use_sample("linux-5.10");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
-    expectIpv6AllZero();
+    expect_ipv6_all_zero();
 }
 
 TEST_F(KernelStats, AStockInterfaceFileWithoutLastChangeReadsAsZero) {
-    useSample("linux-5.10");
+    use_sample("linux-5.10");
     linuxInterfaceName = "eth0";
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(4, &ip6, &icmp6), 0);
-    expectIpv6AllZero();
+    expect_ipv6_all_zero();
 }
 
 TEST_F(KernelStats, AMissingIpv6FileReadsAsZero) {
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
-    expectIpv6AllZero();
+    expect_ipv6_all_zero();
 }
 
 TEST_F(KernelStats, AnInterfaceWithoutAFileReadsAsZero) {
     linuxInterfaceName = "Gig9_9";
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(9, &ip6, &icmp6), 0);
-    expectIpv6AllZero();
+    expect_ipv6_all_zero();
 }
 
 TEST_F(KernelStats, AnInterfaceWithoutANameReadsAsZero) {
-    useSample("supervisor");
+    use_sample("supervisor");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(9, &ip6, &icmp6), 0);
     EXPECT_EQ(namesAskedFor, std::vector<std::uint32_t>{9});
-    expectIpv6AllZero();
+    expect_ipv6_all_zero();
 }
 
 TEST_F(KernelStats, AnEmptyIpv6FileReadsAsZero) {
-    writeFile("snmp6", "");
+    write_file("snmp6", "");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
-    expectIpv6AllZero();
+    expect_ipv6_all_zero();
 }
 
 TEST_F(KernelStats, TheIpv6RecordsMayBeAbsent) {
-    useSample("supervisor");
+    use_sample("supervisor");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, nullptr, &icmp6), 0);
     EXPECT_EQ(icmp6.words[33], 1130u);
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, nullptr), 0);
-    EXPECT_EQ(wordsOf(ip6), run(1000, 23));
+    EXPECT_EQ(words_of(ip6), run(1000, 23));
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, nullptr, nullptr), 0);
 }
 
 TEST_F(KernelStats, TheFirstOtherIp6LineEndsTheReading) {
-    std::string text = readSample("supervisor/snmp6");
+    std::string text = read_sample("supervisor/snmp6");
     const std::size_t line = text.find("Ip6InTooBigErrors");
     text.insert(line, "Ip6InSomethingNew 5\n");
-    writeFile("snmp6", text);
+    write_file("snmp6", text);
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
     std::vector<std::uint32_t> want(23, 0);
     want[0] = 1000;
     want[1] = 1001;
     want[2] = 1002;
-    EXPECT_EQ(wordsOf(ip6), want);
-    EXPECT_EQ(wordsOf(icmp6), std::vector<std::uint32_t>(34, 0));
+    EXPECT_EQ(words_of(ip6), want);
+    EXPECT_EQ(words_of(icmp6), std::vector<std::uint32_t>(34, 0));
 }
 
 TEST_F(KernelStats, TheFirstOtherIcmp6LineEndsTheReading) {
-    std::string text = readSample("supervisor/snmp6");
+    std::string text = read_sample("supervisor/snmp6");
     text.erase(text.find("Icmp6InDestUnreachs"),
                text.find("Icmp6InAdminProhibs") - text.find("Icmp6InDestUnreachs"));
-    writeFile("snmp6", text);
+    write_file("snmp6", text);
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
-    EXPECT_EQ(wordsOf(ip6), run(1000, 23));
+    EXPECT_EQ(words_of(ip6), run(1000, 23));
     std::vector<std::uint32_t> want(34, 0);
     want[0] = 1100;
     want[1] = 1101;
-    EXPECT_EQ(wordsOf(icmp6), want);
+    EXPECT_EQ(words_of(icmp6), want);
 }
 
 TEST_F(KernelStats, AWordThatIsNoNumberEndsTheIpv6Reading) {
-    writeFile("snmp6", "Ip6LastChange 11\nIp6InReceives none\nIp6InHdrErrors 13\n");
+    write_file("snmp6", "Ip6LastChange 11\nIp6InReceives none\nIp6InHdrErrors 13\n");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
     EXPECT_EQ(ip6.words[0], 11u);
     EXPECT_EQ(ip6.words[1], 0u);
@@ -562,23 +562,23 @@ TEST_F(KernelStats, AWordThatIsNoNumberEndsTheIpv6Reading) {
 }
 
 TEST_F(KernelStats, TextBehindANumberEndsTheIpv6Reading) {
-    writeFile("snmp6", "Ip6LastChange 11 s\nIp6InReceives 12\n");
+    write_file("snmp6", "Ip6LastChange 11 s\nIp6InReceives 12\n");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
     EXPECT_EQ(ip6.words[0], 11u);
     EXPECT_EQ(ip6.words[1], 0u);
 }
 
 TEST_F(KernelStats, AFileThatEndsEarlyLeavesTheRestZero) {
-    writeFile("snmp6", "Ip6LastChange 11\nIp6InReceives 12");
+    write_file("snmp6", "Ip6LastChange 11\nIp6InReceives 12");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
     std::vector<std::uint32_t> want(23, 0);
     want[0] = 11;
     want[1] = 12;
-    EXPECT_EQ(wordsOf(ip6), want);
+    EXPECT_EQ(words_of(ip6), want);
 }
 
 TEST_F(KernelStats, BlankLinesAndWideBlanksDoNotEndTheIpv6Reading) {
-    writeFile("snmp6", "Ip6LastChange     \t 11\n\n\n   Ip6InReceives\t12\nIp6InHdrErrors13\n");
+    write_file("snmp6", "Ip6LastChange     \t 11\n\n\n   Ip6InReceives\t12\nIp6InHdrErrors13\n");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
     EXPECT_EQ(ip6.words[0], 11u);
     EXPECT_EQ(ip6.words[1], 12u);
@@ -586,9 +586,9 @@ TEST_F(KernelStats, BlankLinesAndWideBlanksDoNotEndTheIpv6Reading) {
 }
 
 TEST_F(KernelStats, Ipv6NumbersAreSaturatedToThirtyTwoBits) {
-    writeFile("snmp6",
-              "Ip6LastChange 4294967296\nIp6InReceives 18446744073709551616\nIp6InHdrErrors -1\n"
-              "Ip6InTooBigErrors 5\n");
+    write_file("snmp6",
+               "Ip6LastChange 4294967296\nIp6InReceives 18446744073709551616\nIp6InHdrErrors -1\n"
+               "Ip6InTooBigErrors 5\n");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(0, &ip6, &icmp6), 0);
     EXPECT_EQ(ip6.words[0], 4294967295u);
     EXPECT_EQ(ip6.words[1], 4294967295u);
@@ -599,10 +599,10 @@ TEST_F(KernelStats, Ipv6NumbersAreSaturatedToThirtyTwoBits) {
 
 TEST_F(KernelStats, AHugeIfIndexLineDoesNotReachTheRecords) {
     linuxInterfaceName = "Gig2_1";
-    writeFile("dev_snmp6/Gig2_1", "ifIndex 18446744073709551615\nIp6LastChange 11\n");
+    write_file("dev_snmp6/Gig2_1", "ifIndex 18446744073709551615\nIp6LastChange 11\n");
     EXPECT_EQ(ipconf_linux_get_ipv6_stats(5, &ip6, &icmp6), 0);
     std::vector<std::uint32_t> want(23, 0);
     want[0] = 11;
-    EXPECT_EQ(wordsOf(ip6), want);
-    EXPECT_EQ(wordsOf(icmp6), std::vector<std::uint32_t>(34, 0));
+    EXPECT_EQ(words_of(ip6), want);
+    EXPECT_EQ(words_of(icmp6), std::vector<std::uint32_t>(34, 0));
 }

@@ -319,7 +319,7 @@ TEST_F(LinkKeyTest, WalkAsksForTheRowBehindTheLastAndStopsAtTheMatch) {
 }
 
 TEST_F(LinkKeyTest, FailedRequestEndsTheWalkAsAMiss) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         const std::size_t failures =
             for_each_platform_failure("fcip_get_link_entry", effect, [&](std::size_t nth) {
                 EXPECT_EQ(lookup("18", 2), nth <= 3 ? MISSING : found(1, 4));
@@ -363,7 +363,7 @@ TEST_F(LinkKeyTest, AllLinkEntriesAreWalkedAndDiscarded) {
 }
 
 TEST_F(LinkKeyTest, AllLinkEntriesAnswersZeroWhateverFails) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         for_each_platform_failure("fcip_get_link_entry", effect, [&](std::size_t nth) {
             EXPECT_EQ(locked([] { return get_all_link_entries(mts_q); }), 0);
             EXPECT_EQ(rows_asked_for(), nth <= ROWS + 1 ? nth : ROWS + 1);
@@ -388,7 +388,7 @@ TEST_F(LinkKeyTest, LinkOfAnUnknownIndexIsAFailure) {
 }
 
 TEST_F(LinkKeyTest, LinkOfAnIndexFailsWithTheRequest) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         for_each_platform_failure("fcip_get_link_entry", effect, [&](std::size_t nth) {
             FcipLinkEntry out = link_row(77, 77, 77);
             EXPECT_EQ(locked([&] { return get_link_from_link_index(mts_q, 4, &out); }), nth <= 3 ? -1 : 0);

@@ -21,7 +21,7 @@ using test_support::NAMESPACE;
 using test_support::port_row;
 
 // The rows of a table in the order in which they are handed out, whatever key is asked behind.
-template <class Row>
+template <typename Row>
 struct Script {
     std::vector<Row> rows;
     bool circle = false; // begins again behind its last row

@@ -51,7 +51,7 @@ Bytes reply(std::size_t size) {
     return bytes;
 }
 
-Bytes replyWithStatus(std::uint8_t high, std::uint8_t low, std::size_t size = 64) {
+Bytes reply_with_status(std::uint8_t high, std::uint8_t low, std::size_t size = 64) {
     Bytes bytes = reply(size);
     bytes.at(10) = high;
     bytes.at(11) = low;
@@ -65,18 +65,18 @@ Bytes continuation(std::uint16_t moreFollows, std::size_t size = 64) {
     return bytes;
 }
 
-Bytes bytesOf(const void* data, std::size_t size) {
+Bytes bytes_of(const void* data, std::size_t size) {
     const auto* first = static_cast<const std::uint8_t*>(data);
     return {first, first + size};
 }
 
-Bytes bigEndian(std::uint32_t value) {
+Bytes big_endian(std::uint32_t value) {
     return {static_cast<std::uint8_t>(value >> 24), static_cast<std::uint8_t>(value >> 16),
             static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value)};
 }
 
-Bytes hostOrder(std::uint32_t value) {
-    return bytesOf(&value, sizeof value);
+Bytes host_order(std::uint32_t value) {
+    return bytes_of(&value, sizeof value);
 }
 
 Bytes joined(std::initializer_list<Bytes> pieces) {
@@ -113,13 +113,13 @@ class Statistics : public testing::Test {
         return stats_request(mts_q, LINE_CARD_NODE, STATISTICS_SERVICE, IP_STATISTICS, payload.data(),
                              static_cast<std::uint32_t>(payload.size()), message, RECEIVE_OPTION);
     }
-    static Bytes onlyRequest() {
+    static Bytes only_request() {
         const auto requests = emulator::sent_requests();
         EXPECT_EQ(requests.size(), 1u);
         return requests.empty() ? Bytes{} : requests.front().payload;
     }
     // Each of the three operations on a port, for what they have in common.
-    static void askAll(std::uint32_t ifIndex) {
+    static void ask_all(std::uint32_t ifIndex) {
         printed_by([ifIndex] {
             IpStatsReply* ip = nullptr;
             get_ip_stats(mts_q, ifIndex, 1, &ip);
@@ -130,7 +130,7 @@ class Statistics : public testing::Test {
             get_tcp_stats(ifIndex, &tcp);
         });
     }
-    static void answerAll() {
+    static void answer_all() {
         emulator::set_reply(IP_STATISTICS, reply(172));
         emulator::set_reply(MAC_STATISTICS, reply(256));
         emulator::set_reply(TCP_STATISTICS, reply(1352), {continuation(0)});
@@ -148,8 +148,8 @@ extern "C" __attribute__((visibility("default"))) int mts_recv(std::uint32_t que
     std::memcpy(&copy, selector, sizeof copy);
     selectors.push_back(copy);
     using Receive = int(std::uint32_t, MtsMessage*, const void*);
-    static Receive* const transport = reinterpret_cast<Receive*>(dlsym(RTLD_NEXT, "mts_recv"));
-    return transport(queue, message, selector);
+    static Receive* const TRANSPORT = reinterpret_cast<Receive*>(dlsym(RTLD_NEXT, "mts_recv"));
+    return TRANSPORT(queue, message, selector);
 }
 
 // --- The requests -----------------------------------------------------------------------------------------
@@ -177,7 +177,7 @@ TEST_F(Statistics, IpRequestHandsTheCopyFlagOnInNetworkOrder) {
     IpStatsReply* out = nullptr;
     printed_by([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 0x01020304, &out), 0); });
     const IpBlock owner(out);
-    const Bytes payload = onlyRequest();
+    const Bytes payload = only_request();
     ASSERT_EQ(payload.size(), 32u);
     EXPECT_EQ(Bytes(payload.begin() + 28, payload.end()), (Bytes{1, 2, 3, 4}));
 }
@@ -193,7 +193,7 @@ TEST_F(Statistics, EthernetRequestCarriesPortIfIndexAndAHostOrderOne) {
     EXPECT_EQ(requests[0].service, STATISTICS_SERVICE);
     EXPECT_EQ(requests[0].code, MAC_STATISTICS);
     EXPECT_EQ(requests[0].payload,
-              joined({{0, 0, 0, 0}, {0x01, 0x05}, Bytes(18, 0), {0x9B, 0x03, 0x40, 0x05}, hostOrder(1)}));
+              joined({{0, 0, 0, 0}, {0x01, 0x05}, Bytes(18, 0), {0x9B, 0x03, 0x40, 0x05}, host_order(1)}));
 }
 
 TEST_F(Statistics, TcpRequestCarriesTheProvidersOwnAccessPointToo) {
@@ -212,15 +212,15 @@ TEST_F(Statistics, TcpRequestCarriesTheProvidersOwnAccessPointToo) {
                                            {0x01, 0x05},
                                            Bytes(18, 0),
                                            {0x9B, 0x03, 0x40, 0x05},
-                                           hostOrder(1),
-                                           bigEndian(accessPoint), // 32
-                                           Bytes(4, 0)}));         // 36
+                                           host_order(1),
+                                           big_endian(accessPoint), // 32
+                                           Bytes(4, 0)}));          // 36
 }
 
 TEST_F(Statistics, AnUnresolvedSlotStillSendsTheRequestForPortFFFF) {
-    answerAll();
+    answer_all();
     emulator::fail_always("if_index_get_slot");
-    askAll(ETHERNET_PORT);
+    ask_all(ETHERNET_PORT);
     const auto requests = emulator::sent_requests();
     ASSERT_EQ(requests.size(), 3u);
     for (const auto& request : requests) {
@@ -228,14 +228,14 @@ TEST_F(Statistics, AnUnresolvedSlotStillSendsTheRequestForPortFFFF) {
         EXPECT_EQ(request.payload.at(5), 0xFF) << request.code;
         EXPECT_EQ(request.node, LINE_CARD_NODE) << request.code;
         EXPECT_EQ(Bytes(request.payload.begin() + 24, request.payload.begin() + 28),
-                  bigEndian(ETHERNET_PORT));
+                  big_endian(ETHERNET_PORT));
     }
 }
 
 TEST_F(Statistics, AnUnresolvedPortStillSendsTheRequestForPortFFFF) {
-    answerAll();
+    answer_all();
     emulator::fail_always("if_index_get_port");
-    askAll(ETHERNET_PORT);
+    ask_all(ETHERNET_PORT);
     const auto requests = emulator::sent_requests();
     ASSERT_EQ(requests.size(), 3u);
     for (const auto& request : requests) {
@@ -245,28 +245,29 @@ TEST_F(Statistics, AnUnresolvedPortStillSendsTheRequestForPortFFFF) {
 }
 
 TEST_F(Statistics, TheLineCardIsLookedUpByTheIfIndexItselfInEveryRequest) {
-    answerAll();
-    askAll(ETHERNET_PORT);
+    answer_all();
+    ask_all(ETHERNET_PORT);
     for (const char* service : {"idxmap_node_by_if_index", "if_index_get_slot", "if_index_get_port"}) {
         const auto calls = emulator::calls(service);
         ASSERT_EQ(calls.size(), 3u) << service;
-        for (const std::string& call : calls)
+        for (const std::string& call : calls) {
             EXPECT_NE(call.find("if=0x9b034005"), std::string::npos)
                 << call << ": converting an if-index twice gives it back";
+        }
     }
 }
 
 TEST_F(Statistics, RepliesAreAwaitedByTokenWithOptionFive) {
-    answerAll();
-    askAll(ETHERNET_PORT);
+    answer_all();
+    ask_all(ETHERNET_PORT);
     const auto requests = emulator::sent_requests();
     ASSERT_EQ(requests.size(), 3u);
     ASSERT_EQ(selectors.size(), 4u); // the TCP reply's series takes one more
     const std::uint32_t tokens[] = {requests[0].token, requests[1].token, requests[2].token, 0};
     for (std::size_t i = 0; i < selectors.size(); ++i) {
         const Bytes want = joined(
-            {hostOrder(1), hostOrder(0), hostOrder(RECEIVE_OPTION), hostOrder(tokens[i]), Bytes(24, 0)});
-        EXPECT_EQ(bytesOf(&selectors[i], sizeof selectors[i]), want) << "receive " << i;
+            {host_order(1), host_order(0), host_order(RECEIVE_OPTION), host_order(tokens[i]), Bytes(24, 0)});
+        EXPECT_EQ(bytes_of(&selectors[i], sizeof selectors[i]), want) << "receive " << i;
     }
 }
 
@@ -278,7 +279,7 @@ TEST_F(Statistics, ASuccessfulRequestHandsTheReplyHeld) {
     EXPECT_EQ(exchange(&message), 0);
     EXPECT_EQ(emulator::messages_outstanding(), 1u) << "the reply; the request is dropped";
     ASSERT_EQ(mts_payload_size(&message), 40u);
-    EXPECT_EQ(bytesOf(mts_payload_get(&message), 40), reply(40));
+    EXPECT_EQ(bytes_of(mts_payload_get(&message), 40), reply(40));
     mts_drop(mts_q, &message);
 }
 
@@ -302,7 +303,7 @@ TEST_F(Statistics, ALineCardThatNeverAnswersIsAFailedReceive) {
     emulator::set_reply(IP_STATISTICS, reply(40));
     emulator::Fault silence;
     silence.symbol = emulator::LINE_CARD;
-    silence.effect = emulator::Effect::no_answer;
+    silence.effect = emulator::Effect::NoAnswer;
     emulator::add_fault(silence);
     MtsMessage message{};
     EXPECT_NE(exchange(&message), 0);
@@ -310,11 +311,11 @@ TEST_F(Statistics, ALineCardThatNeverAnswersIsAFailedReceive) {
 
 TEST_F(Statistics, AReplysStatusIsItsBigEndianWordAtTen) {
     MtsMessage message{};
-    emulator::set_reply(IP_STATISTICS, replyWithStatus(0, 3));
+    emulator::set_reply(IP_STATISTICS, reply_with_status(0, 3));
     EXPECT_EQ(exchange(&message), 3);
-    emulator::set_reply(IP_STATISTICS, replyWithStatus(1, 0));
+    emulator::set_reply(IP_STATISTICS, reply_with_status(1, 0));
     EXPECT_EQ(exchange(&message), 256);
-    emulator::set_reply(IP_STATISTICS, replyWithStatus(0xFF, 0xFE));
+    emulator::set_reply(IP_STATISTICS, reply_with_status(0xFF, 0xFE));
     EXPECT_EQ(exchange(&message), 65534);
     EXPECT_EQ(emulator::messages_outstanding(), 0u) << "such replies are dropped";
 }
@@ -368,7 +369,7 @@ TEST_F(Statistics, IpStatisticsCopyReplysOfEverySizeWholeAndZeroTheRest) {
         ASSERT_NE(out, nullptr) << size;
         Bytes want = payload;
         if (want.size() < sizeof(IpStatsReply)) want.resize(sizeof(IpStatsReply), 0);
-        EXPECT_EQ(bytesOf(out, want.size()), want) << size << " bytes";
+        EXPECT_EQ(bytes_of(out, want.size()), want) << size << " bytes";
         EXPECT_EQ(emulator::messages_outstanding(), 0u) << "the reply is dropped";
     }
 }
@@ -397,7 +398,7 @@ TEST_F(Statistics, IpStatisticsReturnTheFailureStatusItself) {
         EXPECT_EQ(out, nullptr);
         return status;
     };
-    emulator::set_reply(IP_STATISTICS, replyWithStatus(0, 3));
+    emulator::set_reply(IP_STATISTICS, reply_with_status(0, 3));
     EXPECT_EQ(ask(), 3) << "the line card's";
     emulator::set_reply(IP_STATISTICS, reply(11));
     EXPECT_EQ(ask(), -1) << "a reply without a status";
@@ -415,7 +416,7 @@ TEST_F(Statistics, EthernetStatisticsAreTheReplysFirst256Bytes) {
         EthMacStats out;
         EXPECT_EQ(printed_by([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); }),
                   "Exiting get_ethernetport_statistics\n");
-        EXPECT_EQ(bytesOf(&out, sizeof out), reply(256)) << size;
+        EXPECT_EQ(bytes_of(&out, sizeof out), reply(256)) << size;
         EXPECT_EQ(emulator::messages_outstanding(), 0u);
     }
 }
@@ -428,7 +429,7 @@ TEST_F(Statistics, EthernetStatisticsReadAShortReplysRestAsZero) {
         printed_by([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); });
         Bytes want = reply(size);
         want.resize(256, 0);
-        EXPECT_EQ(bytesOf(&out, sizeof out), want) << size;
+        EXPECT_EQ(bytes_of(&out, sizeof out), want) << size;
     }
 }
 
@@ -441,7 +442,7 @@ TEST_F(Statistics, EthernetStatisticsFailWithMinusOneAndSaySo) {
         EXPECT_EQ(trace.find("Exiting"), std::string::npos) << when;
         EXPECT_EQ(emulator::messages_outstanding(), 0u) << when;
     };
-    emulator::set_reply(MAC_STATISTICS, replyWithStatus(0, 3, 256));
+    emulator::set_reply(MAC_STATISTICS, reply_with_status(0, 3, 256));
     expectFailure("status 3");
     emulator::set_reply(MAC_STATISTICS, reply(11));
     expectFailure("no status");
@@ -460,7 +461,7 @@ TEST_F(Statistics, TcpStatisticsAreTheReplysFirst1352Bytes) {
         emulator::set_reply(TCP_STATISTICS, reply(size), {continuation(0)});
         TcpStatsReply out;
         printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
-        EXPECT_EQ(bytesOf(&out, sizeof out), reply(1352)) << size;
+        EXPECT_EQ(bytes_of(&out, sizeof out), reply(1352)) << size;
     }
 }
 
@@ -472,7 +473,7 @@ TEST_F(Statistics, TcpStatisticsReadAShortReplysRestAsZero) {
         printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
         Bytes want = reply(size);
         want.resize(1352, 0);
-        EXPECT_EQ(bytesOf(&out, sizeof out), want) << size;
+        EXPECT_EQ(bytes_of(&out, sizeof out), want) << size;
     }
 }
 
@@ -501,7 +502,7 @@ TEST_F(Statistics, TcpStatisticsDrainContinuationsAsLongAsMoreFollows) {
     printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
     EXPECT_EQ(emulator::count("mts_recv"), 5u);
     EXPECT_EQ(emulator::messages_queued(), 0u);
-    EXPECT_EQ(bytesOf(&out, sizeof out), reply(1352)) << "the continuations add nothing to the counters";
+    EXPECT_EQ(bytes_of(&out, sizeof out), reply(1352)) << "the continuations add nothing to the counters";
 }
 
 TEST_F(Statistics, TcpStatisticsLeaveWhatComesBehindTheSeries) {
@@ -517,7 +518,7 @@ TEST_F(Statistics, TcpStatisticsFailBehindTheCopyWhenNoContinuationComes) {
     TcpStatsReply out;
     std::memset(&out, 0xEE, sizeof out);
     const std::string trace = printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), -1); });
-    EXPECT_EQ(bytesOf(&out, sizeof out), reply(1352)) << "the counters stay";
+    EXPECT_EQ(bytes_of(&out, sizeof out), reply(1352)) << "the counters stay";
     EXPECT_EQ(trace.find("Exiting"), std::string::npos);
 }
 
@@ -525,7 +526,7 @@ TEST_F(Statistics, TcpStatisticsFailWhenTheSeriesBreaksOff) {
     emulator::set_reply(TCP_STATISTICS, reply(1352), {continuation(1), continuation(1)});
     TcpStatsReply out;
     printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), -1); });
-    EXPECT_EQ(bytesOf(&out, sizeof out), reply(1352));
+    EXPECT_EQ(bytes_of(&out, sizeof out), reply(1352));
     EXPECT_EQ(emulator::count("mts_recv"), 4u);
 }
 
@@ -555,7 +556,7 @@ TEST_F(Statistics, TcpStatisticsFailSilentlyWithMinusOne) {
         EXPECT_EQ(trace.find("Failed"), std::string::npos) << when;
         EXPECT_EQ(emulator::messages_outstanding(), 0u) << when;
     };
-    emulator::set_reply(TCP_STATISTICS, replyWithStatus(0, 3, 1352));
+    emulator::set_reply(TCP_STATISTICS, reply_with_status(0, 3, 1352));
     expectFailure("status 3");
     emulator::set_reply(TCP_STATISTICS, reply(11));
     expectFailure("no status");
@@ -596,7 +597,7 @@ class LinkErrorCounters : public testing::Test {
         for (std::uint32_t word = 2; word < 28; ++word)
             errors.counters[word - 2] = 100 * word;
     }
-    CMPIInstance* newInstance() {
+    CMPIInstance* new_instance() {
         const CMPIObjectPath* path = broker.path("root/kesto", "KESTO_Statistics");
         return broker.cmpi()->eft->newInstance(broker.cmpi(), path, nullptr);
     }
@@ -617,7 +618,7 @@ TEST_F(LinkErrorCounters, AreSetAsNineLongsFromWordTwoLowWordFirst) {
         {"FcipBB2LkaTimeOut", CMPI_uint64, pair(1600, 1700)},
         {"FcipSntpTimeStampExp", CMPI_uint64, pair(1800, 1900)},
     };
-    CMPIInstance* instance = newInstance();
+    CMPIInstance* instance = new_instance();
     CMPIInstance* returned = nullptr;
     EXPECT_EQ(printed_by([&] { returned = populate_fcip_statistics(instance, &errors); }),
               "Entering populate_fcip_statistics\nExiting populate_fcip_statistics\n");
@@ -627,7 +628,7 @@ TEST_F(LinkErrorCounters, AreSetAsNineLongsFromWordTwoLowWordFirst) {
 }
 
 TEST_F(LinkErrorCounters, OfNoInstanceAreSetNowhere) {
-    CMPIInstance* returned = newInstance();
+    CMPIInstance* returned = new_instance();
     broker.clear_calls();
     EXPECT_EQ(printed_by([&] { returned = populate_fcip_statistics(nullptr, &errors); }),
               "Entering populate_fcip_statistics\n");
@@ -636,9 +637,9 @@ TEST_F(LinkErrorCounters, OfNoInstanceAreSetNowhere) {
 }
 
 TEST_F(LinkErrorCounters, OfAnInstanceWithoutAHandleAreSetNowhere) {
-    broker.fail_nth(test_support::Make::instance, 1, test_support::Failure::without_handle);
-    CMPIInstance* instance = newInstance();
-    ASSERT_EQ(broker.recorded(instance).kind(), test_support::Object::without_handle);
+    broker.fail_nth(test_support::Make::Instance, 1, test_support::Failure::WithoutHandle);
+    CMPIInstance* instance = new_instance();
+    ASSERT_EQ(broker.recorded(instance).kind(), test_support::Object::WithoutHandle);
     CMPIInstance* returned = nullptr;
     EXPECT_EQ(printed_by([&] { returned = populate_fcip_statistics(instance, &errors); }),
               "Entering populate_fcip_statistics\n");

@@ -66,7 +66,7 @@ namespace {
 using test_support::RecordingBroker;
 using test_support::RecordingResult;
 
-template <class Symbol>
+template <typename Symbol>
 Symbol* symbol(void* library, const char* name) {
     return reinterpret_cast<Symbol*>(dlsym(library, name));
 }

@@ -39,9 +39,10 @@ std::string walker_of(const Answer& answer) {
     if (printed(answer, "Entering eth_statistics_build_instance\n")) return "get_all_eth_stat_instances";
     if (printed(answer, "Entering lan_endpoint_fill_reference\n")) return "get_all_lan_endpoint_references";
     if (printed(answer, "Exiting lan_endpoint_build_instance\n")) return "get_all_lan_endpoint_instances";
-    for (const char* builder : {"ip_statistics", "tcp_statistics", "tcp_statistical_data"})
+    for (const char* builder : {"ip_statistics", "tcp_statistics", "tcp_statistical_data"}) {
         if (printed(answer, std::string("Entering ") + builder + "_build_instance\n"))
             return "get_all_statistics";
+    }
     // The statistics' path filler asks for its own row once more.
     if (!calls_of(answer.platformCalls, "fcip_get_link_entry op=1").empty())
         return "get_all_statistic_references";
@@ -212,7 +213,7 @@ TEST_F(EnumerationTest, RemoteIpPortsHaveInstancesButNoNames) {
     // The walker does not serve the class: one NULL for the one link.
     const Answer instances = enumerate("KESTO_RemoteIPPort");
     ASSERT_EQ(instances.instances.size(), 1u);
-    EXPECT_EQ(instances.instances[0].kind(), Object::null);
+    EXPECT_EQ(instances.instances[0].kind(), Object::Null);
 }
 
 TEST_F(EnumerationTest, UnknownClassAnswersOkWithoutResults) {

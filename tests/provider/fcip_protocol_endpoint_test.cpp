@@ -288,19 +288,19 @@ TEST_F(FcipEndpointTest, MissingProfileIsNull) {
                   instance = built([&] { return fcip_pe_build_instance(CLASS, NAMESPACE, &link, nullptr); });
               }),
               entering(BUILDER));
-    EXPECT_EQ(instance.kind(), Object::null);
+    EXPECT_EQ(instance.kind(), Object::Null);
     const RecordedPath path = built([&] { return fcip_pe_fill_reference(CLASS, NAMESPACE, &link); });
-    EXPECT_EQ(path.kind(), Object::null);
+    EXPECT_EQ(path.kind(), Object::Null);
     EXPECT_EQ(broker.call_texts(), Calls{}) << "nothing is made without the profile";
 }
 
 TEST_F(FcipEndpointTest, ProfileThatComesWithAFailureIsReleasedAndNull) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow}) {
         emulator::clear_faults();
         fault("fcip_get_entity_entry", effect);
-        EXPECT_EQ(build().kind(), Object::null);
+        EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_EQ(trace, entering(BUILDER));
-        EXPECT_EQ(fill().kind(), Object::null);
+        EXPECT_EQ(fill().kind(), Object::Null);
         EXPECT_EQ(trace, "");
     }
 }
@@ -323,32 +323,32 @@ TEST_F(FcipEndpointTest, MissingDomainReadsAsNullInTheInstanceAndUnknownInThePat
 }
 
 TEST_F(FcipEndpointTest, PathThatCannotBeMadeIsNullWithoutAnExitTrace) {
-    for (const Failure how : {Failure::null, Failure::without_handle}) {
-        broker.fail_nth(Make::object_path, 1, how);
-        EXPECT_EQ(build().kind(), Object::null);
+    for (const Failure how : {Failure::Null, Failure::WithoutHandle}) {
+        broker.fail_nth(Make::ObjectPath, 1, how);
+        EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_EQ(trace, entering(BUILDER));
-        EXPECT_EQ(broker.made(Make::instance), 0u);
+        EXPECT_EQ(broker.made(Make::Instance), 0u);
     }
 }
 
 TEST_F(FcipEndpointTest, InstanceThatCannotBeMadeIsNullWithoutAnExitTrace) {
-    broker.fail_nth(Make::instance, 1, Failure::null);
-    EXPECT_EQ(build().kind(), Object::null);
+    broker.fail_nth(Make::Instance, 1, Failure::Null);
+    EXPECT_EQ(build().kind(), Object::Null);
     EXPECT_EQ(trace, entering(BUILDER));
 }
 
 TEST_F(FcipEndpointTest, InstanceWithoutAHandleIsReturnedUntouched) {
-    broker.fail_nth(Make::instance, 1, Failure::without_handle);
+    broker.fail_nth(Make::Instance, 1, Failure::WithoutHandle);
     const RecordedInstance instance = build();
-    EXPECT_EQ(instance.kind(), Object::without_handle);
+    EXPECT_EQ(instance.kind(), Object::WithoutHandle);
     EXPECT_EQ(trace, entering(BUILDER));
     EXPECT_EQ(calls_of(broker.call_texts(), "setProperty"), Calls{});
     EXPECT_EQ(calls_of(broker.call_texts(), "setPropertyFilter"), Calls{});
 }
 
 TEST_F(FcipEndpointTest, KeyPathThatCannotBeMadeIsNull) {
-    broker.fail_nth(Make::object_path, 1, Failure::null);
-    EXPECT_EQ(fill().kind(), Object::null);
+    broker.fail_nth(Make::ObjectPath, 1, Failure::Null);
+    EXPECT_EQ(fill().kind(), Object::Null);
     EXPECT_EQ(calls_of(broker.call_texts(), "addKey"), Calls{});
 }
 
@@ -393,12 +393,13 @@ class FcipEndpointWalkTest : public FcipEndpointTest {
     static Calls tunnels(const Answer& answer) {
         Calls texts;
         for (const RecordedInstance& instance : answer.instances) {
-            if (instance.kind() == Object::null)
+            if (instance.kind() == Object::Null) {
                 texts.push_back("NULL");
-            else if (instance.kind() == Object::without_handle)
+            } else if (instance.kind() == Object::WithoutHandle) {
                 texts.push_back("handle");
-            else
+            } else {
                 texts.push_back(instance.value("TunnelID").text());
+            }
         }
         for (const RecordedPath& path : answer.paths) {
             const bool named = path.is_valid() && !path.keys().empty();
@@ -477,7 +478,7 @@ TEST_F(FcipEndpointWalkTest, ResultIsNotClosed) {
 
 TEST_F(FcipEndpointWalkTest, FailedRequestEndsTheWalkWithWhatWasSent) {
     const Calls all{"5", "6", "7"};
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         for (const bool instances : {true, false}) {
             for_each_platform_failure("fcip_get_link_entry", effect, [&](std::size_t nth) {
                 const Answer answer = instances ? walk_instances() : walk_references();
@@ -493,7 +494,7 @@ TEST_F(FcipEndpointWalkTest, FailedRequestEndsTheWalkWithWhatWasSent) {
 
 TEST_F(FcipEndpointWalkTest, LinkWithoutAProfileIsReturnedAsNullAndTheWalkGoesOn) {
     const Calls all{"5", "6", "7"};
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow}) {
         for (const bool instances : {true, false}) {
             for_each_platform_failure("fcip_get_entity_entry", effect, [&](std::size_t nth) {
                 Calls expected = all;
@@ -511,10 +512,10 @@ TEST_F(FcipEndpointWalkTest, EachFailureOfTheBrokerCostsOneInstance) {
         Make what;
         Failure how;
         const char* returned;
-    } const failures[] = {{Make::object_path, Failure::null, "NULL"},
-                          {Make::object_path, Failure::without_handle, "NULL"},
-                          {Make::instance, Failure::null, "NULL"},
-                          {Make::instance, Failure::without_handle, "handle"}};
+    } const failures[] = {{Make::ObjectPath, Failure::Null, "NULL"},
+                          {Make::ObjectPath, Failure::WithoutHandle, "NULL"},
+                          {Make::Instance, Failure::Null, "NULL"},
+                          {Make::Instance, Failure::WithoutHandle, "handle"}};
     for (const auto& failure : failures) {
         EXPECT_EQ(for_each_broker_failure(failure.what, failure.how,
                                           [&](std::size_t nth) {
@@ -528,7 +529,7 @@ TEST_F(FcipEndpointWalkTest, EachFailureOfTheBrokerCostsOneInstance) {
 
 TEST_F(FcipEndpointWalkTest, EachFailureOfTheBrokerCostsOnePath) {
     const Calls all{"5", "6", "7"};
-    EXPECT_EQ(for_each_broker_failure(Make::object_path, Failure::null,
+    EXPECT_EQ(for_each_broker_failure(Make::ObjectPath, Failure::Null,
                                       [&](std::size_t nth) {
                                           Calls expected = all;
                                           if (nth <= 3) expected[nth - 1] = "NULL";

@@ -148,7 +148,7 @@ TEST_P(LinkRouteTest, NoLinksFindNothing) {
 }
 
 TEST_P(LinkRouteTest, FailedLookupFindsNothing) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         emulator::clear_faults();
         fault("fcip_get_link_entry", effect);
         expect_nothing(get(GetParam().className, GetParam().found));
@@ -156,19 +156,19 @@ TEST_P(LinkRouteTest, FailedLookupFindsNothing) {
 }
 
 TEST_P(LinkRouteTest, WhatTheBuilderCannotMakeIsReturnedAsNull) {
-    broker.fail_every(Make::object_path, Failure::null);
+    broker.fail_every(Make::ObjectPath, Failure::Null);
     const Answer answer = get(GetParam().className, GetParam().found);
     EXPECT_EQ(answer.rc, CMPI_RC_OK);
     ASSERT_EQ(answer.instances.size(), 1u);
-    EXPECT_EQ(answer.instances[0].kind(), Object::null);
+    EXPECT_EQ(answer.instances[0].kind(), Object::Null);
 }
 
 TEST_P(LinkRouteTest, InstanceWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_every(Make::instance, Failure::without_handle);
+    broker.fail_every(Make::Instance, Failure::WithoutHandle);
     const Answer answer = get(GetParam().className, GetParam().found);
     EXPECT_EQ(answer.rc, CMPI_RC_OK);
     ASSERT_EQ(answer.instances.size(), 1u);
-    EXPECT_EQ(answer.instances[0].kind(), Object::without_handle);
+    EXPECT_EQ(answer.instances[0].kind(), Object::WithoutHandle);
     EXPECT_EQ(calls_of(broker.call_texts(), "setProperty"), Calls{});
 }
 
@@ -180,7 +180,7 @@ TEST_P(LinkRouteTest, NoFailureOfThePlatformReachesTheClient) {
                                "ipconf_get_intf_ip_address", "ipconf_get_if_inet_addrs"}) {
         get(GetParam().className, GetParam().found);
         const std::size_t calls = emulator::count(symbol);
-        for (const Effect effect : {Effect::fail, Effect::fail_with_row}) {
+        for (const Effect effect : {Effect::Fail, Effect::FailWithRow}) {
             for (std::size_t nth = 1; nth <= calls; ++nth) {
                 SCOPED_TRACE(std::string(symbol) + " " + std::to_string(nth));
                 emulator::Fault fault;
@@ -227,21 +227,21 @@ TEST_F(GetTcpStatisticsTest, ErrorCountersAreFetchedByTheLinksKey) {
 }
 
 TEST_F(GetTcpStatisticsTest, FailureWithoutARowIsSilentAndTheBuilderAnswers) {
-    fault("fcip_snmp_get_link_errors", Effect::fail);
+    fault("fcip_snmp_get_link_errors", Effect::Fail);
     const Answer answer = get();
     EXPECT_EQ(answer.instances.size(), 1u);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + builder)) << answer.output;
 }
 
 TEST_F(GetTcpStatisticsTest, FailureWithARowIsTracedAndTheBuilderAnswers) {
-    fault("fcip_snmp_get_link_errors", Effect::fail_with_row);
+    fault("fcip_snmp_get_link_errors", Effect::FailWithRow);
     const Answer answer = get();
     EXPECT_EQ(answer.instances.size(), 1u);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + lineTrace + builder)) << answer.output;
 }
 
 TEST_F(GetTcpStatisticsTest, SuccessWithoutARowIsNoFailure) {
-    fault("fcip_snmp_get_link_errors", Effect::succeed_without_row);
+    fault("fcip_snmp_get_link_errors", Effect::SucceedWithoutRow);
     const Answer answer = get();
     EXPECT_EQ(answer.instances.size(), 1u);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + builder)) << answer.output;
@@ -295,7 +295,7 @@ TEST_F(GetEthernetStatisticsTest, TextBehindTheNumberIsIgnored) {
 }
 
 TEST_F(GetEthernetStatisticsTest, FailureOfThePortManagerFindsNothing) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row, Effect::succeed_without_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
         emulator::clear_faults();
         fault("pm_cim_get_port_info", effect);
         expect_nothing(get("-1694433280"));
@@ -352,7 +352,7 @@ TEST_F(GetProfileTest, KeyMustBeTheProfileNumberToTheLetter) {
 }
 
 TEST_F(GetProfileTest, FailedProfileWalkFindsNothing) {
-    for (const Effect effect : {Effect::fail, Effect::fail_with_row}) {
+    for (const Effect effect : {Effect::Fail, Effect::FailWithRow}) {
         emulator::clear_faults();
         fault("fcip_get_entity_entry", effect);
         expect_nothing(get("3"));

@@ -182,7 +182,7 @@ TEST_F(RequestKeyTest, ClassesWithoutAKeyOfTheirOwnFindNone) {
 }
 
 TEST_F(RequestKeyTest, MessageThatCannotBeMadeIsNull) {
-    broker.fail_nth(test_support::Make::string, 1, test_support::Failure::null);
+    broker.fail_nth(test_support::Make::String, 1, test_support::Failure::Null);
     const Answer answer = get_instance("KESTO_FCIPSettings", {});
     EXPECT_EQ(answer.rc, CMPI_RC_OK);
     EXPECT_EQ(answer.message, std::nullopt);

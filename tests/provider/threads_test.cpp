@@ -28,15 +28,16 @@ class ThreadsTest : public TunnelSwitchTest {
     }
 
     // Runs work(round) on every thread; what is printed meanwhile is thrown away.
-    template <class Work>
+    template <typename Work>
     static void on_all_threads(Work work) {
         printed_by([&] {
             std::vector<std::thread> threads;
-            for (int i = 0; i < THREADS; ++i)
+            for (int i = 0; i < THREADS; ++i) {
                 threads.emplace_back([&work] {
                     for (int round = 0; round < ROUNDS; ++round)
                         work(round);
                 });
+            }
             for (std::thread& thread : threads)
                 thread.join();
         });
@@ -85,7 +86,7 @@ TEST_F(ThreadsTest, RequestsWithoutAKeyDoNotWaitForTheLock) {
         RecordingResult result(broker);
         const CMPIStatus status =
             instanceMi->ft->getInstance(instanceMi, nullptr, result.cmpi(), op, nullptr);
-        if (status.rc == CMPI_RC_OK && status.msg && result.returned().empty()) ++answered;
+        if (status.rc == CMPI_RC_OK && (status.msg != nullptr) && result.returned().empty()) ++answered;
     });
     EXPECT_EQ(answered, THREADS * ROUNDS);
 }

@@ -35,8 +35,8 @@ TEST(AssociationTable, RefusesWhatIsNoTableAndSaysWhere) {
 }
 
 TEST(AssociationTable, ComesWithTheTableOfTheFcipProviderOnly) {
-    EXPECT_TRUE(AssociationTable::builtIn("AnotherProvider").empty());
-    const AssociationTable table = AssociationTable::builtIn("FCIPProvider");
+    EXPECT_TRUE(AssociationTable::built_in("AnotherProvider").empty());
+    const AssociationTable table = AssociationTable::built_in("FCIPProvider");
     EXPECT_EQ(table.rows().size(), 21U);
     EXPECT_EQ(table.from("KESTO_FCIPSettings"), std::vector<std::string>{"KESTO_FCIPElementSettingData"});
     EXPECT_EQ(table.from("kesto_lanendpoint"),

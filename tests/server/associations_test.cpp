@@ -10,9 +10,9 @@ class Associations : public ProbeService {
         return ask(method, parameter("ObjectName", source) + filter);
     }
     // The far ends as class and key value.
-    std::vector<std::string> farEnds(const std::string& source, const std::string& filter = "") const {
+    std::vector<std::string> far_ends(const std::string& source, const std::string& filter = "") const {
         const Response response = traverse("AssociatorNames", source, filter);
-        EXPECT_EQ(response.errorCode(), 0);
+        EXPECT_EQ(response.error_code(), 0);
         std::vector<std::string> ends;
         const auto classes = response.texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/@CLASSNAME");
         const auto keys = response.texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/KEYBINDING/KEYVALUE");
@@ -26,35 +26,35 @@ class Associations : public ProbeService {
 using List = std::vector<std::string>;
 
 std::string association(const std::string& name) {
-    return parameter("AssocClass", className(name));
+    return parameter("AssocClass", class_name(name));
 }
-std::string resultClass(const std::string& name) {
-    return parameter("ResultClass", className(name));
+std::string result_class(const std::string& name) {
+    return parameter("ResultClass", class_name(name));
 }
 std::string role(const std::string& name) {
     return parameter("Role", value(name));
 }
-std::string resultRole(const std::string& name) {
+std::string result_role(const std::string& name) {
     return parameter("ResultRole", value(name));
 }
 std::string piece() {
-    return instanceName("Probe_Piece", key("InstanceID", "p"));
+    return instance_name("Probe_Piece", key("InstanceID", "p"));
 }
 
 TEST_F(Associations, ANamedClassIsAskedForAsItIs) {
-    EXPECT_EQ(farEnds(thingName("one"), association("probe_LINK")), List{"Probe_Thing two"});
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Unheard")), List{"Probe_Junk Probe_Unheard"});
+    EXPECT_EQ(far_ends(thing_name("one"), association("probe_LINK")), List{"Probe_Thing two"});
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Unheard")), List{"Probe_Junk Probe_Unheard"});
 }
 
 TEST_F(Associations, WithoutAClassEveryClassOfTheSourceIsAskedForAndMerged) {
     // Probe_Link and Probe_Twin lead to the same thing, differently spelled; junk classes are not asked for.
-    EXPECT_EQ(farEnds(thingName("one")), (List{"Probe_Thing two", "Probe_Piece p"}));
-    EXPECT_EQ(farEnds(thingName("two")), List{"Probe_Thing one"});
-    EXPECT_EQ(farEnds(piece()), List{"Probe_Thing one"});
+    EXPECT_EQ(far_ends(thing_name("one")), (List{"Probe_Thing two", "Probe_Piece p"}));
+    EXPECT_EQ(far_ends(thing_name("two")), List{"Probe_Thing one"});
+    EXPECT_EQ(far_ends(piece()), List{"Probe_Thing one"});
 }
 
 TEST_F(Associations, InstancesAreMergedByTheirNames) {
-    const Response response = traverse("Associators", thingName("one"));
+    const Response response = traverse("Associators", thing_name("one"));
     EXPECT_EQ(response.texts("//VALUE.OBJECTWITHPATH/INSTANCE/@CLASSNAME"),
               (List{"Probe_Thing", "Probe_Piece"}));
     EXPECT_EQ(response.count("//VALUE.OBJECTWITHPATH/INSTANCEPATH"), 2U);
@@ -62,109 +62,110 @@ TEST_F(Associations, InstancesAreMergedByTheirNames) {
 }
 
 TEST_F(Associations, ReferencesOfEveryClassAreMerged) {
-    EXPECT_EQ(traverse("ReferenceNames", thingName("one"))
+    EXPECT_EQ(traverse("ReferenceNames", thing_name("one"))
                   .texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/@CLASSNAME"),
               (List{"Probe_Link", "Probe_Twin"}));
-    EXPECT_EQ(traverse("References", thingName("one")).texts("//VALUE.OBJECTWITHPATH/INSTANCE/@CLASSNAME"),
+    EXPECT_EQ(traverse("References", thing_name("one")).texts("//VALUE.OBJECTWITHPATH/INSTANCE/@CLASSNAME"),
               (List{"Probe_Link", "Probe_Twin"}));
 }
 
 TEST_F(Associations, ReferencesOfANamedClass) {
-    const Response names = traverse("ReferenceNames", thingName("one"), resultClass("Probe_Link"));
+    const Response names = traverse("ReferenceNames", thing_name("one"), result_class("Probe_Link"));
     EXPECT_EQ(names.texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/@CLASSNAME"), List{"Probe_Link"});
     EXPECT_EQ(names.texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/KEYBINDING/@NAME"),
               (List{"Left", "Right"}));
-    const Response instances = traverse("References", thingName("one"), resultClass("Probe_Link"));
+    const Response instances = traverse("References", thing_name("one"), result_class("Probe_Link"));
     EXPECT_EQ(instances.texts("//INSTANCE/PROPERTY.REFERENCE/@NAME"), (List{"Left", "Right"}));
 }
 
 TEST_F(Associations, PathsTellHostAndNamespace) {
-    const Response response = traverse("AssociatorNames", thingName("one"), association("Probe_Link"));
+    const Response response = traverse("AssociatorNames", thing_name("one"), association("Probe_Link"));
     EXPECT_EQ(response.text("//OBJECTPATH/INSTANCEPATH/NAMESPACEPATH/HOST"), "testhost");
     EXPECT_EQ(response.texts("//OBJECTPATH/INSTANCEPATH/NAMESPACEPATH/LOCALNAMESPACEPATH/NAMESPACE/@NAME"),
               (List{"root", "cimv2"}));
 }
 
 TEST_F(Associations, ResultClassLetsItsOwnObjectsPass) {
-    EXPECT_EQ(farEnds(thingName("one"), resultClass("PROBE_piece")), List{"Probe_Piece p"});
-    EXPECT_EQ(farEnds(thingName("one"), resultClass("Probe_Link")), List{});
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + resultClass("Probe_Piece")), List{});
+    EXPECT_EQ(far_ends(thing_name("one"), result_class("PROBE_piece")), List{"Probe_Piece p"});
+    EXPECT_EQ(far_ends(thing_name("one"), result_class("Probe_Link")), List{});
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Link") + result_class("Probe_Piece")), List{});
 }
 
 TEST_F(Associations, RoleIsTheSourcesRole) {
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("left")), List{"Probe_Thing two"});
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("Right")), List{});
-    EXPECT_EQ(farEnds(thingName("two"), association("Probe_Link") + role("Right")), List{"Probe_Thing one"});
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("Middle")), List{});
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Link") + role("left")), List{"Probe_Thing two"});
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Link") + role("Right")), List{});
+    EXPECT_EQ(far_ends(thing_name("two"), association("Probe_Link") + role("Right")),
+              List{"Probe_Thing one"});
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Link") + role("Middle")), List{});
 }
 
 TEST_F(Associations, ResultRoleIsTheFarEndsRole) {
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + resultRole("Right")),
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Link") + result_role("Right")),
               List{"Probe_Thing two"});
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + resultRole("Left")), List{});
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("Left") + resultRole("Right")),
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Link") + result_role("Left")), List{});
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Link") + role("Left") + result_role("Right")),
               List{"Probe_Thing two"});
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Link") + role("Left") + resultRole("Left")),
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Link") + role("Left") + result_role("Left")),
               List{});
 }
 
 TEST_F(Associations, RolesApplyToEachClassOfATraversalWithoutOne) {
-    EXPECT_EQ(farEnds(thingName("one"), role("Left")), List{"Probe_Thing two"});
-    EXPECT_EQ(farEnds(thingName("one"), role("Whole")), List{"Probe_Piece p"});
+    EXPECT_EQ(far_ends(thing_name("one"), role("Left")), List{"Probe_Thing two"});
+    EXPECT_EQ(far_ends(thing_name("one"), role("Whole")), List{"Probe_Piece p"});
 }
 
 TEST_F(Associations, TheFarEndsReferencesTellTheRolesWhereTheSourcesDoNot) {
-    EXPECT_EQ(traverse("ReferenceNames", thingName("one"), resultClass("Probe_Part")).count("//OBJECTPATH"),
+    EXPECT_EQ(traverse("ReferenceNames", thing_name("one"), result_class("Probe_Part")).count("//OBJECTPATH"),
               0U);
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Part") + role("Whole") + resultRole("Piece")),
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Part") + role("Whole") + result_role("Piece")),
               List{"Probe_Piece p"});
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Part") + role("Piece")), List{});
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Part") + role("Piece")), List{});
 }
 
 TEST_F(Associations, ObjectsWhoseRoleNothingTellsDoNotPass) {
-    EXPECT_EQ(farEnds(thingName("one"), association("Probe_Unheard") + role("Left")), List{});
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Unheard") + role("Left")), List{});
 }
 
 TEST_F(Associations, RolesApplyToInstancesToo) {
     const std::string left = association("Probe_Link") + role("Left");
-    EXPECT_EQ(traverse("Associators", thingName("one"), left).count("//INSTANCE"), 1U);
-    EXPECT_EQ(traverse("Associators", thingName("two"), left).count("//INSTANCE"), 0U);
+    EXPECT_EQ(traverse("Associators", thing_name("one"), left).count("//INSTANCE"), 1U);
+    EXPECT_EQ(traverse("Associators", thing_name("two"), left).count("//INSTANCE"), 0U);
 }
 
 TEST_F(Associations, RoleSelectsReferences) {
-    EXPECT_EQ(traverse("ReferenceNames", thingName("one"), role("Left")).count("//OBJECTPATH"), 2U);
-    EXPECT_EQ(traverse("ReferenceNames", thingName("one"), role("Right")).count("//OBJECTPATH"), 0U);
-    EXPECT_EQ(traverse("References", thingName("two"), role("Right")).count("//VALUE.OBJECTWITHPATH"), 2U);
+    EXPECT_EQ(traverse("ReferenceNames", thing_name("one"), role("Left")).count("//OBJECTPATH"), 2U);
+    EXPECT_EQ(traverse("ReferenceNames", thing_name("one"), role("Right")).count("//OBJECTPATH"), 0U);
+    EXPECT_EQ(traverse("References", thing_name("two"), role("Right")).count("//VALUE.OBJECTWITHPATH"), 2U);
 }
 
 TEST_F(Associations, AnErrorReplacesWhatWasFound) {
-    const Response response = traverse("AssociatorNames", thingName("one"), association("Probe_Failing"));
-    EXPECT_EQ(response.errorCode(), 1);
-    EXPECT_EQ(response.errorDescription(), "no way");
+    const Response response = traverse("AssociatorNames", thing_name("one"), association("Probe_Failing"));
+    EXPECT_EQ(response.error_code(), 1);
+    EXPECT_EQ(response.error_description(), "no way");
 }
 
 TEST_F(Associations, PropertyListsLimitInstances) {
     const Response response =
-        traverse("Associators", thingName("one"),
-                 association("Probe_Link") + parameter("PropertyList", valueArray({"Colour"})));
+        traverse("Associators", thing_name("one"),
+                 association("Probe_Link") + parameter("PropertyList", value_array({"Colour"})));
     EXPECT_EQ(response.texts("//INSTANCE/PROPERTY/@NAME"), List{"Colour"});
 }
 
 TEST_F(Associations, AProviderWithoutAssociationsDoesNotSupportThem) {
-    const cimserver::Provider instancesOnly(PROBE_PROVIDER, "InstancesOnly", broker_);
+    const cimserver::Provider instancesOnly(PROBE_PROVIDER, "InstancesOnly", broker);
     const cimserver::ProviderCalls calls(instancesOnly);
     const cimserver::Operations operations(calls, {});
     const cimserver::CimXmlService service(operations, {{"root/cimv2"}, "testhost", {}});
     const auto reply = service.answer(
-        post(imethodCall("AssociatorNames", parameter("ObjectName", thingName("one"))), "AssociatorNames"));
-    EXPECT_EQ(Response(reply.body).errorCode(), 7);
+        post(imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one"))), "AssociatorNames"));
+    EXPECT_EQ(Response(reply.body).error_code(), 7);
 }
 
 TEST_F(Associations, WithoutATableTheProviderIsAskedOnceWithoutAClass) {
-    const cimserver::Operations operations(calls_, {});
+    const cimserver::Operations operations(calls, {});
     const cimserver::CimXmlService service(operations, {{"root/cimv2"}, "testhost", {}});
     const auto reply = service.answer(
-        post(imethodCall("AssociatorNames", parameter("ObjectName", thingName("one"))), "AssociatorNames"));
+        post(imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one"))), "AssociatorNames"));
     EXPECT_EQ(Response(reply.body).count("//IRETURNVALUE/*"), 0U);
 }
 

@@ -14,7 +14,7 @@ class BrokerFixture : public testing::Test {
   protected:
     static const CMPIValue* chars(const char* text) { return reinterpret_cast<const CMPIValue*>(text); }
     template <typename Object>
-    static Object* minusOne() {
+    static Object* minus_one() {
         return reinterpret_cast<Object*>(static_cast<std::intptr_t>(-1));
     }
     CMPIObjectPath* path(const char* className = "A_Class") {
@@ -22,7 +22,7 @@ class BrokerFixture : public testing::Test {
     }
     CMPIInstance* instance() { return CMNewInstance(face, path(), nullptr); }
     static std::string text(const CMPIString* string) { return CMGetCharPtr(string); }
-    static std::string propertyText(const CMPIInstance* of, const char* name) {
+    static std::string property_text(const CMPIInstance* of, const char* name) {
         return text(CMGetProperty(of, name, nullptr).value.string);
     }
 

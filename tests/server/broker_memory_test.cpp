@@ -12,7 +12,7 @@ using namespace cimserver;
 class Memory : public BrokerFixture {};
 
 template <typename Object>
-void expectClonesOutliveTheRequest(Object* (*make)(const CMPIBroker*)) {
+void expect_clones_outlive_the_request(Object* (*make)(const CMPIBroker*)) {
     const Broker broker([](const std::string&) {});
     Object* clone = nullptr;
     {
@@ -29,23 +29,24 @@ void expectClonesOutliveTheRequest(Object* (*make)(const CMPIBroker*)) {
 }
 
 TEST_F(Memory, ClonesOutliveTheRequest) {
-    expectClonesOutliveTheRequest<CMPIString>([](auto* b) { return CMNewString(b, "s", nullptr); });
-    expectClonesOutliveTheRequest<CMPIObjectPath>(
+    expect_clones_outlive_the_request<CMPIString>([](auto* b) { return CMNewString(b, "s", nullptr); });
+    expect_clones_outlive_the_request<CMPIObjectPath>(
         [](auto* b) { return CMNewObjectPath(b, "n", "c", nullptr); });
-    expectClonesOutliveTheRequest<CMPIInstance>(
+    expect_clones_outlive_the_request<CMPIInstance>(
         [](auto* b) { return CMNewInstance(b, CMNewObjectPath(b, "n", "c", nullptr), nullptr); });
-    expectClonesOutliveTheRequest<CMPIArray>([](auto* b) { return CMNewArray(b, 1, CMPI_string, nullptr); });
-    expectClonesOutliveTheRequest<CMPIDateTime>([](auto* b) { return CMNewDateTime(b, nullptr); });
-    expectClonesOutliveTheRequest<CMPIArgs>([](auto* b) { return CMNewArgs(b, nullptr); });
-    expectClonesOutliveTheRequest<CMPIEnumeration>([](auto*) { return makeEnumeration(CMPI_ref, {}); });
-    expectClonesOutliveTheRequest<CMPIContext>(
-        [](auto*) -> CMPIContext* { return makePooled<ContextObject>(ContextContent{}); });
-    expectClonesOutliveTheRequest<CMPIResult>(
-        [](auto*) -> CMPIResult* { return makePooled<ResultObject>(ResultContent{}); });
-    expectClonesOutliveTheRequest<CMPIError>([](auto* b) {
+    expect_clones_outlive_the_request<CMPIArray>(
+        [](auto* b) { return CMNewArray(b, 1, CMPI_string, nullptr); });
+    expect_clones_outlive_the_request<CMPIDateTime>([](auto* b) { return CMNewDateTime(b, nullptr); });
+    expect_clones_outlive_the_request<CMPIArgs>([](auto* b) { return CMNewArgs(b, nullptr); });
+    expect_clones_outlive_the_request<CMPIEnumeration>([](auto*) { return make_enumeration(CMPI_ref, {}); });
+    expect_clones_outlive_the_request<CMPIContext>(
+        [](auto*) -> CMPIContext* { return make_pooled<ContextObject>(ContextContent{}); });
+    expect_clones_outlive_the_request<CMPIResult>(
+        [](auto*) -> CMPIResult* { return make_pooled<ResultObject>(ResultContent{}); });
+    expect_clones_outlive_the_request<CMPIError>([](auto* b) {
         return b->eft->newCMPIError(b, "", "", "", ErrorSevLow, ErrorProbCauseOther, CMPI_RC_OK, nullptr);
     });
-    expectClonesOutliveTheRequest<CMPIPropertyList>(
+    expect_clones_outlive_the_request<CMPIPropertyList>(
         [](auto* b) { return b->eft->newPropertyList(b, nullptr, nullptr); });
 }
 
@@ -54,7 +55,7 @@ TEST_F(Memory, ClonesAreIndependent) {
     CMSetProperty(made, "Colour", chars("red"), CMPI_chars);
     CMPIInstance* clone = CMClone(made, nullptr);
     CMSetProperty(made, "Colour", chars("blue"), CMPI_chars);
-    EXPECT_EQ(propertyText(clone, "Colour"), "red");
+    EXPECT_EQ(property_text(clone, "Colour"), "red");
     CMRelease(clone);
 }
 
@@ -81,7 +82,7 @@ class Counter : public ResultSink {
 
 class Results : public BrokerFixture {
   protected:
-    Results() : result(makePooled<ResultObject>(ResultContent{})) { result->content().sink = &arrived; }
+    Results() : result(make_pooled<ResultObject>(ResultContent{})) { result->content().sink = &arrived; }
 
     Counter arrived;
     ResultObject* result;
@@ -89,9 +90,9 @@ class Results : public BrokerFixture {
 
 TEST_F(Results, WhatIsNoObjectIsIgnoredAndCounted) {
     EXPECT_EQ(CMReturnInstance(result, nullptr).rc, CMPI_RC_OK);
-    EXPECT_EQ(CMReturnInstance(result, minusOne<CMPIInstance>()).rc, CMPI_RC_OK);
+    EXPECT_EQ(CMReturnInstance(result, minus_one<CMPIInstance>()).rc, CMPI_RC_OK);
     EXPECT_EQ(CMReturnObjectPath(result, nullptr).rc, CMPI_RC_OK);
-    EXPECT_EQ(CMReturnObjectPath(result, minusOne<CMPIObjectPath>()).rc, CMPI_RC_OK);
+    EXPECT_EQ(CMReturnObjectPath(result, minus_one<CMPIObjectPath>()).rc, CMPI_RC_OK);
     EXPECT_EQ(result->content().ignored, 4U);
     EXPECT_EQ(arrived.instances + arrived.paths, 0);
 }
@@ -99,7 +100,7 @@ TEST_F(Results, WhatIsNoObjectIsIgnoredAndCounted) {
 TEST_F(Results, ObjectsLongHandedOverAreReleased) {
     CMPIInstance* first = instance();
     CMReturnInstance(result, first);
-    for (std::size_t i = 1; i < RequestPool::kKeptAfterHandOver; ++i) {
+    for (std::size_t i = 1; i < RequestPool::KEPT_AFTER_HAND_OVER; ++i) {
         CMReturnInstance(result, instance());
     }
     EXPECT_FALSE(CMIsNullObject(first));
@@ -112,7 +113,7 @@ TEST_F(Results, ObjectsLongHandedOverAreReleased) {
 
 TEST_F(Results, AnObjectInUseStaysWhole) {
     CMPIInstance* reused = instance();
-    for (std::size_t i = 0; i < 3 * RequestPool::kKeptAfterHandOver; ++i) {
+    for (std::size_t i = 0; i < 3 * RequestPool::KEPT_AFTER_HAND_OVER; ++i) {
         CMReturnInstance(result, reused);
         CMReturnInstance(result, instance());
     }
@@ -123,7 +124,7 @@ TEST_F(Results, AnObjectInUseStaysWhole) {
 TEST_F(Results, ClonesHandedOverStayTheirMakers) {
     CMPIInstance* clone = CMClone(instance(), nullptr);
     CMReturnInstance(result, clone);
-    for (std::size_t i = 0; i < 2 * RequestPool::kKeptAfterHandOver; ++i) {
+    for (std::size_t i = 0; i < 2 * RequestPool::KEPT_AFTER_HAND_OVER; ++i) {
         CMReturnInstance(result, instance());
     }
     EXPECT_FALSE(CMIsNullObject(clone));

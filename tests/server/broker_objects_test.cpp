@@ -75,7 +75,7 @@ TEST_F(Paths, ARepeatedKeyKeepsItsPlaceAndTakesTheLastValue) {
 }
 
 TEST_F(Paths, KeysBeyondTheLastAreNotFound) {
-    CMPIString* name = minusOne<CMPIString>();
+    CMPIString* name = minus_one<CMPIString>();
     const CMPIData key = CMGetKeyAt(path(), 0, &name, &rc);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_NOT_FOUND);
     EXPECT_EQ(key.state, CMPI_notFound);
@@ -96,7 +96,7 @@ TEST_F(Paths, ReferenceKeysAreCopies) {
 
 TEST_F(Paths, WhatIsNoObjectCannotBeAKey) {
     CMPIValue value{};
-    value.ref = minusOne<CMPIObjectPath>();
+    value.ref = minus_one<CMPIObjectPath>();
     EXPECT_EQ(CMAddKey(path(), "End", &value, CMPI_ref).rc, CMPI_RC_ERR_INVALID_DATA_TYPE);
     EXPECT_EQ(CMAddKey(path(), "End", &value, 4999).rc, CMPI_RC_ERR_INVALID_DATA_TYPE);
     EXPECT_EQ(CMAddKey(path(), nullptr, chars(""), CMPI_chars).rc, CMPI_RC_ERR_INVALID_PARAMETER);
@@ -127,7 +127,7 @@ TEST_F(Instances, HaveTheKeysOfTheirPath) {
     CMAddKey(named, "Name", chars("n"), CMPI_chars);
     const CMPIInstance* made = CMNewInstance(face, named, &rc);
     EXPECT_EQ(rc.rc, CMPI_RC_OK);
-    EXPECT_EQ(propertyText(made, "Name"), "n");
+    EXPECT_EQ(property_text(made, "Name"), "n");
     EXPECT_EQ(text(CDToString(face, CMGetObjectPath(made, nullptr), nullptr)),
               "root/test:A_Class.Name=\"n\"");
 }
@@ -135,7 +135,7 @@ TEST_F(Instances, HaveTheKeysOfTheirPath) {
 TEST_F(Instances, CannotBeMadeOfNothing) {
     EXPECT_EQ(CMNewInstance(face, nullptr, &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
-    EXPECT_EQ(CMNewInstance(face, minusOne<CMPIObjectPath>(), &rc), nullptr);
+    EXPECT_EQ(CMNewInstance(face, minus_one<CMPIObjectPath>(), &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
 }
 
@@ -190,8 +190,8 @@ TEST_F(Instances, AFilterDropsWhatIsSetAfterwards) {
         EXPECT_EQ(CMSetProperty(made, name, chars(name), CMPI_chars).rc, CMPI_RC_OK);
     }
     ASSERT_EQ(CMGetPropertyCount(made, nullptr), 2U);
-    EXPECT_EQ(propertyText(made, "Name"), "NAME");
-    EXPECT_EQ(propertyText(made, "Colour"), "Colour");
+    EXPECT_EQ(property_text(made, "Name"), "NAME");
+    EXPECT_EQ(property_text(made, "Colour"), "Colour");
 }
 
 TEST_F(Instances, AFilterDropsWhatHasBeenSetBefore) {
@@ -203,7 +203,7 @@ TEST_F(Instances, AFilterDropsWhatHasBeenSetBefore) {
     const char* noKeys[] = {nullptr};
     CMSetPropertyFilter(made, wanted, noKeys);
     ASSERT_EQ(CMGetPropertyCount(made, nullptr), 1U);
-    EXPECT_EQ(propertyText(made, "Colour"), "Colour");
+    EXPECT_EQ(property_text(made, "Colour"), "Colour");
 }
 
 TEST_F(Instances, AFilterKeepsTheKeysOfThePath) {
@@ -214,7 +214,7 @@ TEST_F(Instances, AFilterKeepsTheKeysOfThePath) {
     CMSetPropertyFilter(made, nothing, nullptr);
     CMSetProperty(made, "Size", chars("big"), CMPI_chars);
     ASSERT_EQ(CMGetPropertyCount(made, nullptr), 1U);
-    EXPECT_EQ(propertyText(made, "Name"), "n");
+    EXPECT_EQ(property_text(made, "Name"), "n");
 }
 
 TEST_F(Instances, NoListIsNoFilter) {
@@ -240,7 +240,7 @@ TEST_F(Instances, EmbeddedInstancesAreCopies) {
     CMPIInstance* outer = instance();
     CMSetProperty(outer, "Inner", &value, CMPI_instance);
     CMSetProperty(inner, "Colour", chars("blue"), CMPI_chars);
-    EXPECT_EQ(propertyText(CMGetProperty(outer, "Inner", nullptr).value.inst, "Colour"), "red");
+    EXPECT_EQ(property_text(CMGetProperty(outer, "Inner", nullptr).value.inst, "Colour"), "red");
 }
 
 // ---- Arrays. ----
@@ -319,7 +319,7 @@ TEST_F(OtherObjects, TellTheirTypes) {
     EXPECT_EQ(rc.rc, CMPI_RC_OK);
     EXPECT_EQ(CDGetType(face, nullptr, &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
-    CDToString(face, minusOne<void>(), &rc);
+    CDToString(face, minus_one<void>(), &rc);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
 }
 
@@ -398,7 +398,7 @@ TEST_F(OtherObjects, PropertyListsTellWhatIsInThem) {
 }
 
 TEST_F(OtherObjects, QueriesAreNotSupported) {
-    CMPIArray* projection = minusOne<CMPIArray>();
+    CMPIArray* projection = minus_one<CMPIArray>();
     EXPECT_EQ(face->eft->newSelectExp(face, "select *", "WQL", &projection, &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_NOT_SUPPORTED);
     EXPECT_EQ(projection, nullptr);

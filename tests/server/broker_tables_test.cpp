@@ -12,7 +12,7 @@ using namespace cimserver;
 
 // The tables are records of pointers behind a few numbers; `firstPointer` is where the pointers begin.
 template <typename Table>
-void expectNoEmptySlot(const Table* table, std::size_t firstPointer) {
+void expect_no_empty_slot(const Table* table, std::size_t firstPointer) {
     ASSERT_NE(table, nullptr);
     ASSERT_EQ((sizeof(Table) - firstPointer) % sizeof(void*), 0U);
     for (std::size_t at = firstPointer; at < sizeof(Table); at += sizeof(void*)) {
@@ -29,16 +29,16 @@ class BrokerTables : public testing::Test {
 };
 
 TEST_F(BrokerTables, CallsHaveNoEmptySlot) {
-    expectNoEmptySlot(face->bft, offsetof(CMPIBrokerFT, brokerName));
+    expect_no_empty_slot(face->bft, offsetof(CMPIBrokerFT, brokerName));
 }
 TEST_F(BrokerTables, ObjectsHaveNoEmptySlot) {
-    expectNoEmptySlot(face->eft, offsetof(CMPIBrokerEncFT, newInstance));
+    expect_no_empty_slot(face->eft, offsetof(CMPIBrokerEncFT, newInstance));
 }
 TEST_F(BrokerTables, ThreadsHaveNoEmptySlot) {
-    expectNoEmptySlot(face->xft, offsetof(CMPIBrokerExtFT, resolveFileName));
+    expect_no_empty_slot(face->xft, offsetof(CMPIBrokerExtFT, resolveFileName));
 }
 TEST_F(BrokerTables, MemoryHasNoEmptySlot) {
-    expectNoEmptySlot(face->mft, offsetof(CMPIBrokerMemFT, mark));
+    expect_no_empty_slot(face->mft, offsetof(CMPIBrokerMemFT, mark));
 }
 
 template <typename Face>
@@ -50,17 +50,17 @@ TYPED_TEST_SUITE(ObjectTables, Faces);
 
 TYPED_TEST(ObjectTables, HaveNoEmptySlot) {
     const auto* table = TableOf<TypeParam>::table();
-    expectNoEmptySlot(table, offsetof(std::remove_cvref_t<decltype(*table)>, release));
+    expect_no_empty_slot(table, offsetof(std::remove_cvref_t<decltype(*table)>, release));
     EXPECT_EQ(table->ftVersion, CMPICurrentVersion);
 }
 
 TEST_F(BrokerTables, TheBrokerTellsWhatItIs) {
     EXPECT_EQ(face->bft->brokerVersion, CMPIVersion210);
     EXPECT_STREQ(face->bft->brokerName, "kesto-cimserver");
-    constexpr unsigned kTraversal = CMPI_MB_AssociationTraversal;
-    constexpr unsigned kIndications = CMPI_MB_Indications ^ CMPI_MB_BasicRead;
-    EXPECT_EQ(face->bft->brokerCapabilities & kTraversal, kTraversal);
-    EXPECT_EQ(face->bft->brokerCapabilities & kIndications, 0U);
+    constexpr unsigned TRAVERSAL = CMPI_MB_AssociationTraversal;
+    constexpr unsigned INDICATIONS = CMPI_MB_Indications ^ CMPI_MB_BasicRead;
+    EXPECT_EQ(face->bft->brokerCapabilities & TRAVERSAL, TRAVERSAL);
+    EXPECT_EQ(face->bft->brokerCapabilities & INDICATIONS, 0U);
 }
 
 } // namespace

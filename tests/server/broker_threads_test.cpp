@@ -106,7 +106,7 @@ TEST_F(Threads, LibraryNames) {
 
 TEST_F(Threads, AttachedThreadsHaveAPoolOfTheirOwn) {
     CMPIContext* context = CBPrepareAttachThread(
-        face, cimserver::makePooled<cimserver::ContextObject>(cimserver::ContextContent{}));
+        face, cimserver::make_pooled<cimserver::ContextObject>(cimserver::ContextContent{}));
     ASSERT_NE(context, nullptr);
     const auto* before = &cimserver::RequestPool::current();
     EXPECT_EQ(CBAttachThread(face, context).rc, CMPI_RC_OK);

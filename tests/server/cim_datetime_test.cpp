@@ -11,8 +11,8 @@ TEST(CimDateTime, PointsInTimeKeepTheirOffset) {
     ASSERT_TRUE(time);
     EXPECT_FALSE(time->interval);
     EXPECT_EQ(time->microseconds, 1709206496000789U);
-    EXPECT_EQ(time->toString(), "20240229123456.000789+060");
-    EXPECT_EQ(CimDateTime::parse("20231231235959.999999-300")->toString(), "20231231235959.999999-300");
+    EXPECT_EQ(time->to_string(), "20240229123456.000789+060");
+    EXPECT_EQ(CimDateTime::parse("20231231235959.999999-300")->to_string(), "20231231235959.999999-300");
 }
 
 TEST(CimDateTime, Intervals) {
@@ -20,7 +20,7 @@ TEST(CimDateTime, Intervals) {
     ASSERT_TRUE(interval);
     EXPECT_TRUE(interval->interval);
     EXPECT_EQ(interval->microseconds, ((10ULL * 86400) + 3723) * 1000000 + 4);
-    EXPECT_EQ(interval->toString(), "00000010010203.000004:000");
+    EXPECT_EQ(interval->to_string(), "00000010010203.000004:000");
 }
 
 TEST(CimDateTime, AnythingElseIsRefused) {

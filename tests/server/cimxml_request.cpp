@@ -8,7 +8,7 @@ std::string parameter(const std::string& name, const std::string& content) {
     return "<IPARAMVALUE NAME=\"" + name + "\">" + content + "</IPARAMVALUE>";
 }
 
-std::string className(const std::string& name) {
+std::string class_name(const std::string& name) {
     return "<CLASSNAME NAME=\"" + name + "\"/>";
 }
 
@@ -16,7 +16,7 @@ std::string value(const std::string& text) {
     return "<VALUE>" + text + "</VALUE>";
 }
 
-std::string valueArray(const std::vector<std::string>& texts) {
+std::string value_array(const std::vector<std::string>& texts) {
     std::string content;
     for (const std::string& text : texts) {
         content += value(text);
@@ -29,16 +29,16 @@ std::string key(const std::string& name, const std::string& text, const std::str
            "</KEYVALUE></KEYBINDING>";
 }
 
-std::string referenceKey(const std::string& name, const std::string& path) {
+std::string reference_key(const std::string& name, const std::string& path) {
     return "<KEYBINDING NAME=\"" + name + "\"><VALUE.REFERENCE>" + path + "</VALUE.REFERENCE></KEYBINDING>";
 }
 
-std::string instanceName(const std::string& className, const std::string& keys) {
+std::string instance_name(const std::string& className, const std::string& keys) {
     return "<INSTANCENAME CLASSNAME=\"" + className + "\">" + keys + "</INSTANCENAME>";
 }
 
-std::string thingName(const std::string& name) {
-    return instanceName("Probe_Thing", key("Name", name));
+std::string thing_name(const std::string& name) {
+    return instance_name("Probe_Thing", key("Name", name));
 }
 
 std::string message(const std::string& content) {
@@ -47,8 +47,8 @@ std::string message(const std::string& content) {
            content + "</MESSAGE></CIM>";
 }
 
-std::string imethodCall(const std::string& method, const std::string& parameters,
-                        const std::string& nameSpace) {
+std::string imethod_call(const std::string& method, const std::string& parameters,
+                         const std::string& nameSpace) {
     std::string path;
     for (std::size_t at = 0; at <= nameSpace.size();) {
         const std::size_t slash = std::min(nameSpace.find('/', at), nameSpace.size());
@@ -75,13 +75,14 @@ cimserver::HttpRequest post(const std::string& body, const std::string& method,
 Response::Response(const std::string& body) {
     const auto options = pugi::parse_default | pugi::parse_ws_pcdata;
     const bool parsed = document_.load_buffer(body.data(), body.size(), options, pugi::encoding_utf8);
-    wellFormed_ = parsed && !cimserver::findIllFormed(body);
+    wellFormed_ = parsed && !cimserver::find_ill_formed(body);
 }
 
 std::vector<std::string> Response::texts(const std::string& xpath) const {
     std::vector<std::string> result;
     for (const pugi::xpath_node& found : document_.select_nodes(xpath.c_str())) {
-        result.emplace_back(found.attribute() ? found.attribute().value() : found.node().text().get());
+        result.emplace_back(found.attribute() != nullptr ? found.attribute().value()
+                                                         : found.node().text().get());
     }
     return result;
 }
@@ -95,6 +96,6 @@ std::string Response::property(const std::string& name) const {
     return text("(//INSTANCE)[1]/PROPERTY[@NAME='" + name + "']/VALUE");
 }
 
-int Response::errorCode() const {
-    return count("//ERROR") ? std::atoi(text("//ERROR/@CODE").c_str()) : 0;
+int Response::error_code() const {
+    return count("//ERROR") != 0 ? std::atoi(text("//ERROR/@CODE").c_str()) : 0;
 }

@@ -37,7 +37,7 @@ bool Connection::send(const std::string& text) {
     return true;
 }
 
-std::string Connection::receiveAll() {
+std::string Connection::receive_all() {
     std::string text;
     char buffer[4096];
     for (ssize_t step = 0; (step = recv(socket_, buffer, sizeof buffer, 0)) > 0;) {
@@ -46,11 +46,11 @@ std::string Connection::receiveAll() {
     return text;
 }
 
-void Connection::finishSending() {
+void Connection::finish_sending() {
     shutdown(socket_, SHUT_WR);
 }
 
-std::string httpText(const cimserver::HttpRequest& request) {
+std::string http_text(const cimserver::HttpRequest& request) {
     std::string text = request.method +
                        " /cimom HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\nContent-Length: " +
                        std::to_string(request.body.size()) + "\r\n";
@@ -60,7 +60,7 @@ std::string httpText(const cimserver::HttpRequest& request) {
     return text + "\r\n" + request.body;
 }
 
-Received parseHttp(const std::string& text) {
+Received parse_http(const std::string& text) {
     Received received;
     const std::size_t end = text.find("\r\n\r\n");
     if (!text.starts_with("HTTP/1.1 ") || end == std::string::npos) return received;
@@ -72,7 +72,7 @@ Received parseHttp(const std::string& text) {
     while (std::getline(lines, line)) {
         const std::size_t colon = line.find(':');
         if (colon == std::string::npos) continue;
-        received.headers[cimserver::lowerCased(line.substr(0, colon))] =
+        received.headers[cimserver::lower_cased(line.substr(0, colon))] =
             std::string(cimserver::trimmed(line.substr(colon + 1)));
     }
     return received;
@@ -80,7 +80,7 @@ Received parseHttp(const std::string& text) {
 
 Received exchange(std::uint16_t port, const cimserver::HttpRequest& request) {
     Connection connection(port);
-    if (!connection.isOpen()) return {};
-    connection.send(httpText(request)); // a refusal may come before all of it is sent
-    return parseHttp(connection.receiveAll());
+    if (!connection.is_open()) return {};
+    connection.send(http_text(request)); // a refusal may come before all of it is sent
+    return parse_http(connection.receive_all());
 }

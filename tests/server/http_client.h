@@ -15,10 +15,10 @@ class Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    bool isOpen() const { return socket_ >= 0; }
+    bool is_open() const { return socket_ >= 0; }
     bool send(const std::string& text);
-    std::string receiveAll(); // until the server closes, or after some seconds without anything
-    void finishSending();
+    std::string receive_all(); // until the server closes, or after some seconds without anything
+    void finish_sending();
 
   private:
     int socket_;
@@ -30,8 +30,8 @@ struct Received {
     std::string body;
 };
 
-std::string httpText(const cimserver::HttpRequest& request);
-Received parseHttp(const std::string& text);
+std::string http_text(const cimserver::HttpRequest& request);
+Received parse_http(const std::string& text);
 Received exchange(std::uint16_t port, const cimserver::HttpRequest& request);
 
 #endif

@@ -15,7 +15,7 @@ namespace {
 using namespace cimserver;
 using namespace std::chrono_literals;
 
-HttpServer::Settings anyPort() {
+HttpServer::Settings any_port() {
     HttpServer::Settings settings;
     settings.port = 0;
     return settings;
@@ -26,7 +26,7 @@ HttpReply echo(const HttpRequest& request) {
 }
 
 TEST(HttpServer, HandsRequestsToItsHandler) {
-    const HttpServer server(anyPort(), echo);
+    const HttpServer server(any_port(), echo);
     const Received received = exchange(server.port(), post("<body/>", "Any"));
     EXPECT_EQ(received.status, 200);
     EXPECT_EQ(received.body, "<body/>");
@@ -34,31 +34,31 @@ TEST(HttpServer, HandsRequestsToItsHandler) {
 }
 
 TEST(HttpServer, TellsWhereItListens) {
-    const HttpServer server(anyPort(), echo);
+    const HttpServer server(any_port(), echo);
     EXPECT_NE(server.port(), 0);
     EXPECT_EQ(server.url(), "http://127.0.0.1:" + std::to_string(server.port()));
 }
 
 TEST(HttpServer, ListensOnLoopbackOnly) {
     for (const char* address : {"0.0.0.0", "192.0.2.1", "::", "2001:db8::1", "example.net", ""}) {
-        HttpServer::Settings settings = anyPort();
+        HttpServer::Settings settings = any_port();
         settings.address = address;
         EXPECT_THROW(HttpServer(settings, echo), HttpServerError) << address;
     }
-    HttpServer::Settings settings = anyPort();
+    HttpServer::Settings settings = any_port();
     settings.address = "localhost";
     EXPECT_NO_THROW(HttpServer(settings, echo));
 }
 
 TEST(HttpServer, SaysWhenThePortIsTaken) {
-    const HttpServer first(anyPort(), echo);
+    const HttpServer first(any_port(), echo);
     HttpServer::Settings settings;
     settings.port = first.port();
     EXPECT_THROW(HttpServer(settings, echo), HttpServerError);
 }
 
 TEST(HttpServer, RefusesBodiesThatAreTooLarge) {
-    HttpServer::Settings settings = anyPort();
+    HttpServer::Settings settings = any_port();
     settings.maxBody = 1000;
     const HttpServer server(settings, echo);
     EXPECT_EQ(exchange(server.port(), post(std::string(1000, 'x'), "Any")).status, 200);
@@ -67,7 +67,7 @@ TEST(HttpServer, RefusesBodiesThatAreTooLarge) {
 }
 
 TEST(HttpServer, RefusesChunkedBodiesThatAreTooLarge) {
-    HttpServer::Settings settings = anyPort();
+    HttpServer::Settings settings = any_port();
     settings.maxBody = 1000;
     const HttpServer server(settings, echo);
     Connection connection(server.port());
@@ -77,31 +77,31 @@ TEST(HttpServer, RefusesChunkedBodiesThatAreTooLarge) {
         text += "64\r\n" + std::string(100, 'x') + "\r\n";
     }
     connection.send(text + "0\r\n\r\n");
-    EXPECT_EQ(parseHttp(connection.receiveAll()).status, 413);
+    EXPECT_EQ(parse_http(connection.receive_all()).status, 413);
 }
 
 TEST(HttpServer, TakesBodiesInChunks) {
-    const HttpServer server(anyPort(), echo);
+    const HttpServer server(any_port(), echo);
     Connection connection(server.port());
     connection.send(
         "POST / HTTP/1.1\r\nHost: h\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n\r\n"
         "3\r\nabc\r\n2\r\nde\r\n0\r\n\r\n");
-    EXPECT_EQ(parseHttp(connection.receiveAll()).body, "abcde");
+    EXPECT_EQ(parse_http(connection.receive_all()).body, "abcde");
 }
 
 TEST(HttpServer, AnswersSeveralRequestsOnOneConnection) {
-    const HttpServer server(anyPort(), echo);
+    const HttpServer server(any_port(), echo);
     Connection connection(server.port());
     connection.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 3\r\n\r\none");
     connection.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 3\r\nConnection: close\r\n\r\ntwo");
-    const std::string received = connection.receiveAll();
+    const std::string received = connection.receive_all();
     EXPECT_NE(received.find("one"), std::string::npos);
     EXPECT_NE(received.find("two"), std::string::npos);
 }
 
 TEST(HttpServer, ServesClientsAtTheSameTime) {
     std::atomic<int> inside{0};
-    const HttpServer server(anyPort(), [&inside](const HttpRequest&) {
+    const HttpServer server(any_port(), [&inside](const HttpRequest&) {
         ++inside;
         for (int i = 0; i < 500 && inside < 4; ++i)
             std::this_thread::sleep_for(10ms);
@@ -117,19 +117,19 @@ TEST(HttpServer, ServesClientsAtTheSameTime) {
 }
 
 TEST(HttpServer, DropsClientsThatSendNothing) {
-    HttpServer::Settings settings = anyPort();
+    HttpServer::Settings settings = any_port();
     settings.timeout = 1s;
     const HttpServer server(settings, echo);
     Connection silent(server.port());
     silent.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 10\r\n\r\n");
     const auto started = std::chrono::steady_clock::now();
-    EXPECT_EQ(parseHttp(silent.receiveAll()).status / 100, 0);
+    EXPECT_EQ(parse_http(silent.receive_all()).status / 100, 0);
     EXPECT_LT(std::chrono::steady_clock::now() - started, 10s);
 }
 
 // Sends a character now and then; true when the server has had enough of it before the client has.
-bool isDroppedWhileSending(const std::string& start) {
-    HttpServer::Settings settings = anyPort();
+bool is_dropped_while_sending(const std::string& start) {
+    HttpServer::Settings settings = any_port();
     settings.timeout = 1s;
     const HttpServer server(settings, echo);
     Connection slow(server.port());
@@ -142,15 +142,15 @@ bool isDroppedWhileSending(const std::string& start) {
 }
 
 TEST(HttpServer, DropsClientsWhoseHeadersTrickleIn) {
-    EXPECT_TRUE(isDroppedWhileSending("POST / HTTP/1.1\r\nHost: "));
+    EXPECT_TRUE(is_dropped_while_sending("POST / HTTP/1.1\r\nHost: "));
 }
 
 TEST(HttpServer, DropsClientsWhoseBodyTricklesIn) {
-    EXPECT_TRUE(isDroppedWhileSending("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000\r\n\r\n"));
+    EXPECT_TRUE(is_dropped_while_sending("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000\r\n\r\n"));
 }
 
 TEST(HttpServer, AHandlerMayTakeLongerThanARequest) {
-    HttpServer::Settings settings = anyPort();
+    HttpServer::Settings settings = any_port();
     settings.timeout = 1s;
     const HttpServer server(settings, [](const HttpRequest&) {
         std::this_thread::sleep_for(2500ms);
@@ -160,7 +160,7 @@ TEST(HttpServer, AHandlerMayTakeLongerThanARequest) {
 }
 
 TEST(HttpServer, AFailingHandlerIsAnInternalError) {
-    const HttpServer server(anyPort(),
+    const HttpServer server(any_port(),
                             [](const HttpRequest&) -> HttpReply { throw std::runtime_error("oh"); });
     const Received received = exchange(server.port(), post("", "Any"));
     EXPECT_EQ(received.status, 500);
@@ -168,7 +168,7 @@ TEST(HttpServer, AFailingHandlerIsAnInternalError) {
 }
 
 TEST(HttpServer, LimitsTheConnections) {
-    HttpServer::Settings settings = anyPort();
+    HttpServer::Settings settings = any_port();
     settings.maxConnections = 2;
     const HttpServer server(settings, echo);
     Connection first(server.port());
@@ -183,7 +183,7 @@ TEST(HttpServer, LimitsTheConnections) {
 
 TEST(HttpServer, FinishesRunningRequestsWhenItStops) {
     std::promise<void> entered;
-    HttpServer server(anyPort(), [&entered](const HttpRequest&) {
+    HttpServer server(any_port(), [&entered](const HttpRequest&) {
         entered.set_value();
         std::this_thread::sleep_for(500ms);
         return HttpReply{200, {}, "finished"};
@@ -193,7 +193,7 @@ TEST(HttpServer, FinishesRunningRequestsWhenItStops) {
     entered.get_future().wait();
     server.stop(10s);
     EXPECT_EQ(client.get().body, "finished");
-    EXPECT_FALSE(Connection(port).isOpen());
+    EXPECT_FALSE(Connection(port).is_open());
 }
 
 } // namespace

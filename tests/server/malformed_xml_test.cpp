@@ -19,7 +19,7 @@ class MalformedRequests : public ProbeService {
         return result;
     }
     std::string good() const {
-        return imethodCall("GetInstance", parameter("InstanceName", thingName("one")));
+        return imethod_call("GetInstance", parameter("InstanceName", thing_name("one")));
     }
     std::string replaced(const std::string& what, const std::string& with) const {
         std::string body = good();
@@ -29,8 +29,8 @@ class MalformedRequests : public ProbeService {
     }
 };
 
-constexpr auto kNotWellFormed = "400 request-not-well-formed";
-constexpr auto kNotLooselyValid = "400 request-not-loosely-valid";
+constexpr auto NOT_WELL_FORMED = "400 request-not-well-formed";
+constexpr auto NOT_LOOSELY_VALID = "400 request-not-loosely-valid";
 
 TEST_F(MalformedRequests, TheGoodRequestPasses) {
     EXPECT_EQ(refusal(good()), "200");
@@ -40,37 +40,37 @@ TEST_F(MalformedRequests, WhatIsNoXmlIsNotWellFormed) {
     for (const std::string& body :
          {std::string(), std::string("hello"), std::string("<CIM>"), std::string("<CIM></MIC>"),
           good() + "<CIM/>", replaced("one", "&nbsp;"), replaced("one", "\xFF")}) {
-        EXPECT_EQ(refusal(body), kNotWellFormed) << body;
+        EXPECT_EQ(refusal(body), NOT_WELL_FORMED) << body;
     }
 }
 
 TEST_F(MalformedRequests, WhatIsNoCimXmlIsNotLooselyValid) {
-    EXPECT_EQ(refusal("<html/>"), kNotLooselyValid);
-    EXPECT_EQ(refusal("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"/>"), kNotLooselyValid);
-    EXPECT_EQ(refusal(message("")), kNotLooselyValid);
-    EXPECT_EQ(refusal(message("<SIMPLEREQ/>")), kNotLooselyValid);
-    EXPECT_EQ(refusal(message("<SIMPLERSP/>")), kNotLooselyValid);
-    EXPECT_EQ(refusal(message("<SIMPLEREQ><OTHERCALL NAME=\"x\"/></SIMPLEREQ>")), kNotLooselyValid);
-    EXPECT_EQ(refusal(replaced(" ID=\"42\"", "")), kNotLooselyValid);
-    EXPECT_EQ(refusal(replaced(" CIMVERSION=\"2.0\"", "")), kNotLooselyValid);
-    EXPECT_EQ(refusal(replaced("IMETHODCALL NAME=\"GetInstance\"", "IMETHODCALL")), kNotLooselyValid);
+    EXPECT_EQ(refusal("<html/>"), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"/>"), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(message("")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(message("<SIMPLEREQ/>")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(message("<SIMPLERSP/>")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(message("<SIMPLEREQ><OTHERCALL NAME=\"x\"/></SIMPLEREQ>")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(replaced(" ID=\"42\"", "")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(replaced(" CIMVERSION=\"2.0\"", "")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(replaced("IMETHODCALL NAME=\"GetInstance\"", "IMETHODCALL")), NOT_LOOSELY_VALID);
     EXPECT_EQ(refusal(replaced("<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"cimv2\"/>", "")),
-              kNotLooselyValid);
-    EXPECT_EQ(refusal(replaced("<SIMPLEREQ>", "<SIMPLEREQ>stray text")), kNotLooselyValid);
+              NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(replaced("<SIMPLEREQ>", "<SIMPLEREQ>stray text")), NOT_LOOSELY_VALID);
 }
 
 TEST_F(MalformedRequests, ElementsOutOfPlaceAreNotLooselyValid) {
-    EXPECT_EQ(refusal(replaced("<IPARAMVALUE", "<VALUE/><IPARAMVALUE")), kNotLooselyValid);
-    EXPECT_EQ(refusal(replaced(" CLASSNAME=\"Probe_Thing\"", "")), kNotLooselyValid);
-    EXPECT_EQ(refusal(replaced(" NAME=\"Name\"", "")), kNotLooselyValid);
+    EXPECT_EQ(refusal(replaced("<IPARAMVALUE", "<VALUE/><IPARAMVALUE")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(replaced(" CLASSNAME=\"Probe_Thing\"", "")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(replaced(" NAME=\"Name\"", "")), NOT_LOOSELY_VALID);
     EXPECT_EQ(refusal(replaced("KEYVALUE VALUETYPE=\"string\">one</KEYVALUE", "VALUE>one</VALUE")),
-              kNotLooselyValid);
-    EXPECT_EQ(refusal(replaced("<INSTANCENAME", "<VALUE/><INSTANCENAME")), kNotLooselyValid);
-    EXPECT_EQ(refusal(replaced("one</KEYVALUE>", "<VALUE>one</VALUE></KEYVALUE>")), kNotLooselyValid);
-    EXPECT_EQ(refusal(imethodCall(
+              NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(replaced("<INSTANCENAME", "<VALUE/><INSTANCENAME")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(replaced("one</KEYVALUE>", "<VALUE>one</VALUE></KEYVALUE>")), NOT_LOOSELY_VALID);
+    EXPECT_EQ(refusal(imethod_call(
                   "GetInstance",
-                  parameter("InstanceName", instanceName("Probe_Echo", referenceKey("R", "<HOST/>"))))),
-              kNotLooselyValid);
+                  parameter("InstanceName", instance_name("Probe_Echo", reference_key("R", "<HOST/>"))))),
+              NOT_LOOSELY_VALID);
 }
 
 TEST_F(MalformedRequests, UnknownKindsOfKeysAreNotValid) {
@@ -98,13 +98,13 @@ TEST_F(MalformedRequests, SeveralRequestsInOneAreNotSupported) {
 // Whatever is cut off or overwritten, the server answers, and what it answers in CIM-XML is well-formed.
 TEST_F(MalformedRequests, DamagedRequestsAreAnswered) {
     std::mt19937 random(5); // always the same damage
-    const std::string whole =
-        imethodCall("GetInstance",
-                    parameter("InstanceName",
-                              instanceName("Probe_Echo", key("K", "v") + referenceKey("R", thingName("t")) +
-                                                             key("N", "5", "VALUETYPE=\"numeric\""))) +
-                        parameter("PropertyList", valueArray({"K", "R"})));
-    constexpr std::string_view kDirt =
+    const std::string whole = imethod_call(
+        "GetInstance",
+        parameter("InstanceName",
+                  instance_name("Probe_Echo", key("K", "v") + reference_key("R", thing_name("t")) +
+                                                  key("N", "5", "VALUETYPE=\"numeric\""))) +
+            parameter("PropertyList", value_array({"K", "R"})));
+    constexpr std::string_view DIRT =
         "<>&;\"'/= \xFF\x00\x80"
         "A0";
     int answered = 0;
@@ -112,7 +112,7 @@ TEST_F(MalformedRequests, DamagedRequestsAreAnswered) {
         std::string body = whole;
         const unsigned damages = random() % 4;
         for (unsigned i = 0; i < damages; ++i) {
-            body[random() % body.size()] = kDirt[random() % kDirt.size()];
+            body[random() % body.size()] = DIRT[random() % DIRT.size()];
         }
         const std::size_t from = random() % body.size();
         if (random() % 3 == 0) body.erase(from, random() % 40);
@@ -121,7 +121,7 @@ TEST_F(MalformedRequests, DamagedRequestsAreAnswered) {
         ASSERT_TRUE(reply.status == 200 || reply.status == 400 || reply.status == 501) << reply.status;
         if (reply.status != 200) continue;
         ++answered;
-        ASSERT_TRUE(Response(reply.body).wellFormed()) << body << "\n" << reply.body;
+        ASSERT_TRUE(Response(reply.body).well_formed()) << body << "\n" << reply.body;
     }
     EXPECT_GT(answered, 100); // the undamaged ones at least
 }

@@ -15,9 +15,9 @@ Instance instance(std::initializer_list<const char*> properties) {
     return result;
 }
 
-std::vector<std::string> keysOf(const Instance& named) {
+std::vector<std::string> keys_of(const Instance& named) {
     std::vector<std::string> keys;
-    const ObjectPath path = namedPath(named);
+    const ObjectPath path = named_path(named);
     for (const NamedValue& key : path.keys.all()) {
         keys.push_back(key.name);
     }
@@ -29,21 +29,21 @@ using List = std::vector<std::string>;
 TEST(Naming, KeysOfThePathAreEnough) {
     Instance named = instance({"InstanceID"});
     named.path.keys.set("Name", Value::text("n"));
-    EXPECT_EQ(keysOf(named), List{"Name"});
+    EXPECT_EQ(keys_of(named), List{"Name"});
 }
 
 TEST(Naming, SystemAndNameTogether) {
     EXPECT_EQ(
-        keysOf(instance({"Colour", "Name", "SystemName", "CreationClassName", "SystemCreationClassName"})),
+        keys_of(instance({"Colour", "Name", "SystemName", "CreationClassName", "SystemCreationClassName"})),
         (List{"SystemCreationClassName", "SystemName", "CreationClassName", "Name"}));
 }
 
 TEST(Naming, ADeviceIsNamedByItsIdAndNotByItsLabel) {
-    EXPECT_EQ(keysOf(instance({"SystemName", "DeviceID", "Name"})), (List{"SystemName", "DeviceID"}));
+    EXPECT_EQ(keys_of(instance({"SystemName", "DeviceID", "Name"})), (List{"SystemName", "DeviceID"}));
 }
 
 TEST(Naming, AnInstanceIdIsEnough) {
-    EXPECT_EQ(keysOf(instance({"SystemName", "InstanceID", "Name"})), List{"InstanceID"});
+    EXPECT_EQ(keys_of(instance({"SystemName", "InstanceID", "Name"})), List{"InstanceID"});
 }
 
 TEST(Naming, AnAssociationIsNamedByItsReferences) {
@@ -51,20 +51,20 @@ TEST(Naming, AnAssociationIsNamedByItsReferences) {
     link.set("Antecedent", Value::reference({"", "", "A", {}}));
     link.set("IsDefault", Value::integer(CMPI_uint16, std::uint64_t{1}));
     link.set("Dependent", Value::reference({"", "", "B", {}}));
-    EXPECT_EQ(keysOf(link), (List{"Antecedent", "Dependent"}));
+    EXPECT_EQ(keys_of(link), (List{"Antecedent", "Dependent"}));
 }
 
 TEST(Naming, PropertiesKeptBackByAFilterStillName) {
     Instance filtered = instance({"InstanceID", "Colour"});
-    filtered.applyFilter(PropertyFilter{{"Colour"}, {}});
+    filtered.apply_filter(PropertyFilter{{"Colour"}, {}});
     EXPECT_EQ(filtered.properties.size(), 1U);
-    EXPECT_EQ(keysOf(filtered), List{"InstanceID"});
+    EXPECT_EQ(keys_of(filtered), List{"InstanceID"});
 }
 
 TEST(Naming, NullsDoNotName) {
     Instance nothing = instance({});
     nothing.set("InstanceID", Value::null(CMPI_string));
-    EXPECT_EQ(keysOf(nothing), List{});
+    EXPECT_EQ(keys_of(nothing), List{});
 }
 
 } // namespace

@@ -5,17 +5,17 @@ namespace {
 
 using Operations = ProbeService;
 
-constexpr auto kNames = "//IRETURNVALUE/INSTANCENAME/KEYBINDING[@NAME='Name']/KEYVALUE";
+constexpr auto NAMES = "//IRETURNVALUE/INSTANCENAME/KEYBINDING[@NAME='Name']/KEYVALUE";
 
 TEST_F(Operations, EnumerateInstanceNamesReturnsNames) {
-    const Response response = askClass("EnumerateInstanceNames", "Probe_Thing");
-    EXPECT_EQ(response.texts(kNames), (std::vector<std::string>{"one", "two"}));
+    const Response response = ask_class("EnumerateInstanceNames", "Probe_Thing");
+    EXPECT_EQ(response.texts(NAMES), (std::vector<std::string>{"one", "two"}));
     EXPECT_EQ(response.text("//IMETHODRESPONSE/@NAME"), "EnumerateInstanceNames");
     EXPECT_EQ(response.text("//MESSAGE/@ID"), "42");
 }
 
 TEST_F(Operations, EnumerateInstancesReturnsNamedInstances) {
-    const Response response = askClass("EnumerateInstances", "Probe_Thing");
+    const Response response = ask_class("EnumerateInstances", "Probe_Thing");
     EXPECT_EQ(response.count("//IRETURNVALUE/VALUE.NAMEDINSTANCE/INSTANCENAME"), 2U);
     EXPECT_EQ(response.count("//IRETURNVALUE/VALUE.NAMEDINSTANCE/INSTANCE"), 2U);
     EXPECT_EQ(response.property("Name"), "one");
@@ -24,36 +24,36 @@ TEST_F(Operations, EnumerateInstancesReturnsNamedInstances) {
 }
 
 TEST_F(Operations, ClassNamesReachTheProviderAsTheClientSpellsThem) {
-    const Response response = askClass("EnumerateInstances", "pRObe_conTEXT");
+    const Response response = ask_class("EnumerateInstances", "pRObe_conTEXT");
     EXPECT_EQ(response.property("AskedClass"), "pRObe_conTEXT");
 }
 
 TEST_F(Operations, AClassThatTheProviderDoesNotKnowHasNoInstances) {
-    const Response response = askClass("EnumerateInstances", "Probe_Unknown");
-    EXPECT_EQ(response.errorCode(), 0);
+    const Response response = ask_class("EnumerateInstances", "Probe_Unknown");
+    EXPECT_EQ(response.error_code(), 0);
     EXPECT_EQ(response.count("//IRETURNVALUE"), 1U);
     EXPECT_EQ(response.count("//IRETURNVALUE/*"), 0U);
 }
 
 TEST_F(Operations, GetInstanceReturnsTheInstanceAlone) {
-    const Response response = ask("GetInstance", parameter("InstanceName", thingName("one")));
+    const Response response = ask("GetInstance", parameter("InstanceName", thing_name("one")));
     EXPECT_EQ(response.count("//IRETURNVALUE/INSTANCE"), 1U);
     EXPECT_EQ(response.property("Colour"), "blue");
 }
 
 TEST_F(Operations, GetInstanceReturnsOneInstanceWhateverTheProviderReturns) {
-    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", thingName("twice"))).count("//INSTANCE"), 1U);
+    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", thing_name("twice"))).count("//INSTANCE"), 1U);
 }
 
 TEST_F(Operations, GetInstanceWithoutAnInstanceIsNotFound) {
-    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", thingName("missing"))).errorCode(), 6);
-    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", thingName("null"))).errorCode(), 6);
+    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", thing_name("missing"))).error_code(), 6);
+    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", thing_name("null"))).error_code(), 6);
 }
 
 TEST_F(Operations, WhatTheProviderSaysOfAMissingInstanceIsPassedOn) {
-    const Response response = ask("GetInstance", parameter("InstanceName", thingName("hint")));
-    EXPECT_EQ(response.errorCode(), 6);
-    EXPECT_EQ(response.errorDescription(), "try another name");
+    const Response response = ask("GetInstance", parameter("InstanceName", thing_name("hint")));
+    EXPECT_EQ(response.error_code(), 6);
+    EXPECT_EQ(response.error_description(), "try another name");
 }
 
 TEST_F(Operations, CreateInstanceReturnsTheName) {
@@ -61,40 +61,41 @@ TEST_F(Operations, CreateInstanceReturnsTheName) {
         "<INSTANCE CLASSNAME=\"Probe_Thing\"><PROPERTY NAME=\"Name\" TYPE=\"string\">"
         "<VALUE>new</VALUE></PROPERTY></INSTANCE>";
     const Response response = ask("CreateInstance", parameter("NewInstance", instance));
-    EXPECT_EQ(response.texts(kNames), std::vector<std::string>{"new"});
+    EXPECT_EQ(response.texts(NAMES), std::vector<std::string>{"new"});
 }
 
 TEST_F(Operations, CreateInstanceBringsTheProvidersErrorBack) {
     const Response response =
         ask("CreateInstance", parameter("NewInstance", "<INSTANCE CLASSNAME=\"Probe_Odd\"></INSTANCE>"));
-    EXPECT_EQ(response.errorCode(), 7);
-    EXPECT_EQ(response.errorDescription(), "CIM_ERR_NOT_SUPPORTED");
+    EXPECT_EQ(response.error_code(), 7);
+    EXPECT_EQ(response.error_description(), "CIM_ERR_NOT_SUPPORTED");
 }
 
 std::string modification(const std::string& name) {
-    return parameter("ModifiedInstance", "<VALUE.NAMEDINSTANCE>" + thingName(name) +
+    return parameter("ModifiedInstance", "<VALUE.NAMEDINSTANCE>" + thing_name(name) +
                                              "<INSTANCE CLASSNAME=\"Probe_Thing\"><PROPERTY NAME=\"Colour\" "
                                              "TYPE=\"string\"><VALUE>grey</VALUE></PROPERTY></INSTANCE>"
                                              "</VALUE.NAMEDINSTANCE>") +
-           parameter("IncludeQualifiers", value("false")) + parameter("PropertyList", valueArray({"Colour"}));
+           parameter("IncludeQualifiers", value("false")) +
+           parameter("PropertyList", value_array({"Colour"}));
 }
 
 TEST_F(Operations, ModifyInstanceReachesTheProvider) {
     const Response response = ask("ModifyInstance", modification("one"));
-    EXPECT_EQ(response.errorCode(), 0);
+    EXPECT_EQ(response.error_code(), 0);
     EXPECT_EQ(response.count("//IMETHODRESPONSE"), 1U);
     EXPECT_EQ(response.count("//IMETHODRESPONSE/*"), 0U);
 }
 
 TEST_F(Operations, ModifyInstanceBringsTheProvidersErrorBack) {
     const Response response = ask("ModifyInstance", modification("other"));
-    EXPECT_EQ(response.errorCode(), 6);
-    EXPECT_EQ(response.errorDescription(), "nothing to modify");
+    EXPECT_EQ(response.error_code(), 6);
+    EXPECT_EQ(response.error_description(), "nothing to modify");
 }
 
 TEST_F(Operations, DeleteInstanceReachesTheProviderAndBringsItsErrorBack) {
-    EXPECT_EQ(ask("DeleteInstance", parameter("InstanceName", thingName("one"))).errorCode(), 0);
-    EXPECT_EQ(ask("DeleteInstance", parameter("InstanceName", thingName("other"))).errorCode(), 6);
+    EXPECT_EQ(ask("DeleteInstance", parameter("InstanceName", thing_name("one"))).error_code(), 0);
+    EXPECT_EQ(ask("DeleteInstance", parameter("InstanceName", thing_name("other"))).error_code(), 6);
 }
 
 std::string query(const std::string& language) {
@@ -110,25 +111,25 @@ TEST_F(Operations, ExecQueryReachesTheProvider) {
 }
 
 TEST_F(Operations, ExecQueryBringsTheProvidersErrorBack) {
-    EXPECT_EQ(ask("ExecQuery", query("CQL")).errorCode(), 14);
+    EXPECT_EQ(ask("ExecQuery", query("CQL")).error_code(), 14);
 }
 
 TEST_F(Operations, ErrorStatusReplacesTheResults) {
-    const Response response = askClass("EnumerateInstances", "Probe_Failing");
-    EXPECT_EQ(response.errorCode(), 2);
-    EXPECT_EQ(response.errorDescription(), "the <door> is locked");
+    const Response response = ask_class("EnumerateInstances", "Probe_Failing");
+    EXPECT_EQ(response.error_code(), 2);
+    EXPECT_EQ(response.error_description(), "the <door> is locked");
     EXPECT_EQ(response.count("//INSTANCE"), 0U);
     EXPECT_EQ(response.count("//IRETURNVALUE"), 0U);
 }
 
 TEST_F(Operations, StatusCodesThatCimDoesNotHaveBecomeFailed) {
-    const Response response = askClass("EnumerateInstances", "Probe_OddlyFailing");
-    EXPECT_EQ(response.errorCode(), 1);
-    EXPECT_EQ(response.errorDescription(), "CIM_ERR_FAILED");
+    const Response response = ask_class("EnumerateInstances", "Probe_OddlyFailing");
+    EXPECT_EQ(response.error_code(), 1);
+    EXPECT_EQ(response.error_description(), "CIM_ERR_FAILED");
 }
 
 TEST_F(Operations, AnErrorObjectExplainsAStatusWithoutAMessage) {
-    EXPECT_EQ(askClass("EnumerateInstances", "Probe_ErrorObject").errorDescription(),
+    EXPECT_EQ(ask_class("EnumerateInstances", "Probe_ErrorObject").error_description(),
               "the error object tells");
 }
 
@@ -137,15 +138,15 @@ TEST_F(Operations, OtherOperationsAreNotSupported) {
          {"GetClass", "EnumerateClasses", "EnumerateClassNames", "CreateClass", "ModifyClass", "DeleteClass",
           "GetProperty", "SetProperty", "GetQualifier", "SetQualifier", "EnumerateQualifiers",
           "OpenEnumerateInstances", "PullInstances", "NoSuchOperation"}) {
-        const Response response = ask(method, parameter("ClassName", className("Probe_Thing")));
-        EXPECT_EQ(response.errorCode(), 7) << method;
+        const Response response = ask(method, parameter("ClassName", class_name("Probe_Thing")));
+        EXPECT_EQ(response.error_code(), 7) << method;
         EXPECT_EQ(response.text("//IMETHODRESPONSE/@NAME"), method);
     }
 }
 
 TEST_F(Operations, ParametersOfOperationsThatAreNotServedDoNotMatter) {
     EXPECT_EQ(ask("SetQualifier", parameter("QualifierDeclaration", "<QUALIFIER.DECLARATION NAME=\"Key\"/>"))
-                  .errorCode(),
+                  .error_code(),
               7);
 }
 
@@ -154,34 +155,34 @@ TEST_F(Operations, MethodsOfClassesAreNotSupported) {
         "<SIMPLEREQ><METHODCALL NAME=\"Reset\"><LOCALINSTANCEPATH><LOCALNAMESPACEPATH><NAMESPACE "
         "NAME=\"root\"/>"
         "</LOCALNAMESPACEPATH>" +
-        thingName("one") + "</LOCALINSTANCEPATH></METHODCALL></SIMPLEREQ>");
+        thing_name("one") + "</LOCALINSTANCEPATH></METHODCALL></SIMPLEREQ>");
     const Response response(send(post(body, "Reset", "root:Probe_Thing.Name=\"one\"")).body);
-    EXPECT_EQ(response.errorCode(), 7);
+    EXPECT_EQ(response.error_code(), 7);
     EXPECT_EQ(response.text("//METHODRESPONSE/@NAME"), "Reset");
 }
 
 TEST_F(Operations, NamespacesCompareWithoutCase) {
-    const std::string parameters = parameter("ClassName", className("Probe_Context"));
-    const Response response(send(post(imethodCall("EnumerateInstances", parameters, "ROOT/other"),
+    const std::string parameters = parameter("ClassName", class_name("Probe_Context"));
+    const Response response(send(post(imethod_call("EnumerateInstances", parameters, "ROOT/other"),
                                       "EnumerateInstances", "root%2FOTHER"))
                                 .body);
     EXPECT_EQ(response.property("AskedNameSpace"), "ROOT/other");
 }
 
 TEST_F(Operations, UnknownNamespacesAreRefused) {
-    const std::string parameters = parameter("ClassName", className("Probe_Thing"));
-    const Response response(send(post(imethodCall("EnumerateInstances", parameters, "root/nowhere"),
+    const std::string parameters = parameter("ClassName", class_name("Probe_Thing"));
+    const Response response(send(post(imethod_call("EnumerateInstances", parameters, "root/nowhere"),
                                       "EnumerateInstances", "root/nowhere"))
                                 .body);
-    EXPECT_EQ(response.errorCode(), 3);
+    EXPECT_EQ(response.error_code(), 3);
 }
 
 TEST_F(Operations, TheReportTellsWhatWasAskedAndReturned) {
-    askClass("EnumerateInstances", "Probe_Thing");
-    ask("GetInstance", parameter("InstanceName", thingName("hint")));
-    ASSERT_EQ(reported_.size(), 2U);
-    EXPECT_EQ(reported_[0], "EnumerateInstances Probe_Thing: 2 returned");
-    EXPECT_EQ(reported_[1],
+    ask_class("EnumerateInstances", "Probe_Thing");
+    ask("GetInstance", parameter("InstanceName", thing_name("hint")));
+    ASSERT_EQ(reported.size(), 2U);
+    EXPECT_EQ(reported[0], "EnumerateInstances Probe_Thing: 2 returned");
+    EXPECT_EQ(reported[1],
               "GetInstance root/cimv2:Probe_Thing.Name=\"hint\": CIM_ERR_NOT_FOUND (try another name)");
 }
 

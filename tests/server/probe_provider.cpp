@@ -33,42 +33,42 @@ void set(const CMPIInstance* instance, const char* name, const char* text) {
     CMSetProperty(instance, name, chars(text), CMPI_chars);
 }
 
-void setNumber(const CMPIInstance* instance, const char* name, CMPIUint32 number) {
+void set_number(const CMPIInstance* instance, const char* name, CMPIUint32 number) {
     CMPIValue value{};
     value.uint32 = number;
     CMSetProperty(instance, name, &value, CMPI_uint32);
 }
 
-CMPIObjectPath* newPath(const char* className, const char* key = nullptr, const char* value = nullptr) {
+CMPIObjectPath* new_path(const char* className, const char* key = nullptr, const char* value = nullptr) {
     CMPIObjectPath* path = CMNewObjectPath(broker, "root/cimv2", className, nullptr);
-    if (key) CMAddKey(path, key, chars(value), CMPI_chars);
+    if (key != nullptr) CMAddKey(path, key, chars(value), CMPI_chars);
     return path;
 }
 
 CMPIObjectPath* thing(const char* name) {
-    return newPath("Probe_Thing", "Name", name);
+    return new_path("Probe_Thing", "Name", name);
 }
 
-CMPIInstance* newThing(const char* name) {
+CMPIInstance* new_thing(const char* name) {
     return CMNewInstance(broker, thing(name), nullptr);
 }
 
-std::string classOf(const CMPIObjectPath* path) {
+std::string class_of(const CMPIObjectPath* path) {
     return CMGetCharPtr(CMGetClassName(path, nullptr));
 }
 
-bool isA(const CMPIObjectPath* path, const char* className) {
-    return strcasecmp(classOf(path).c_str(), className) == 0;
+bool is_a(const CMPIObjectPath* path, const char* className) {
+    return strcasecmp(class_of(path).c_str(), className) == 0;
 }
 
-std::string keyOf(const CMPIObjectPath* path, const char* key) {
+std::string key_of(const CMPIObjectPath* path, const char* key) {
     CMPIStatus status{};
     const CMPIData data = CMGetKey(path, key, &status);
     return status.rc == CMPI_RC_OK && data.type == CMPI_string ? CMGetCharPtr(data.value.string) : "";
 }
 
 template <typename Object>
-Object* minusOne() {
+Object* minus_one() {
     return reinterpret_cast<Object*>(static_cast<std::intptr_t>(-1));
 }
 
@@ -79,20 +79,20 @@ CMPIStatus ok() {
 // ---- Instances. ----
 
 // Two instances with names in their paths, which honour the request's property filter.
-CMPIStatus enumerateThings(const Asked& asked) {
+CMPIStatus enumerate_things(const Asked& asked) {
     for (const char* name : {"one", "two"}) {
-        CMPIInstance* instance = newThing(name);
+        CMPIInstance* instance = new_thing(name);
         CMSetPropertyFilter(instance, asked.properties, nullptr);
         set(instance, "Colour", "red");
-        setNumber(instance, "Size", 7);
+        set_number(instance, "Size", 7);
         CMReturnInstance(asked.result, instance);
     }
     return ok();
 }
 
 // A path without keys; the filter is applied last, as the properties are already there.
-CMPIStatus enumerateKeyless(const Asked& asked) {
-    CMPIInstance* instance = CMNewInstance(broker, newPath("Probe_Keyless"), nullptr);
+CMPIStatus enumerate_keyless(const Asked& asked) {
+    CMPIInstance* instance = CMNewInstance(broker, new_path("Probe_Keyless"), nullptr);
     set(instance, "Label", "first");
     set(instance, "InstanceID", "id-1");
     set(instance, "Label", "last");
@@ -102,36 +102,36 @@ CMPIStatus enumerateKeyless(const Asked& asked) {
 }
 
 // Everything that is no object, and one object twice, before and after a change.
-CMPIStatus enumerateOdd(const Asked& asked) {
+CMPIStatus enumerate_odd(const Asked& asked) {
     CMReturnInstance(asked.result, nullptr);
-    CMReturnInstance(asked.result, minusOne<CMPIInstance>());
-    CMPIInstance* instance = newThing("again");
+    CMReturnInstance(asked.result, minus_one<CMPIInstance>());
+    CMPIInstance* instance = new_thing("again");
     CMReturnInstance(asked.result, instance);
-    setNumber(instance, "Size", 2);
+    set_number(instance, "Size", 2);
     CMReturnInstance(asked.result, instance);
-    CMPIInstance* released = newThing("released");
+    CMPIInstance* released = new_thing("released");
     CMRelease(released);
     CMReturnInstance(asked.result, released);
     return ok();
 }
 
-CMPIStatus oddNames(const Asked& asked) {
+CMPIStatus odd_names(const Asked& asked) {
     CMReturnObjectPath(asked.result, nullptr);
-    CMReturnObjectPath(asked.result, minusOne<CMPIObjectPath>());
+    CMReturnObjectPath(asked.result, minus_one<CMPIObjectPath>());
     CMReturnObjectPath(asked.result, thing("only"));
     return ok();
 }
 
-CMPIStatus failHalfway(const Asked& asked) {
-    CMReturnInstance(asked.result, newThing("half"));
+CMPIStatus fail_halfway(const Asked& asked) {
+    CMReturnInstance(asked.result, new_thing("half"));
     return {CMPI_RC_ERR_ACCESS_DENIED, CMNewString(broker, "the <door> is locked", nullptr)};
 }
 
-CMPIStatus failOddly(const Asked&) {
+CMPIStatus fail_oddly(const Asked&) {
     return {CMPI_RC_ERR_INVALID_HANDLE, nullptr}; // a code that CIM does not have
 }
 
-CMPIStatus failWithErrorObject(const Asked& asked) {
+CMPIStatus fail_with_error_object(const Asked& asked) {
     CMPIError* error =
         broker->eft->newCMPIError(broker, "Probe", "P1", "the error object tells", ErrorSevHigh,
                                   ErrorProbCauseUnknown, CMPI_RC_ERR_FAILED, nullptr);
@@ -139,14 +139,14 @@ CMPIStatus failWithErrorObject(const Asked& asked) {
     return {CMPI_RC_ERR_FAILED, nullptr};
 }
 
-CMPIStatus enumerateNoisy(const Asked& asked) {
+CMPIStatus enumerate_noisy(const Asked& asked) {
     std::puts("Probe_Noisy was enumerated");
-    CMReturnInstance(asked.result, newThing("noisy"));
+    CMReturnInstance(asked.result, new_thing("noisy"));
     return ok();
 }
 
-CMPIStatus enumerateDirty(const Asked& asked) {
-    CMPIInstance* instance = newThing("dirty \x01<&>\xC3");
+CMPIStatus enumerate_dirty(const Asked& asked) {
+    CMPIInstance* instance = new_thing("dirty \x01<&>\xC3");
     set(instance, "Controls",
         "a\x02"
         "b\x1F"
@@ -165,8 +165,8 @@ CMPIStatus enumerateDirty(const Asked& asked) {
 }
 
 // One property of every type.
-CMPIStatus enumerateTypes(const Asked& asked) {
-    CMPIInstance* instance = newThing("types");
+CMPIStatus enumerate_types(const Asked& asked) {
+    CMPIInstance* instance = new_thing("types");
     CMPIValue v{};
     const auto put = [&](const char* name, CMPIType type) { CMSetProperty(instance, name, &v, type); };
     v.boolean = 1, put("aBoolean", CMPI_boolean);
@@ -185,7 +185,7 @@ CMPIStatus enumerateTypes(const Asked& asked) {
     v.dateTime = CMNewDateTimeFromChars(broker, "20240229123456.000789+060", nullptr),
     put("aDateTime", CMPI_dateTime);
     v.ref = thing("target"), put("aReference", CMPI_ref);
-    v.inst = newThing("inside"), put("anInstance", CMPI_instance);
+    v.inst = new_thing("inside"), put("anInstance", CMPI_instance);
     CMSetProperty(instance, "aNull", nullptr, CMPI_string);
     v.array = CMNewArray(broker, 3, CMPI_uint16, nullptr);
     CMPIValue element{};
@@ -201,12 +201,12 @@ CMPIStatus enumerateTypes(const Asked& asked) {
     return ok();
 }
 
-constexpr int kMany = 3000;
+constexpr int MANY = 3000;
 
 // One path for all, changed and returned again and again.
-CMPIStatus manyNames(const Asked& asked) {
-    CMPIObjectPath* path = newPath("Probe_Thing");
-    for (int i = 0; i < kMany; ++i) {
+CMPIStatus many_names(const Asked& asked) {
+    CMPIObjectPath* path = new_path("Probe_Thing");
+    for (int i = 0; i < MANY; ++i) {
         const std::string name = std::to_string(i);
         CMAddKey(path, "Name", chars(name.c_str()), CMPI_chars);
         CMReturnObjectPath(asked.result, path);
@@ -214,9 +214,9 @@ CMPIStatus manyNames(const Asked& asked) {
     return ok();
 }
 
-CMPIStatus enumerateMany(const Asked& asked) {
-    for (int i = 0; i < kMany; ++i) {
-        CMReturnInstance(asked.result, newThing(std::to_string(i).c_str()));
+CMPIStatus enumerate_many(const Asked& asked) {
+    for (int i = 0; i < MANY; ++i) {
+        CMReturnInstance(asked.result, new_thing(std::to_string(i).c_str()));
     }
     return ok();
 }
@@ -225,45 +225,45 @@ std::atomic<int> inside{0};
 std::atomic<int> mostInside{0};
 
 // Tells how many requests have been inside at the same time.
-CMPIStatus enumerateSlow(const Asked& asked) {
+CMPIStatus enumerate_slow(const Asked& asked) {
     const int now = ++inside;
     for (int most = mostInside; most < now && !mostInside.compare_exchange_weak(most, now);) {
     }
     broker->xft->threadSleep(300);
-    CMPIInstance* instance = newThing("slow");
-    setNumber(instance, "MostInside", static_cast<CMPIUint32>(mostInside.load()));
+    CMPIInstance* instance = new_thing("slow");
+    set_number(instance, "MostInside", static_cast<CMPIUint32>(mostInside.load()));
     CMReturnInstance(asked.result, instance);
     --inside;
     return ok();
 }
 
-CMPIStatus enumerateContext(const Asked& asked) {
-    CMPIInstance* instance = newThing("context");
+CMPIStatus enumerate_context(const Asked& asked) {
+    CMPIInstance* instance = new_thing("context");
     const CMPICount count = CMGetContextEntryCount(asked.context, nullptr);
     for (CMPICount i = 0; i < count; ++i) {
         CMPIString* name = nullptr;
         const CMPIData entry = CMGetContextEntryAt(asked.context, i, &name, nullptr);
         CMSetProperty(instance, CMGetCharPtr(name), &entry.value, entry.type);
     }
-    set(instance, "AskedClass", classOf(asked.path).c_str());
+    set(instance, "AskedClass", class_of(asked.path).c_str());
     set(instance, "AskedNameSpace", CMGetCharPtr(CMGetNameSpace(asked.path, nullptr)));
     CMPICount wanted = 0;
-    while (asked.properties && asked.properties[wanted])
+    while ((asked.properties != nullptr) && (asked.properties[wanted] != nullptr))
         ++wanted;
-    setNumber(instance, "WantedCount", asked.properties ? wanted : 99);
+    set_number(instance, "WantedCount", asked.properties != nullptr ? wanted : 99);
     CMReturnInstance(asked.result, instance);
     return ok();
 }
 
 // Hands on what calls back into the server yield.
-CMPIStatus enumerateThroughBroker(const Asked& asked) {
+CMPIStatus enumerate_through_broker(const Asked& asked) {
     CMPIStatus status{};
     const auto returnAll = [&](const CMPIEnumeration* found) {
-        while (found && CMHasNext(found, nullptr)) {
+        while ((found != nullptr) && (CMHasNext(found, nullptr) != 0)) {
             CMReturnInstance(asked.result, CMGetNext(found, nullptr).value.inst);
         }
     };
-    returnAll(CBEnumInstances(broker, asked.context, newPath("Probe_Thing"), nullptr, &status));
+    returnAll(CBEnumInstances(broker, asked.context, new_path("Probe_Thing"), nullptr, &status));
     if (status.rc != CMPI_RC_OK) return status;
     CMReturnInstance(asked.result, CBGetInstance(broker, asked.context, thing("got"), nullptr, &status));
     if (status.rc != CMPI_RC_OK) return status;
@@ -274,15 +274,15 @@ CMPIStatus enumerateThroughBroker(const Asked& asked) {
     return status;
 }
 
-CMPIStatus namesThroughBroker(const Asked& asked) {
+CMPIStatus names_through_broker(const Asked& asked) {
     CMPIStatus status{};
     const auto returnAll = [&](const CMPIEnumeration* found) {
-        const CMPIArray* paths = found ? CMToArray(found, nullptr) : nullptr;
-        for (CMPICount i = 0; paths && i < CMGetArrayCount(paths, nullptr); ++i) {
+        const CMPIArray* paths = found != nullptr ? CMToArray(found, nullptr) : nullptr;
+        for (CMPICount i = 0; (paths != nullptr) && i < CMGetArrayCount(paths, nullptr); ++i) {
             CMReturnObjectPath(asked.result, CMGetArrayElementAt(paths, i, nullptr).value.ref);
         }
     };
-    returnAll(CBEnumInstanceNames(broker, asked.context, newPath("Probe_Thing"), &status));
+    returnAll(CBEnumInstanceNames(broker, asked.context, new_path("Probe_Thing"), &status));
     returnAll(CBAssociatorNames(broker, asked.context, thing("one"), "Probe_Link", nullptr, nullptr, nullptr,
                                 &status));
     returnAll(CBReferenceNames(broker, asked.context, thing("one"), "Probe_Link", nullptr, &status));
@@ -294,18 +294,18 @@ struct OtherThread {
     CMPIInstance* made;
 };
 
-void* makeOnOtherThread(void* parameter) {
+void* make_on_other_thread(void* parameter) {
     auto* work = static_cast<OtherThread*>(parameter);
     CBAttachThread(broker, work->context);
-    CMPIInstance* mine = newThing("from another thread");
+    CMPIInstance* mine = new_thing("from another thread");
     work->made = CMClone(mine, nullptr);
     CBDetachThread(broker, work->context);
     return nullptr;
 }
 
-CMPIStatus enumerateThreaded(const Asked& asked) {
+CMPIStatus enumerate_threaded(const Asked& asked) {
     OtherThread work{CBPrepareAttachThread(broker, asked.context), nullptr};
-    CMPI_THREAD_TYPE thread = broker->xft->newThread(makeOnOtherThread, &work, 0);
+    CMPI_THREAD_TYPE thread = broker->xft->newThread(make_on_other_thread, &work, 0);
     broker->xft->joinThread(thread, nullptr);
     CMReturnInstance(asked.result, work.made);
     CMRelease(work.made); // a clone is its maker's to release
@@ -314,30 +314,30 @@ CMPIStatus enumerateThreaded(const Asked& asked) {
 
 // ---- Getting an instance. ----
 
-CMPIStatus getThing(const Asked& asked) {
-    const std::string name = keyOf(asked.path, "Name");
+CMPIStatus get_thing(const Asked& asked) {
+    const std::string name = key_of(asked.path, "Name");
     if (name == "missing") return ok();
     if (name == "null") {
         CMReturnInstance(asked.result, nullptr);
         return ok();
     }
     if (name == "hint") return {CMPI_RC_OK, CMNewString(broker, "try another name", nullptr)};
-    CMPIInstance* instance = newThing(name.c_str());
+    CMPIInstance* instance = new_thing(name.c_str());
     set(instance, "Colour", "blue");
     CMReturnInstance(asked.result, instance);
-    if (name == "twice") CMReturnInstance(asked.result, newThing("second"));
+    if (name == "twice") CMReturnInstance(asked.result, new_thing("second"));
     return ok();
 }
 
 // Gives the keys back as properties, and their types as text.
-CMPIStatus getEcho(const Asked& asked) {
-    CMPIInstance* instance = CMNewInstance(broker, newPath("Probe_Echo"), nullptr);
+CMPIStatus get_echo(const Asked& asked) {
+    CMPIInstance* instance = CMNewInstance(broker, new_path("Probe_Echo"), nullptr);
     const CMPICount count = CMGetKeyCount(asked.path, nullptr);
     for (CMPICount i = 0; i < count; ++i) {
         CMPIString* name = nullptr;
         const CMPIData key = CMGetKeyAt(asked.path, i, &name, nullptr);
         CMSetProperty(instance, CMGetCharPtr(name), &key.value, key.type);
-        setNumber(instance, (std::string("typeOf") + CMGetCharPtr(name)).c_str(), key.type);
+        set_number(instance, (std::string("typeOf") + CMGetCharPtr(name)).c_str(), key.type);
     }
     set(instance, "PathText", CMGetCharPtr(CDToString(broker, asked.path, nullptr)));
     CMReturnInstance(asked.result, instance);
@@ -351,12 +351,12 @@ CMPIStatus getEcho(const Asked& asked) {
 // for no class the provider answers nothing; asked for one that it does not know it answers with junk.
 
 CMPIObjectPath* part() {
-    return newPath("Probe_Piece", "InstanceID", "p");
+    return new_path("Probe_Piece", "InstanceID", "p");
 }
 
 CMPIObjectPath* link(const char* className, const char* role1, CMPIObjectPath* end1, const char* role2,
                      CMPIObjectPath* end2) {
-    CMPIObjectPath* path = newPath(className);
+    CMPIObjectPath* path = new_path(className);
     CMPIValue end{};
     end.ref = end1;
     CMAddKey(path, role1, &end, CMPI_ref);
@@ -365,50 +365,51 @@ CMPIObjectPath* link(const char* className, const char* role1, CMPIObjectPath* e
     return path;
 }
 
-bool asksFor(const char* asked, const char* className) {
-    return asked && strcasecmp(asked, className) == 0;
+bool asks_for(const char* asked, const char* className) {
+    return (asked != nullptr) && strcasecmp(asked, className) == 0;
 }
 
 // The far end of an association class as the provider sees it from the source; NULL for none.
-CMPIObjectPath* farEnd(const CMPIObjectPath* source, const char* association) {
-    if (!association) return nullptr;
-    const bool isOne = isA(source, "Probe_Thing") && keyOf(source, "Name") == "one";
-    const bool isTwo = isA(source, "Probe_Thing") && keyOf(source, "Name") == "two";
-    if (asksFor(association, "Probe_Link") || asksFor(association, "Probe_Twin")) {
+CMPIObjectPath* far_end(const CMPIObjectPath* source, const char* association) {
+    if (association == nullptr) return nullptr;
+    const bool isOne = is_a(source, "Probe_Thing") && key_of(source, "Name") == "one";
+    const bool isTwo = is_a(source, "Probe_Thing") && key_of(source, "Name") == "two";
+    if (asks_for(association, "Probe_Link") || asks_for(association, "Probe_Twin")) {
         // Another spelling of the class: it is the same class all the same.
         if (isOne)
-            return newPath(asksFor(association, "Probe_Twin") ? "PROBE_THING" : "Probe_Thing", "Name", "two");
+            return new_path(asks_for(association, "Probe_Twin") ? "PROBE_THING" : "Probe_Thing", "Name",
+                            "two");
         return isTwo ? thing("one") : nullptr;
     }
-    if (asksFor(association, "Probe_Part")) {
+    if (asks_for(association, "Probe_Part")) {
         if (isOne) return part();
-        return isA(source, "Probe_Piece") ? thing("one") : nullptr;
+        return is_a(source, "Probe_Piece") ? thing("one") : nullptr;
     }
-    if (asksFor(association, "Probe_Denied")) return minusOne<CMPIObjectPath>();
-    return newPath("Probe_Junk", "InstanceID", association);
+    if (asks_for(association, "Probe_Denied")) return minus_one<CMPIObjectPath>();
+    return new_path("Probe_Junk", "InstanceID", association);
 }
 
-CMPIObjectPath* linkOf(const CMPIObjectPath* source, const char* association) {
-    const bool isThing = isA(source, "Probe_Thing");
-    if (isThing && (asksFor(association, "Probe_Link") || asksFor(association, "Probe_Twin"))) {
+CMPIObjectPath* link_of(const CMPIObjectPath* source, const char* association) {
+    const bool isThing = is_a(source, "Probe_Thing");
+    if (isThing && (asks_for(association, "Probe_Link") || asks_for(association, "Probe_Twin"))) {
         return link(association, "Left", thing("one"), "Right", thing("two"));
     }
-    if (isA(source, "Probe_Piece") && asksFor(association, "Probe_Part")) {
+    if (is_a(source, "Probe_Piece") && asks_for(association, "Probe_Part")) {
         return link("Probe_Part", "Whole", thing("one"), "Piece", part());
     }
     return nullptr;
 }
 
-CMPIStatus associatorNames(const Asked& asked, const char* association) {
-    if (asksFor(association, "Probe_Failing"))
+CMPIStatus associator_names(const Asked& asked, const char* association) {
+    if (asks_for(association, "Probe_Failing"))
         return {CMPI_RC_ERR_FAILED, CMNewString(broker, "no way", nullptr)};
-    if (association) CMReturnObjectPath(asked.result, farEnd(asked.path, association));
+    if (association != nullptr) CMReturnObjectPath(asked.result, far_end(asked.path, association));
     return ok();
 }
 
 CMPIStatus associators(const Asked& asked, const char* association) {
-    const CMPIObjectPath* end = farEnd(asked.path, association);
-    if (!end || end == minusOne<CMPIObjectPath>()) {
+    const CMPIObjectPath* end = far_end(asked.path, association);
+    if ((end == nullptr) || end == minus_one<CMPIObjectPath>()) {
         CMReturnInstance(asked.result, reinterpret_cast<const CMPIInstance*>(end));
         return ok();
     }
@@ -418,15 +419,15 @@ CMPIStatus associators(const Asked& asked, const char* association) {
     return ok();
 }
 
-CMPIStatus referenceNames(const Asked& asked, const char* association) {
-    const CMPIObjectPath* found = linkOf(asked.path, association);
-    if (found) CMReturnObjectPath(asked.result, found);
+CMPIStatus reference_names(const Asked& asked, const char* association) {
+    const CMPIObjectPath* found = link_of(asked.path, association);
+    if (found != nullptr) CMReturnObjectPath(asked.result, found);
     return ok();
 }
 
 CMPIStatus references(const Asked& asked, const char* association) {
-    const CMPIObjectPath* found = linkOf(asked.path, association);
-    if (found) CMReturnInstance(asked.result, CMNewInstance(broker, found, nullptr));
+    const CMPIObjectPath* found = link_of(asked.path, association);
+    if (found != nullptr) CMReturnInstance(asked.result, CMNewInstance(broker, found, nullptr));
     return ok();
 }
 
@@ -439,33 +440,33 @@ struct Behaviour {
     CMPIStatus (*get)(const Asked&);
 };
 
-CMPIStatus thingNames(const Asked& asked) {
+CMPIStatus thing_names(const Asked& asked) {
     CMReturnObjectPath(asked.result, thing("one"));
     CMReturnObjectPath(asked.result, thing("two"));
     return ok();
 }
 
-constexpr Behaviour kBehaviours[] = {
-    {"Probe_Thing", thingNames, enumerateThings, getThing},
-    {"Probe_Keyless", nullptr, enumerateKeyless, nullptr},
-    {"Probe_Odd", oddNames, enumerateOdd, nullptr},
-    {"Probe_Failing", failHalfway, failHalfway, failHalfway},
-    {"Probe_OddlyFailing", failOddly, failOddly, failOddly},
-    {"Probe_ErrorObject", nullptr, failWithErrorObject, nullptr},
-    {"Probe_Noisy", nullptr, enumerateNoisy, nullptr},
-    {"Probe_Dirty", nullptr, enumerateDirty, nullptr},
-    {"Probe_Types", nullptr, enumerateTypes, nullptr},
-    {"Probe_Many", manyNames, enumerateMany, nullptr},
-    {"Probe_Slow", nullptr, enumerateSlow, nullptr},
-    {"Probe_Context", nullptr, enumerateContext, enumerateContext},
-    {"Probe_ThroughBroker", namesThroughBroker, enumerateThroughBroker, nullptr},
-    {"Probe_Threaded", nullptr, enumerateThreaded, nullptr},
-    {"Probe_Echo", nullptr, nullptr, getEcho},
+constexpr Behaviour BEHAVIOURS[] = {
+    {"Probe_Thing", thing_names, enumerate_things, get_thing},
+    {"Probe_Keyless", nullptr, enumerate_keyless, nullptr},
+    {"Probe_Odd", odd_names, enumerate_odd, nullptr},
+    {"Probe_Failing", fail_halfway, fail_halfway, fail_halfway},
+    {"Probe_OddlyFailing", fail_oddly, fail_oddly, fail_oddly},
+    {"Probe_ErrorObject", nullptr, fail_with_error_object, nullptr},
+    {"Probe_Noisy", nullptr, enumerate_noisy, nullptr},
+    {"Probe_Dirty", nullptr, enumerate_dirty, nullptr},
+    {"Probe_Types", nullptr, enumerate_types, nullptr},
+    {"Probe_Many", many_names, enumerate_many, nullptr},
+    {"Probe_Slow", nullptr, enumerate_slow, nullptr},
+    {"Probe_Context", nullptr, enumerate_context, enumerate_context},
+    {"Probe_ThroughBroker", names_through_broker, enumerate_through_broker, nullptr},
+    {"Probe_Threaded", nullptr, enumerate_threaded, nullptr},
+    {"Probe_Echo", nullptr, nullptr, get_echo},
 };
 
 CMPIStatus dispatch(CMPIStatus (*Behaviour::*operation)(const Asked&), const Asked& asked) {
-    for (const Behaviour& behaviour : kBehaviours) {
-        if (isA(asked.path, behaviour.className) && behaviour.*operation)
+    for (const Behaviour& behaviour : BEHAVIOURS) {
+        if (is_a(asked.path, behaviour.className) && (behaviour.*operation != nullptr))
             return (behaviour.*operation)(asked);
     }
     return ok();
@@ -492,7 +493,7 @@ CMPIStatus ProbeGetInstance(CMPIInstanceMI*, const CMPIContext* context, const C
 
 CMPIStatus ProbeCreateInstance(CMPIInstanceMI*, const CMPIContext*, const CMPIResult* result,
                                const CMPIObjectPath* path, const CMPIInstance* instance) {
-    if (!isA(path, "Probe_Thing")) return {CMPI_RC_ERR_NOT_SUPPORTED, nullptr};
+    if (!is_a(path, "Probe_Thing")) return {CMPI_RC_ERR_NOT_SUPPORTED, nullptr};
     CMReturnObjectPath(result, thing(CMGetCharPtr(CMGetProperty(instance, "Name", nullptr).value.string)));
     return ok();
 }
@@ -500,24 +501,25 @@ CMPIStatus ProbeCreateInstance(CMPIInstanceMI*, const CMPIContext*, const CMPIRe
 CMPIStatus ProbeModifyInstance(CMPIInstanceMI*, const CMPIContext*, const CMPIResult*,
                                const CMPIObjectPath* path, const CMPIInstance* instance,
                                const char** properties) {
-    const bool oneWanted = properties && properties[0] && !properties[1];
+    const bool oneWanted =
+        (properties != nullptr) && (properties[0] != nullptr) && (properties[1] == nullptr);
     const bool coloured = CMGetProperty(instance, "Colour", nullptr).type == CMPI_string;
-    if (keyOf(path, "Name") == "one" && oneWanted && coloured) return ok();
+    if (key_of(path, "Name") == "one" && oneWanted && coloured) return ok();
     return {CMPI_RC_ERR_NOT_FOUND, CMNewString(broker, "nothing to modify", nullptr)};
 }
 
 CMPIStatus ProbeDeleteInstance(CMPIInstanceMI*, const CMPIContext*, const CMPIResult*,
                                const CMPIObjectPath* path) {
-    if (keyOf(path, "Name") == "one") return ok();
+    if (key_of(path, "Name") == "one") return ok();
     return {CMPI_RC_ERR_NOT_FOUND, nullptr};
 }
 
 CMPIStatus ProbeExecQuery(CMPIInstanceMI*, const CMPIContext*, const CMPIResult* result,
                           const CMPIObjectPath* path, const char* query, const char* language) {
     if (strcasecmp(language, "WQL") != 0) return {CMPI_RC_ERR_QUERY_LANGUAGE_NOT_SUPPORTED, nullptr};
-    CMPIInstance* instance = newThing("found");
+    CMPIInstance* instance = new_thing("found");
     set(instance, "Query", query);
-    set(instance, "ClassAsked", classOf(path).c_str());
+    set(instance, "ClassAsked", class_of(path).c_str());
     CMReturnInstance(result, instance);
     return ok();
 }
@@ -535,7 +537,7 @@ CMPIStatus ProbeAssociators(CMPIAssociationMI*, const CMPIContext* context, cons
 CMPIStatus ProbeAssociatorNames(CMPIAssociationMI*, const CMPIContext* context, const CMPIResult* result,
                                 const CMPIObjectPath* path, const char* association, const char*, const char*,
                                 const char*) {
-    return associatorNames({context, result, path, nullptr}, association);
+    return associator_names({context, result, path, nullptr}, association);
 }
 
 CMPIStatus ProbeReferences(CMPIAssociationMI*, const CMPIContext* context, const CMPIResult* result,
@@ -546,7 +548,7 @@ CMPIStatus ProbeReferences(CMPIAssociationMI*, const CMPIContext* context, const
 
 CMPIStatus ProbeReferenceNames(CMPIAssociationMI*, const CMPIContext* context, const CMPIResult* result,
                                const CMPIObjectPath* path, const char* association, const char*) {
-    return referenceNames({context, result, path, nullptr}, association);
+    return reference_names({context, result, path, nullptr}, association);
 }
 
 } // namespace

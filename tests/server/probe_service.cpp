@@ -3,27 +3,27 @@
 using namespace cimserver;
 
 ProbeService::ProbeService()
-    : broker_([this](const std::string& line) { logged_.push_back(line); }),
-      provider_(PROBE_PROVIDER, "Probe", broker_),
-      calls_(provider_),
-      operations_(calls_, AssociationTable({{"Probe_Link", {"Probe_Thing"}},
-                                            {"Probe_Twin", {"Probe_Thing"}},
-                                            {"Probe_Part", {"Probe_Thing", "Probe_Piece"}},
-                                            {"Probe_Denied", {}}})),
-      service_(operations_, {{"root/cimv2", "root/Other"}, "testhost", [this](const std::string& line) {
-                                 reported_.push_back(line);
-                             }}) {
-    broker_.serve(&operations_);
+    : broker([this](const std::string& line) { logged.push_back(line); }),
+      provider(PROBE_PROVIDER, "Probe", broker),
+      calls(provider),
+      operations(calls, AssociationTable({{"Probe_Link", {"Probe_Thing"}},
+                                          {"Probe_Twin", {"Probe_Thing"}},
+                                          {"Probe_Part", {"Probe_Thing", "Probe_Piece"}},
+                                          {"Probe_Denied", {}}})),
+      service(operations, {{"root/cimv2", "root/Other"}, "testhost", [this](const std::string& line) {
+                               reported.push_back(line);
+                           }}) {
+    broker.serve(&operations);
 }
 
 Response ProbeService::ask(const std::string& method, const std::string& parameters) const {
-    const HttpReply reply = send(post(imethodCall(method, parameters), method));
+    const HttpReply reply = send(post(imethod_call(method, parameters), method));
     EXPECT_EQ(reply.status, 200U) << reply.body;
     Response response(reply.body);
-    EXPECT_TRUE(response.wellFormed()) << reply.body;
+    EXPECT_TRUE(response.well_formed()) << reply.body;
     return response;
 }
 
-Response ProbeService::askClass(const std::string& method, const std::string& name) const {
-    return ask(method, parameter("ClassName", className(name)));
+Response ProbeService::ask_class(const std::string& method, const std::string& name) const {
+    return ask(method, parameter("ClassName", class_name(name)));
 }

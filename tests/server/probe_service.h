@@ -16,18 +16,16 @@ class ProbeService : public testing::Test {
     // Runs an operation with these parameters.
     Response ask(const std::string& method, const std::string& parameters) const;
     // The same for a class alone: EnumerateInstances and the like.
-    Response askClass(const std::string& method, const std::string& name) const;
-    cimserver::HttpReply send(const cimserver::HttpRequest& request) const {
-        return service_.answer(request);
-    }
+    Response ask_class(const std::string& method, const std::string& name) const;
+    cimserver::HttpReply send(const cimserver::HttpRequest& request) const { return service.answer(request); }
 
-    std::vector<std::string> logged_;
-    std::vector<std::string> reported_;
-    cimserver::Broker broker_;
-    cimserver::Provider provider_;
-    cimserver::ProviderCalls calls_;
-    cimserver::Operations operations_;
-    cimserver::CimXmlService service_;
+    std::vector<std::string> logged;
+    std::vector<std::string> reported;
+    cimserver::Broker broker;
+    cimserver::Provider provider;
+    cimserver::ProviderCalls calls;
+    cimserver::Operations operations;
+    cimserver::CimXmlService service;
 };
 
 #endif

@@ -17,7 +17,7 @@
 
 namespace {
 
-std::string contentOf(const std::string& file) {
+std::string content_of(const std::string& file) {
     std::ifstream stream(file);
     std::ostringstream content;
     content << stream.rdbuf();
@@ -29,16 +29,16 @@ class Program : public testing::Test {
   protected:
     Program() {
         char name[] = "/tmp/cimserver-test-XXXXXX";
-        folder_ = mkdtemp(name);
+        folder = mkdtemp(name);
     }
     ~Program() override {
-        if (process_ > 0) {
-            kill(process_, SIGKILL);
-            waitForEnd();
+        if (process > 0) {
+            kill(process, SIGKILL);
+            wait_for_end();
         }
         for (const char* file : {"out", "err", "log", "table"})
-            unlink((folder_ + "/" + file).c_str());
-        rmdir(folder_.c_str());
+            unlink((folder + "/" + file).c_str());
+        rmdir(folder.c_str());
     }
 
     void start(std::vector<std::string> arguments) {
@@ -49,10 +49,10 @@ class Program : public testing::Test {
         argv.push_back(nullptr);
         posix_spawn_file_actions_t files;
         posix_spawn_file_actions_init(&files);
-        constexpr int kWrite = O_WRONLY | O_CREAT | O_TRUNC;
-        posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, file("out").c_str(), kWrite, 0600);
-        posix_spawn_file_actions_addopen(&files, STDERR_FILENO, file("err").c_str(), kWrite, 0600);
-        ASSERT_EQ(posix_spawn(&process_, KESTO_CIMSERVER, &files, nullptr, argv.data(), environ), 0);
+        constexpr int WRITE = O_WRONLY | O_CREAT | O_TRUNC;
+        posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, file("out").c_str(), WRITE, 0600);
+        posix_spawn_file_actions_addopen(&files, STDERR_FILENO, file("err").c_str(), WRITE, 0600);
+        ASSERT_EQ(posix_spawn(&process, KESTO_CIMSERVER, &files, nullptr, argv.data(), environ), 0);
         posix_spawn_file_actions_destroy(&files);
     }
 
@@ -61,47 +61,47 @@ class Program : public testing::Test {
         arguments.insert(arguments.begin(),
                          {"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--port", "0"});
         start(arguments);
-        for (int i = 0; i < 1000 && port_ == 0; ++i) {
-            const std::string out = contentOf(file("out"));
+        for (int i = 0; i < 1000 && port == 0; ++i) {
+            const std::string out = content_of(file("out"));
             const std::string before = "serving http://127.0.0.1:";
             const std::size_t at = out.find(before);
             if (at != std::string::npos && out.find('\n', at) != std::string::npos) {
-                port_ = static_cast<std::uint16_t>(std::atoi(out.c_str() + at + before.size()));
+                port = static_cast<std::uint16_t>(std::atoi(out.c_str() + at + before.size()));
             }
             usleep(10000);
         }
-        ASSERT_NE(port_, 0) << contentOf(file("err"));
+        ASSERT_NE(port, 0) << content_of(file("err"));
     }
 
-    Response askClass(const std::string& method, const std::string& name) const {
-        const std::string body = imethodCall(method, parameter("ClassName", className(name)));
-        return Response(exchange(port_, post(body, method)).body);
+    Response ask_class(const std::string& method, const std::string& name) const {
+        const std::string body = imethod_call(method, parameter("ClassName", class_name(name)));
+        return Response(exchange(port, post(body, method)).body);
     }
 
     // The exit status, or minus the signal.
-    int waitForEnd() {
+    int wait_for_end() {
         int status = 0;
-        if (waitpid(process_, &status, 0) != process_) return -1000;
-        process_ = 0;
+        if (waitpid(process, &status, 0) != process) return -1000;
+        process = 0;
         return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     }
     int stop(int signal = SIGTERM) {
-        kill(process_, signal);
-        return waitForEnd();
+        kill(process, signal);
+        return wait_for_end();
     }
 
-    std::string file(const std::string& name) const { return folder_ + "/" + name; }
-    std::string out() const { return contentOf(file("out")); }
-    std::string err() const { return contentOf(file("err")); }
+    std::string file(const std::string& name) const { return folder + "/" + name; }
+    std::string out() const { return content_of(file("out")); }
+    std::string err() const { return content_of(file("err")); }
 
-    std::string folder_;
-    pid_t process_ = 0;
-    std::uint16_t port_ = 0;
+    std::string folder;
+    pid_t process = 0;
+    std::uint16_t port = 0;
 };
 
 TEST_F(Program, TellsWhenItIsReadyAndStopsCleanlyOnSigterm) {
     serve();
-    const std::string url = "http://127.0.0.1:" + std::to_string(port_) + "/cimom";
+    const std::string url = "http://127.0.0.1:" + std::to_string(port) + "/cimom";
     EXPECT_EQ(out(), "kesto-cimserver: serving " + url + " (namespace root/cimv2)\n");
     EXPECT_EQ(stop(), 0);
     EXPECT_EQ(out(),
@@ -117,7 +117,7 @@ TEST_F(Program, StopsCleanlyOnSigint) {
 TEST_F(Program, FinishesRunningRequestsBeforeItStops) {
     serve();
     auto client =
-        std::async(std::launch::async, [this] { return askClass("EnumerateInstances", "Probe_Slow"); });
+        std::async(std::launch::async, [this] { return ask_class("EnumerateInstances", "Probe_Slow"); });
     usleep(150000);
     EXPECT_EQ(stop(), 0);
     EXPECT_EQ(client.get().count("//INSTANCE"), 1U);
@@ -126,24 +126,24 @@ TEST_F(Program, FinishesRunningRequestsBeforeItStops) {
 TEST_F(Program, ServesEveryOperationOverTheWire) {
     serve();
     const auto ask = [this](const std::string& method, const std::string& parameters) {
-        return Response(exchange(port_, post(imethodCall(method, parameters), method)).body);
+        return Response(exchange(port, post(imethod_call(method, parameters), method)).body);
     };
-    const std::string source = parameter("ObjectName", thingName("one"));
-    EXPECT_EQ(askClass("EnumerateInstances", "Probe_Thing").count("//VALUE.NAMEDINSTANCE"), 2U);
-    EXPECT_EQ(askClass("EnumerateInstanceNames", "Probe_Thing").count("//INSTANCENAME"), 2U);
-    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", thingName("one"))).count("//INSTANCE"), 1U);
-    const std::string link = parameter("AssocClass", className("Probe_Link"));
+    const std::string source = parameter("ObjectName", thing_name("one"));
+    EXPECT_EQ(ask_class("EnumerateInstances", "Probe_Thing").count("//VALUE.NAMEDINSTANCE"), 2U);
+    EXPECT_EQ(ask_class("EnumerateInstanceNames", "Probe_Thing").count("//INSTANCENAME"), 2U);
+    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", thing_name("one"))).count("//INSTANCE"), 1U);
+    const std::string link = parameter("AssocClass", class_name("Probe_Link"));
     EXPECT_EQ(ask("Associators", source + link).count("//VALUE.OBJECTWITHPATH"), 1U);
     EXPECT_EQ(ask("AssociatorNames", source + link).count("//OBJECTPATH"), 1U);
-    const std::string resultClass = parameter("ResultClass", className("Probe_Link"));
+    const std::string resultClass = parameter("ResultClass", class_name("Probe_Link"));
     EXPECT_EQ(ask("References", source + resultClass).count("//VALUE.OBJECTWITHPATH"), 1U);
     EXPECT_EQ(ask("ReferenceNames", source + resultClass).count("//OBJECTPATH"), 1U);
-    EXPECT_EQ(ask("DeleteInstance", parameter("InstanceName", thingName("one"))).errorCode(), 0);
-    EXPECT_EQ(ask("CreateInstance", parameter("NewInstance", "<INSTANCE CLASSNAME=\"X\"/>")).errorCode(), 7);
+    EXPECT_EQ(ask("DeleteInstance", parameter("InstanceName", thing_name("one"))).error_code(), 0);
+    EXPECT_EQ(ask("CreateInstance", parameter("NewInstance", "<INSTANCE CLASSNAME=\"X\"/>")).error_code(), 7);
     EXPECT_EQ(ask("ExecQuery", parameter("QueryLanguage", value("CQL")) + parameter("Query", value("q")))
-                  .errorCode(),
+                  .error_code(),
               14);
-    EXPECT_EQ(ask("GetClass", "").errorCode(), 7);
+    EXPECT_EQ(ask("GetClass", "").error_code(), 7);
 }
 
 TEST_F(Program, ServesSeveralClientsAtATime) {
@@ -151,7 +151,7 @@ TEST_F(Program, ServesSeveralClientsAtATime) {
     std::vector<std::future<Response>> clients;
     for (int i = 0; i < 4; ++i) {
         clients.push_back(
-            std::async(std::launch::async, [this] { return askClass("EnumerateInstances", "Probe_Slow"); }));
+            std::async(std::launch::async, [this] { return ask_class("EnumerateInstances", "Probe_Slow"); }));
     }
     int most = 0;
     for (auto& client : clients)
@@ -162,12 +162,12 @@ TEST_F(Program, ServesSeveralClientsAtATime) {
 TEST_F(Program, ClientsThatReadSlowlyHoldUpNobody) {
     serve();
     const std::string many =
-        imethodCall("EnumerateInstances", parameter("ClassName", className("Probe_Many")));
-    Connection reluctant(port_);
-    ASSERT_TRUE(reluctant.send(httpText(post(many, "EnumerateInstances"))));
+        imethod_call("EnumerateInstances", parameter("ClassName", class_name("Probe_Many")));
+    Connection reluctant(port);
+    ASSERT_TRUE(reluctant.send(http_text(post(many, "EnumerateInstances"))));
     usleep(200000); // its answer is ready and waits
-    EXPECT_EQ(askClass("EnumerateInstances", "Probe_Thing").count("//INSTANCE"), 2U);
-    EXPECT_EQ(Response(parseHttp(reluctant.receiveAll()).body).count("//INSTANCE"), 3000U);
+    EXPECT_EQ(ask_class("EnumerateInstances", "Probe_Thing").count("//INSTANCE"), 2U);
+    EXPECT_EQ(Response(parse_http(reluctant.receive_all()).body).count("//INSTANCE"), 3000U);
 }
 
 TEST_F(Program, AnswersTheSameToManyClientsAtOnce) {
@@ -175,8 +175,10 @@ TEST_F(Program, AnswersTheSameToManyClientsAtOnce) {
     const auto client = [this] {
         int wrong = 0;
         for (int i = 0; i < 25; ++i) {
-            wrong += askClass("EnumerateInstances", "Probe_Types").property("aUint32") != "4294967295";
-            wrong += askClass("EnumerateInstanceNames", "Probe_Thing").count("//INSTANCENAME") != 2;
+            wrong += static_cast<int>(ask_class("EnumerateInstances", "Probe_Types").property("aUint32") !=
+                                      "4294967295");
+            wrong += static_cast<int>(
+                ask_class("EnumerateInstanceNames", "Probe_Thing").count("//INSTANCENAME") != 2);
         }
         return wrong;
     };
@@ -190,8 +192,8 @@ TEST_F(Program, AnswersTheSameToManyClientsAtOnce) {
 
 TEST_F(Program, WhatTheProviderPrintsGoesToItsLog) {
     serve({"--provider-log", file("log")});
-    askClass("EnumerateInstances", "Probe_Noisy");
-    EXPECT_EQ(contentOf(file("log")), "Probe_Noisy was enumerated\n"); // at once, not at the end
+    ask_class("EnumerateInstances", "Probe_Noisy");
+    EXPECT_EQ(content_of(file("log")), "Probe_Noisy was enumerated\n"); // at once, not at the end
     EXPECT_EQ(stop(), 0);
     EXPECT_EQ(out().find("Noisy"), std::string::npos);
     EXPECT_NE(out().find("stopped"), std::string::npos);
@@ -199,7 +201,7 @@ TEST_F(Program, WhatTheProviderPrintsGoesToItsLog) {
 
 TEST_F(Program, WhatTheProviderPrintsMayGoToStandardError) {
     serve({"--provider-log", "-"});
-    askClass("EnumerateInstances", "Probe_Noisy");
+    ask_class("EnumerateInstances", "Probe_Noisy");
     EXPECT_EQ(stop(), 0);
     EXPECT_EQ(err(), "Probe_Noisy was enumerated\n");
     EXPECT_EQ(out().find("Noisy"), std::string::npos);
@@ -207,7 +209,7 @@ TEST_F(Program, WhatTheProviderPrintsMayGoToStandardError) {
 
 TEST_F(Program, VerboseReportsOperations) {
     serve({"--verbose"});
-    askClass("EnumerateInstances", "Probe_Odd");
+    ask_class("EnumerateInstances", "Probe_Odd");
     stop();
     EXPECT_EQ(err(),
               "kesto-cimserver: EnumerateInstances Probe_Odd: 2 returned, 3 that were no objects ignored\n");
@@ -216,40 +218,40 @@ TEST_F(Program, VerboseReportsOperations) {
 TEST_F(Program, ServesTheNamespacesOfTheCommandLine) {
     serve({"--namespace", "root/a", "--namespace", "root/b"});
     EXPECT_NE(out().find("(namespace root/a, root/b)"), std::string::npos);
-    EXPECT_EQ(askClass("EnumerateInstances", "Probe_Thing").errorCode(), 3);
+    EXPECT_EQ(ask_class("EnumerateInstances", "Probe_Thing").error_code(), 3);
 }
 
 TEST_F(Program, TakesTheAssociationsOfAFile) {
     std::ofstream(file("table")) << "# the probe's\nProbe_Part: Probe_Thing\n";
     serve({"--associations", file("table")});
-    const std::string body = imethodCall("AssociatorNames", parameter("ObjectName", thingName("one")));
-    EXPECT_EQ(Response(exchange(port_, post(body, "AssociatorNames")).body)
+    const std::string body = imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one")));
+    EXPECT_EQ(Response(exchange(port, post(body, "AssociatorNames")).body)
                   .text("//OBJECTPATH//INSTANCENAME/@CLASSNAME"),
               "Probe_Piece");
 }
 
 TEST_F(Program, RefusesToListenBeyondLoopback) {
     start({"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--port", "0", "--listen", "0.0.0.0"});
-    EXPECT_EQ(waitForEnd(), 1);
+    EXPECT_EQ(wait_for_end(), 1);
     EXPECT_EQ(err(), "kesto-cimserver: refusing to listen on 0.0.0.0: only loopback addresses are served\n");
 }
 
 TEST_F(Program, SaysWhatIsWrongWithItsProvider) {
     start({"--provider", "/nonexistent.so", "--port", "0"});
-    EXPECT_EQ(waitForEnd(), 1);
+    EXPECT_EQ(wait_for_end(), 1);
     EXPECT_NE(err().find("/nonexistent.so"), std::string::npos);
     start({"--provider", PROBE_PROVIDER, "--provider-name", "Unmakeable", "--port", "0"});
-    EXPECT_EQ(waitForEnd(), 1);
+    EXPECT_EQ(wait_for_end(), 1);
     EXPECT_NE(err().find("Unmakeable_Create_InstanceMI failed with status 1: out of order"),
               std::string::npos);
 }
 
 TEST_F(Program, SaysWhatIsWrongWithItsOptions) {
     start({"--port", "seventy"});
-    EXPECT_NE(waitForEnd(), 0);
+    EXPECT_NE(wait_for_end(), 0);
     EXPECT_NE(err().find("--port"), std::string::npos);
     start({"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--associations", file("missing")});
-    EXPECT_EQ(waitForEnd(), 1);
+    EXPECT_EQ(wait_for_end(), 1);
     EXPECT_NE(err().find("cannot read"), std::string::npos);
 }
 

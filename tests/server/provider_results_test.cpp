@@ -8,50 +8,50 @@ namespace {
 using ProviderResults = ProbeService;
 
 TEST_F(ProviderResults, NullMinusOneAndReleasedObjectsAreIgnored) {
-    const Response response = askClass("EnumerateInstances", "Probe_Odd");
+    const Response response = ask_class("EnumerateInstances", "Probe_Odd");
     EXPECT_EQ(response.texts("//INSTANCE/PROPERTY[@NAME='Name']/VALUE"),
               (std::vector<std::string>{"again", "again"}));
-    EXPECT_EQ(askClass("EnumerateInstanceNames", "Probe_Odd").count("//INSTANCENAME"), 1U);
+    EXPECT_EQ(ask_class("EnumerateInstanceNames", "Probe_Odd").count("//INSTANCENAME"), 1U);
 }
 
 TEST_F(ProviderResults, IgnoredObjectsAreReported) {
-    askClass("EnumerateInstances", "Probe_Odd");
-    ASSERT_EQ(reported_.size(), 1U);
-    EXPECT_EQ(reported_[0], "EnumerateInstances Probe_Odd: 2 returned, 3 that were no objects ignored");
+    ask_class("EnumerateInstances", "Probe_Odd");
+    ASSERT_EQ(reported.size(), 1U);
+    EXPECT_EQ(reported[0], "EnumerateInstances Probe_Odd: 2 returned, 3 that were no objects ignored");
 }
 
 TEST_F(ProviderResults, AnObjectThatIsChangedAndReturnedAgainIsWrittenAsItIsEachTime) {
-    const Response response = askClass("EnumerateInstances", "Probe_Odd");
+    const Response response = ask_class("EnumerateInstances", "Probe_Odd");
     EXPECT_EQ(response.count("(//INSTANCE)[1]/PROPERTY[@NAME='Size']"), 0U);
     EXPECT_EQ(response.count("(//INSTANCE)[2]/PROPERTY[@NAME='Size']"), 1U);
 }
 
 TEST_F(ProviderResults, OnePathForALongEnumeration) {
     const std::vector<std::string> names =
-        askClass("EnumerateInstanceNames", "Probe_Many").texts("//KEYVALUE");
+        ask_class("EnumerateInstanceNames", "Probe_Many").texts("//KEYVALUE");
     ASSERT_EQ(names.size(), 3000U);
     EXPECT_EQ(names.front(), "0");
     EXPECT_EQ(names.back(), "2999");
 }
 
 TEST_F(ProviderResults, EveryObjectOfALongEnumerationArrives) {
-    EXPECT_EQ(askClass("EnumerateInstances", "Probe_Many").count("//INSTANCE"), 3000U);
+    EXPECT_EQ(ask_class("EnumerateInstances", "Probe_Many").count("//INSTANCE"), 3000U);
 }
 
 TEST_F(ProviderResults, APropertySetTwiceHasItsLastValueInItsFirstPlace) {
-    const Response response = askClass("EnumerateInstances", "Probe_Keyless");
+    const Response response = ask_class("EnumerateInstances", "Probe_Keyless");
     EXPECT_EQ(response.texts("//PROPERTY/@NAME"), (std::vector<std::string>{"Label", "InstanceID"}));
     EXPECT_EQ(response.property("Label"), "last");
 }
 
 TEST_F(ProviderResults, AnInstanceWithoutKeysIsNamedByItsProperties) {
-    const Response response = askClass("EnumerateInstances", "Probe_Keyless");
+    const Response response = ask_class("EnumerateInstances", "Probe_Keyless");
     EXPECT_EQ(response.text("//INSTANCENAME/KEYBINDING[@NAME='InstanceID']/KEYVALUE"), "id-1");
 }
 
 TEST_F(ProviderResults, TextIsWellFormedWhateverTheProviderSays) {
     const std::string fffd = "\xEF\xBF\xBD";
-    const Response response = askClass("EnumerateInstances", "Probe_Dirty");
+    const Response response = ask_class("EnumerateInstances", "Probe_Dirty");
     EXPECT_EQ(response.property("Controls"), "a" + fffd + "b" + fffd + "c");
     EXPECT_EQ(response.property("BrokenUtf8"), fffd + fffd + " " + fffd + " " + fffd + " end");
     EXPECT_EQ(response.property("Markup"), "</VALUE><![CDATA[ ]]> & \"quoted\" 'too'\r\n\ttab");
@@ -64,7 +64,7 @@ TEST_F(ProviderResults, TextIsWellFormedWhateverTheProviderSays) {
 }
 
 TEST_F(ProviderResults, EveryTypeIsWritten) {
-    const Response response = askClass("EnumerateInstances", "Probe_Types");
+    const Response response = ask_class("EnumerateInstances", "Probe_Types");
     const auto typed = [&](const char* name, const char* type) {
         EXPECT_EQ(response.text(std::string("//PROPERTY[@NAME='") + name + "']/@TYPE"), type);
         return response.property(name);
@@ -86,7 +86,7 @@ TEST_F(ProviderResults, EveryTypeIsWritten) {
 }
 
 TEST_F(ProviderResults, ReferencesEmbeddedInstancesNullsAndArraysAreWritten) {
-    const Response response = askClass("EnumerateInstances", "Probe_Types");
+    const Response response = ask_class("EnumerateInstances", "Probe_Types");
     EXPECT_EQ(response.text("//PROPERTY.REFERENCE[@NAME='aReference']/@REFERENCECLASS"), "Probe_Thing");
     EXPECT_EQ(response.text(
                   "//PROPERTY.REFERENCE/VALUE.REFERENCE/LOCALINSTANCEPATH/INSTANCENAME/KEYBINDING/KEYVALUE"),
@@ -102,18 +102,18 @@ TEST_F(ProviderResults, ReferencesEmbeddedInstancesNullsAndArraysAreWritten) {
 }
 
 TEST_F(ProviderResults, ProvidersReachTheServerThroughTheBroker) {
-    const Response response = askClass("EnumerateInstances", "Probe_ThroughBroker");
+    const Response response = ask_class("EnumerateInstances", "Probe_ThroughBroker");
     EXPECT_EQ(response.texts("//INSTANCE/PROPERTY[@NAME='Name']/VALUE"),
               (std::vector<std::string>{"one", "two", "got", "two"}));
     EXPECT_EQ(response.texts("//INSTANCE[@CLASSNAME='Probe_Link']/PROPERTY.REFERENCE/@NAME"),
               (std::vector<std::string>{"Left", "Right"}));
-    EXPECT_EQ(askClass("EnumerateInstanceNames", "Probe_ThroughBroker")
+    EXPECT_EQ(ask_class("EnumerateInstanceNames", "Probe_ThroughBroker")
                   .texts("//IRETURNVALUE/INSTANCENAME/@CLASSNAME"),
               (std::vector<std::string>{"Probe_Thing", "Probe_Thing", "Probe_Thing", "Probe_Link"}));
 }
 
 TEST_F(ProviderResults, ProvidersMakeObjectsOnThreadsOfTheirOwn) {
-    EXPECT_EQ(askClass("EnumerateInstances", "Probe_Threaded").property("Name"), "from another thread");
+    EXPECT_EQ(ask_class("EnumerateInstances", "Probe_Threaded").property("Name"), "from another thread");
 }
 
 } // namespace

@@ -7,10 +7,10 @@ using RequestParameters = ProbeService;
 
 class Keys : public ProbeService {
   protected:
-    Response echoOf(const std::string& keys) const {
-        return ask("GetInstance", parameter("InstanceName", instanceName("Probe_Echo", keys)));
+    Response echo_of(const std::string& keys) const {
+        return ask("GetInstance", parameter("InstanceName", instance_name("Probe_Echo", keys)));
     }
-    std::string typeOf(const Response& response, const std::string& key) const {
+    std::string type_of(const Response& response, const std::string& key) const {
         return response.property("typeOf" + key);
     }
 };
@@ -21,56 +21,56 @@ std::string text(int number) {
 
 TEST_F(Keys, StringIsTheDefault) {
     const Response response =
-        echoOf("<KEYBINDING NAME=\"K\"><KEYVALUE> a &lt;b&gt; <![CDATA[<c>]]></KEYVALUE></KEYBINDING>");
+        echo_of("<KEYBINDING NAME=\"K\"><KEYVALUE> a &lt;b&gt; <![CDATA[<c>]]></KEYVALUE></KEYBINDING>");
     EXPECT_EQ(response.property("K"), " a <b> <c>");
-    EXPECT_EQ(typeOf(response, "K"), text(CMPI_string));
+    EXPECT_EQ(type_of(response, "K"), text(CMPI_string));
 }
 
 TEST_F(Keys, BlanksAreKept) {
-    EXPECT_EQ(echoOf(key("K", "  ")).property("K"), "  ");
-    EXPECT_EQ(echoOf(key("K", "")).property("K"), "");
+    EXPECT_EQ(echo_of(key("K", "  ")).property("K"), "  ");
+    EXPECT_EQ(echo_of(key("K", "")).property("K"), "");
 }
 
 TEST_F(Keys, BooleansAndNumbers) {
     const Response response =
-        echoOf(key("B", "TRUE", "VALUETYPE=\"boolean\"") + key("N", "-5", "VALUETYPE=\"numeric\"") +
-               key("U", "18446744073709551615", "VALUETYPE=\"numeric\"") +
-               key("H", "0x1F", "VALUETYPE=\"numeric\"") + key("R", "1.5e1", "VALUETYPE=\"numeric\""));
+        echo_of(key("B", "TRUE", "VALUETYPE=\"boolean\"") + key("N", "-5", "VALUETYPE=\"numeric\"") +
+                key("U", "18446744073709551615", "VALUETYPE=\"numeric\"") +
+                key("H", "0x1F", "VALUETYPE=\"numeric\"") + key("R", "1.5e1", "VALUETYPE=\"numeric\""));
     EXPECT_EQ(response.property("B"), "TRUE");
-    EXPECT_EQ(typeOf(response, "B"), text(CMPI_boolean));
+    EXPECT_EQ(type_of(response, "B"), text(CMPI_boolean));
     EXPECT_EQ(response.property("N"), "-5");
-    EXPECT_EQ(typeOf(response, "N"), text(CMPI_sint64));
+    EXPECT_EQ(type_of(response, "N"), text(CMPI_sint64));
     EXPECT_EQ(response.property("U"), "18446744073709551615");
-    EXPECT_EQ(typeOf(response, "U"), text(CMPI_uint64));
+    EXPECT_EQ(type_of(response, "U"), text(CMPI_uint64));
     EXPECT_EQ(response.property("H"), "31");
     EXPECT_EQ(response.property("R"), "15.0");
-    EXPECT_EQ(typeOf(response, "R"), text(CMPI_real64));
+    EXPECT_EQ(type_of(response, "R"), text(CMPI_real64));
 }
 
 TEST_F(Keys, TypesThatTheClientTellsAreUsed) {
-    const Response response = echoOf(key("N", "7", "VALUETYPE=\"numeric\" TYPE=\"uint16\""));
+    const Response response = echo_of(key("N", "7", "VALUETYPE=\"numeric\" TYPE=\"uint16\""));
     EXPECT_EQ(response.property("N"), "7");
-    EXPECT_EQ(typeOf(response, "N"), text(CMPI_uint16));
+    EXPECT_EQ(type_of(response, "N"), text(CMPI_uint16));
 }
 
 TEST_F(Keys, ValuesThatAreNotOfTheirTypeAreRefused) {
-    EXPECT_EQ(echoOf(key("N", "seven", "VALUETYPE=\"numeric\"")).errorCode(), 4);
-    EXPECT_EQ(echoOf(key("N", "65536", "VALUETYPE=\"numeric\" TYPE=\"uint16\"")).errorCode(), 4);
-    EXPECT_EQ(echoOf(key("N", "-1", "VALUETYPE=\"numeric\" TYPE=\"uint8\"")).errorCode(), 4);
-    EXPECT_EQ(echoOf(key("B", "maybe", "VALUETYPE=\"boolean\"")).errorCode(), 4);
+    EXPECT_EQ(echo_of(key("N", "seven", "VALUETYPE=\"numeric\"")).error_code(), 4);
+    EXPECT_EQ(echo_of(key("N", "65536", "VALUETYPE=\"numeric\" TYPE=\"uint16\"")).error_code(), 4);
+    EXPECT_EQ(echo_of(key("N", "-1", "VALUETYPE=\"numeric\" TYPE=\"uint8\"")).error_code(), 4);
+    EXPECT_EQ(echo_of(key("B", "maybe", "VALUETYPE=\"boolean\"")).error_code(), 4);
 }
 
 TEST_F(Keys, AKeyOccursOnce) {
-    EXPECT_EQ(echoOf(key("K", "1") + key("k", "2")).errorCode(), 4);
+    EXPECT_EQ(echo_of(key("K", "1") + key("k", "2")).error_code(), 4);
 }
 
 TEST_F(Keys, AnUnnamedKeyReachesTheProvider) {
-    EXPECT_EQ(echoOf("<KEYVALUE>bare</KEYVALUE>").property("PathText"), "root/cimv2:Probe_Echo.=\"bare\"");
+    EXPECT_EQ(echo_of("<KEYVALUE>bare</KEYVALUE>").property("PathText"), "root/cimv2:Probe_Echo.=\"bare\"");
 }
 
 TEST_F(Keys, ReferencesTakeTheRequestsNamespaceWhenTheyHaveNone) {
-    const Response response = echoOf(referenceKey("R", thingName("t")));
-    EXPECT_EQ(typeOf(response, "R"), text(CMPI_ref));
+    const Response response = echo_of(reference_key("R", thing_name("t")));
+    EXPECT_EQ(type_of(response, "R"), text(CMPI_ref));
     EXPECT_EQ(response.count("//PROPERTY.REFERENCE[@NAME='R']/VALUE.REFERENCE/LOCALINSTANCEPATH"), 1U);
     EXPECT_EQ(response.texts("//LOCALNAMESPACEPATH/NAMESPACE/@NAME"),
               (std::vector<std::string>{"root", "cimv2"}));
@@ -79,44 +79,44 @@ TEST_F(Keys, ReferencesTakeTheRequestsNamespaceWhenTheyHaveNone) {
 
 TEST_F(Keys, ReferencesKeepTheirNamespaceAndHost) {
     const std::string nameSpace = "<LOCALNAMESPACEPATH><NAMESPACE NAME=\"a\"/></LOCALNAMESPACEPATH>";
-    const Response local = echoOf(
-        referenceKey("R", "<LOCALINSTANCEPATH>" + nameSpace + thingName("t") + "</LOCALINSTANCEPATH>"));
+    const Response local = echo_of(
+        reference_key("R", "<LOCALINSTANCEPATH>" + nameSpace + thing_name("t") + "</LOCALINSTANCEPATH>"));
     EXPECT_EQ(local.text("//LOCALINSTANCEPATH//NAMESPACE/@NAME"), "a");
     const Response full =
-        echoOf(referenceKey("R", "<INSTANCEPATH><NAMESPACEPATH><HOST>h:1</HOST>" + nameSpace +
-                                     "</NAMESPACEPATH>" + thingName("t") + "</INSTANCEPATH>"));
+        echo_of(reference_key("R", "<INSTANCEPATH><NAMESPACEPATH><HOST>h:1</HOST>" + nameSpace +
+                                       "</NAMESPACEPATH>" + thing_name("t") + "</INSTANCEPATH>"));
     EXPECT_EQ(full.text("//INSTANCEPATH/NAMESPACEPATH/HOST"), "h:1");
     EXPECT_EQ(full.text("//INSTANCEPATH//NAMESPACE/@NAME"), "a");
 }
 
 TEST_F(Keys, ReferencesToClasses) {
-    const Response response = echoOf(referenceKey("R", "<CLASSNAME NAME=\"Probe_Thing\"/>"));
+    const Response response = echo_of(reference_key("R", "<CLASSNAME NAME=\"Probe_Thing\"/>"));
     EXPECT_EQ(response.text("//PROPERTY.REFERENCE/@REFERENCECLASS"), "Probe_Thing");
 }
 
 std::string nested(unsigned depth) {
-    std::string path = thingName("core");
+    std::string path = thing_name("core");
     for (unsigned i = 0; i < depth; ++i) {
-        path = instanceName("Probe_Echo", referenceKey("R", path));
+        path = instance_name("Probe_Echo", reference_key("R", path));
     }
     return path;
 }
 
 TEST_F(Keys, ReferencesNest) {
     const Response response = ask("GetInstance", parameter("InstanceName", nested(20)));
-    EXPECT_EQ(response.errorCode(), 0);
+    EXPECT_EQ(response.error_code(), 0);
     EXPECT_EQ(response.text("//KEYVALUE"), "core");
     EXPECT_EQ(response.count("//INSTANCE//VALUE.REFERENCE"), 20U);
 }
 
 TEST_F(Keys, ReferencesNestedBeyondReasonAreRefused) {
-    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", nested(33))).errorCode(), 4);
+    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", nested(33))).error_code(), 4);
 }
 
 TEST_F(Keys, TypesOfKeysAreWrittenForClientsThatKnowThem) {
     const std::string parameters =
-        parameter("InstanceName", instanceName("Probe_Echo", referenceKey("R", thingName("t"))));
-    std::string body = imethodCall("GetInstance", parameters);
+        parameter("InstanceName", instance_name("Probe_Echo", reference_key("R", thing_name("t"))));
+    std::string body = imethod_call("GetInstance", parameters);
     EXPECT_EQ(Response(send(post(body, "GetInstance")).body).count("//KEYVALUE/@TYPE"), 0U);
     body.replace(body.find("DTDVERSION=\"2.0\""), 16, "DTDVERSION=\"2.4\"");
     const Response response(send(post(body, "GetInstance")).body);
@@ -126,7 +126,7 @@ TEST_F(Keys, TypesOfKeysAreWrittenForClientsThatKnowThem) {
 
 TEST_F(RequestParameters, FlagsReachTheProvider) {
     const auto flags = [this](const std::string& more) {
-        return ask("EnumerateInstances", parameter("ClassName", className("Probe_Context")) + more)
+        return ask("EnumerateInstances", parameter("ClassName", class_name("Probe_Context")) + more)
             .property(CMPIInvocationFlags);
     };
     EXPECT_EQ(flags(""), text(CMPI_FLAG_LocalOnly | CMPI_FLAG_DeepInheritance));
@@ -139,7 +139,7 @@ TEST_F(RequestParameters, FlagsReachTheProvider) {
 
 TEST_F(RequestParameters, TheContextNamesNamespaceAndLanguage) {
     cimserver::HttpRequest request =
-        post(imethodCall("EnumerateInstances", parameter("ClassName", className("Probe_Context"))),
+        post(imethod_call("EnumerateInstances", parameter("ClassName", class_name("Probe_Context"))),
              "EnumerateInstances");
     request.headers["accept-language"] = "de, en";
     const Response response(send(request).body);
@@ -149,37 +149,38 @@ TEST_F(RequestParameters, TheContextNamesNamespaceAndLanguage) {
 
 TEST_F(RequestParameters, PropertyListsReachTheProvider) {
     const auto wanted = [this](const std::string& list) {
-        const std::string parameters = parameter("ClassName", className("Probe_Context")) + list;
+        const std::string parameters = parameter("ClassName", class_name("Probe_Context")) + list;
         return ask("EnumerateInstances", parameters).property("WantedCount");
     };
     EXPECT_EQ(wanted(""), "99"); // none at all
-    EXPECT_EQ(wanted(parameter("PropertyList", valueArray({"WantedCount", "Other"}))), "2");
+    EXPECT_EQ(wanted(parameter("PropertyList", value_array({"WantedCount", "Other"}))), "2");
 }
 
 TEST_F(RequestParameters, PropertyListsLimitTheAnswerWhateverTheProviderReturns) {
     // This class does not filter by itself.
     const Response response =
-        ask("EnumerateInstances", parameter("ClassName", className("Probe_Types")) +
-                                      parameter("PropertyList", valueArray({"AUINT8", "aNull"})));
+        ask("EnumerateInstances", parameter("ClassName", class_name("Probe_Types")) +
+                                      parameter("PropertyList", value_array({"AUINT8", "aNull"})));
     EXPECT_EQ(response.texts("//INSTANCE/*/@NAME"), (std::vector<std::string>{"aUint8", "aNull"}));
 }
 
 TEST_F(RequestParameters, AnEmptyPropertyListLeavesNamesOnly) {
-    const Response response = ask("EnumerateInstances", parameter("ClassName", className("Probe_Thing")) +
-                                                            parameter("PropertyList", valueArray({})));
+    const Response response = ask("EnumerateInstances", parameter("ClassName", class_name("Probe_Thing")) +
+                                                            parameter("PropertyList", value_array({})));
     EXPECT_EQ(response.count("//VALUE.NAMEDINSTANCE/INSTANCENAME/KEYBINDING"), 2U);
     EXPECT_EQ(response.count("//INSTANCE/*"), 0U);
 }
 
 TEST_F(RequestParameters, NamesSurviveAPropertyListWithoutTheKeys) {
-    const Response response = ask("EnumerateInstances", parameter("ClassName", className("Probe_Keyless")) +
-                                                            parameter("PropertyList", valueArray({"Label"})));
+    const Response response =
+        ask("EnumerateInstances", parameter("ClassName", class_name("Probe_Keyless")) +
+                                      parameter("PropertyList", value_array({"Label"})));
     EXPECT_EQ(response.text("//INSTANCENAME/KEYBINDING[@NAME='InstanceID']/KEYVALUE"), "id-1");
     EXPECT_EQ(response.texts("//INSTANCE/*/@NAME"), std::vector<std::string>{"Label"});
 }
 
 TEST_F(RequestParameters, ClassOriginsAreWrittenOnDemand) {
-    const std::string types = parameter("ClassName", className("Probe_Types"));
+    const std::string types = parameter("ClassName", class_name("Probe_Types"));
     EXPECT_EQ(ask("EnumerateInstances", types).count("//@CLASSORIGIN"), 0U);
     EXPECT_EQ(ask("EnumerateInstances", types + parameter("IncludeClassOrigin", value("true")))
                   .text("//@CLASSORIGIN"),
@@ -187,36 +188,36 @@ TEST_F(RequestParameters, ClassOriginsAreWrittenOnDemand) {
 }
 
 TEST_F(RequestParameters, MissingParametersAreRefused) {
-    EXPECT_EQ(ask("EnumerateInstances", "").errorCode(), 4);
-    EXPECT_EQ(ask("GetInstance", "").errorCode(), 4);
-    EXPECT_EQ(ask("AssociatorNames", "").errorCode(), 4);
-    EXPECT_EQ(ask("CreateInstance", "").errorCode(), 4);
-    EXPECT_EQ(ask("ExecQuery", parameter("Query", value("select"))).errorCode(), 4);
-    EXPECT_EQ(ask("EnumerateInstances", "<IPARAMVALUE NAME=\"ClassName\"/>").errorCode(), 4);
+    EXPECT_EQ(ask("EnumerateInstances", "").error_code(), 4);
+    EXPECT_EQ(ask("GetInstance", "").error_code(), 4);
+    EXPECT_EQ(ask("AssociatorNames", "").error_code(), 4);
+    EXPECT_EQ(ask("CreateInstance", "").error_code(), 4);
+    EXPECT_EQ(ask("ExecQuery", parameter("Query", value("select"))).error_code(), 4);
+    EXPECT_EQ(ask("EnumerateInstances", "<IPARAMVALUE NAME=\"ClassName\"/>").error_code(), 4);
 }
 
 TEST_F(RequestParameters, UnknownAndRepeatedParametersAreRefused) {
-    const std::string known = parameter("ClassName", className("Probe_Thing"));
-    EXPECT_EQ(ask("EnumerateInstances", known + parameter("Colour", value("red"))).errorCode(), 4);
-    EXPECT_EQ(ask("EnumerateInstances", known + known).errorCode(), 4);
+    const std::string known = parameter("ClassName", class_name("Probe_Thing"));
+    EXPECT_EQ(ask("EnumerateInstances", known + parameter("Colour", value("red"))).error_code(), 4);
+    EXPECT_EQ(ask("EnumerateInstances", known + known).error_code(), 4);
 }
 
 TEST_F(RequestParameters, ParametersOfTheWrongKindAreRefused) {
-    EXPECT_EQ(ask("EnumerateInstances", parameter("ClassName", value("Probe_Thing"))).errorCode(), 4);
-    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", className("Probe_Thing"))).errorCode(), 4);
-    EXPECT_EQ(ask("EnumerateInstances",
-                  parameter("ClassName", className("Probe_Thing")) + parameter("LocalOnly", value("perhaps")))
-                  .errorCode(),
+    EXPECT_EQ(ask("EnumerateInstances", parameter("ClassName", value("Probe_Thing"))).error_code(), 4);
+    EXPECT_EQ(ask("GetInstance", parameter("InstanceName", class_name("Probe_Thing"))).error_code(), 4);
+    EXPECT_EQ(ask("EnumerateInstances", parameter("ClassName", class_name("Probe_Thing")) +
+                                            parameter("LocalOnly", value("perhaps")))
+                  .error_code(),
               4);
 }
 
 TEST_F(RequestParameters, NamesOfParametersCompareWithoutCase) {
-    EXPECT_EQ(ask("EnumerateInstances", parameter("CLASSNAME", className("Probe_Thing"))).count("//INSTANCE"),
-              2U);
+    EXPECT_EQ(
+        ask("EnumerateInstances", parameter("CLASSNAME", class_name("Probe_Thing"))).count("//INSTANCE"), 2U);
 }
 
 TEST_F(RequestParameters, TraversalsAmongClassesAreNotSupported) {
-    EXPECT_EQ(ask("Associators", parameter("ObjectName", className("Probe_Thing"))).errorCode(), 7);
+    EXPECT_EQ(ask("Associators", parameter("ObjectName", class_name("Probe_Thing"))).error_code(), 7);
 }
 
 } // namespace

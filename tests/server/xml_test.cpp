@@ -14,7 +14,7 @@ TEST(XmlCheck, WellFormedDocumentsPass) {
           "\xEF\xBB\xBF<?xml version=\"1.0\"?>\n<!DOCTYPE a>\n<!-- <b> & --><a b='1' c=\"2\">&lt;&#65;"
           "&#x1F4A1;<![CDATA[ & < ]]></a> <!-- end -->\n",
           "<a b = '>'\n c='\"'/>", "<a>\xC3\xBC</a>"}) {
-        EXPECT_EQ(findIllFormed(good).value_or("fine"), "fine") << good;
+        EXPECT_EQ(find_ill_formed(good).value_or("fine"), "fine") << good;
     }
 }
 
@@ -50,7 +50,7 @@ TEST(XmlCheck, IllFormedDocumentsDoNot) {
                             "<![CDATA[x]]><a/>",
                             "<!DOCTYPE a [<!ENTITY b 'c'>]><a>&b;</a>",
                             "<a/><!DOCTYPE a>"}) {
-        EXPECT_TRUE(findIllFormed(bad)) << bad;
+        EXPECT_TRUE(find_ill_formed(bad)) << bad;
     }
 }
 
@@ -63,8 +63,8 @@ TEST(XmlCheck, NestingIsLimited) {
             text += "</a>";
         return text;
     };
-    EXPECT_FALSE(findIllFormed(nest(kDeepestNesting)));
-    EXPECT_TRUE(findIllFormed(nest(kDeepestNesting + 1)));
+    EXPECT_FALSE(find_ill_formed(nest(DEEPEST_NESTING)));
+    EXPECT_TRUE(find_ill_formed(nest(DEEPEST_NESTING + 1)));
 }
 
 TEST(XmlWriter, Escapes) {

@@ -16,10 +16,10 @@ constexpr CMPIStatus FAILED{CMPI_RC_ERR_FAILED, nullptr};
 constexpr CMPIStatus INVALID_HANDLE{CMPI_RC_ERR_INVALID_HANDLE, nullptr};
 
 void set_status(CMPIStatus* out, CMPIStatus status) {
-    if (out) *out = status;
+    if (out != nullptr) *out = status;
 }
 
-template <class Print>
+template <typename Print>
 std::string printed(Print&& print) {
     std::ostringstream out;
     print(out);
@@ -37,7 +37,7 @@ RecordingBroker& BrokerCalls::owner(const CMPIBroker* mb) {
 CMPIString* BrokerCalls::make_string(RecordingBroker& broker, const std::string& text) {
     auto* made = broker.keep<StringObject>();
     made->hdl = made;
-    made->ft = &stringTable;
+    made->ft = &STRING_TABLE;
     made->owner = &broker;
     made->text = text;
     return made;
@@ -46,11 +46,11 @@ CMPIString* BrokerCalls::make_string(RecordingBroker& broker, const std::string&
 CMPIString* BrokerCalls::new_string(const CMPIBroker* mb, const char* text, CMPIStatus* rc) {
     RecordingBroker& broker = owner(mb);
     broker.log(printed([&](std::ostream& out) { out << "newString " << Value(text); }));
-    const auto fate = broker.next_fate(Make::string);
-    set_status(rc, fate == RecordingBroker::Fate::null ? FAILED : OK);
-    if (fate == RecordingBroker::Fate::null) return nullptr;
-    CMPIString* made = make_string(broker, text ? text : "");
-    if (fate == RecordingBroker::Fate::without_handle) made->hdl = nullptr;
+    const auto fate = broker.next_fate(Make::String);
+    set_status(rc, fate == RecordingBroker::Fate::Null ? FAILED : OK);
+    if (fate == RecordingBroker::Fate::Null) return nullptr;
+    CMPIString* made = make_string(broker, text != nullptr ? text : "");
+    if (fate == RecordingBroker::Fate::WithoutHandle) made->hdl = nullptr;
     return made;
 }
 
@@ -76,7 +76,7 @@ PathObject* BrokerCalls::make_path(RecordingBroker& broker, const std::string& n
                                    const std::string& className) {
     auto* made = broker.keep<PathObject>();
     made->hdl = made;
-    made->ft = &pathTable;
+    made->ft = &PATH_TABLE;
     made->owner = &broker;
     made->record = RecordedPath(nameSpace, className);
     return made;
@@ -85,15 +85,16 @@ PathObject* BrokerCalls::make_path(RecordingBroker& broker, const std::string& n
 CMPIObjectPath* BrokerCalls::new_object_path(const CMPIBroker* mb, const char* nameSpace,
                                              const char* className, CMPIStatus* rc) {
     RecordingBroker& broker = owner(mb);
-    broker.log(std::string("newObjectPath ") + (nameSpace ? nameSpace : "NULL") + ' ' +
-               (className ? className : "NULL"));
-    const auto fate = broker.next_fate(Make::object_path);
-    set_status(rc, fate == RecordingBroker::Fate::null ? FAILED : OK);
-    if (fate == RecordingBroker::Fate::null) return nullptr;
-    PathObject* made = make_path(broker, nameSpace ? nameSpace : "", className ? className : "");
-    if (fate == RecordingBroker::Fate::without_handle) {
+    broker.log(std::string("newObjectPath ") + (nameSpace != nullptr ? nameSpace : "NULL") + ' ' +
+               (className != nullptr ? className : "NULL"));
+    const auto fate = broker.next_fate(Make::ObjectPath);
+    set_status(rc, fate == RecordingBroker::Fate::Null ? FAILED : OK);
+    if (fate == RecordingBroker::Fate::Null) return nullptr;
+    PathObject* made =
+        make_path(broker, nameSpace != nullptr ? nameSpace : "", className != nullptr ? className : "");
+    if (fate == RecordingBroker::Fate::WithoutHandle) {
         made->hdl = nullptr;
-        made->record.kind_ = Object::without_handle;
+        made->record.kind_ = Object::WithoutHandle;
     }
     return made;
 }
@@ -106,7 +107,7 @@ PathObject* BrokerCalls::path(const CMPIObjectPath* op, const char* function) {
 
 CMPIStatus BrokerCalls::release_path(CMPIObjectPath* op) {
     PathObject* self = path(op, "release");
-    if (!self) return INVALID_HANDLE;
+    if (self == nullptr) return INVALID_HANDLE;
     self->owner->log(result_text("releaseObjectPath", self->record));
     self->released = true;
     return OK;
@@ -114,7 +115,7 @@ CMPIStatus BrokerCalls::release_path(CMPIObjectPath* op) {
 
 CMPIStatus BrokerCalls::set_name_space(const CMPIObjectPath* op, const char* nameSpace) {
     PathObject* self = path(op, "setNameSpace");
-    if (!self) return INVALID_HANDLE;
+    if (self == nullptr) return INVALID_HANDLE;
     self->owner->log(printed([&](std::ostream& out) { out << "setNameSpace " << Value(nameSpace); }));
     self->record.nameSpace_ = nameSpace;
     return OK;
@@ -122,34 +123,35 @@ CMPIStatus BrokerCalls::set_name_space(const CMPIObjectPath* op, const char* nam
 
 CMPIString* BrokerCalls::get_name_space(const CMPIObjectPath* op, CMPIStatus* rc) {
     PathObject* self = path(op, "getNameSpace");
-    set_status(rc, self ? OK : INVALID_HANDLE);
-    if (!self) return nullptr;
+    set_status(rc, self != nullptr ? OK : INVALID_HANDLE);
+    if (self == nullptr) return nullptr;
     self->owner->log("getNameSpace");
     return make_string(*self->owner, self->record.nameSpace_);
 }
 
 CMPIStatus BrokerCalls::set_host_name(const CMPIObjectPath* op, const char* host) {
     PathObject* self = path(op, "setHostname");
-    if (!self) return INVALID_HANDLE;
+    if (self == nullptr) return INVALID_HANDLE;
     self->owner->log(printed([&](std::ostream& out) { out << "setHostname " << Value(host); }));
-    if (host)
+    if (host != nullptr) {
         self->record.host_ = host;
-    else
+    } else {
         self->record.host_ = "NULL";
+    }
     return OK;
 }
 
 CMPIString* BrokerCalls::get_host_name(const CMPIObjectPath* op, CMPIStatus* rc) {
     PathObject* self = path(op, "getHostname");
-    set_status(rc, self ? OK : INVALID_HANDLE);
-    if (!self) return nullptr;
+    set_status(rc, self != nullptr ? OK : INVALID_HANDLE);
+    if (self == nullptr) return nullptr;
     self->owner->log("getHostname");
     return make_string(*self->owner, self->record.host_.value_or(""));
 }
 
 CMPIStatus BrokerCalls::set_class_name(const CMPIObjectPath* op, const char* className) {
     PathObject* self = path(op, "setClassName");
-    if (!self) return INVALID_HANDLE;
+    if (self == nullptr) return INVALID_HANDLE;
     self->owner->log(printed([&](std::ostream& out) { out << "setClassName " << Value(className); }));
     self->record.className_ = className;
     return OK;
@@ -157,8 +159,8 @@ CMPIStatus BrokerCalls::set_class_name(const CMPIObjectPath* op, const char* cla
 
 CMPIString* BrokerCalls::get_class_name(const CMPIObjectPath* op, CMPIStatus* rc) {
     PathObject* self = path(op, "getClassName");
-    set_status(rc, self ? OK : INVALID_HANDLE);
-    if (!self) return nullptr;
+    set_status(rc, self != nullptr ? OK : INVALID_HANDLE);
+    if (self == nullptr) return nullptr;
     self->owner->log("getClassName");
     return make_string(*self->owner, self->record.className_);
 }
@@ -166,7 +168,7 @@ CMPIString* BrokerCalls::get_class_name(const CMPIObjectPath* op, CMPIStatus* rc
 CMPIStatus BrokerCalls::add_key(const CMPIObjectPath* op, const char* name, const CMPIValue* value,
                                 CMPIType type) {
     PathObject* self = path(op, "addKey");
-    if (!self) return INVALID_HANDLE;
+    if (self == nullptr) return INVALID_HANDLE;
     const Set set{name, type, read_value(value, type)};
     self->owner->log(printed([&](std::ostream& out) { out << "addKey " << set; }));
     self->record.keys_.push_back(set);
@@ -176,12 +178,13 @@ CMPIStatus BrokerCalls::add_key(const CMPIObjectPath* op, const char* name, cons
     if (type == CMPI_chars || type == CMPI_string) {
         data.type = CMPI_string;
         data.value.string = make_string(*self->owner, set.value.text());
-    } else if (value) {
+    } else if (value != nullptr) {
         data.value = CMPIValue{};
-        if (type == CMPI_ref)
+        if (type == CMPI_ref) {
             data.value.ref = value->ref;
-        else
+        } else {
             data.value = number_value(type, set.value.text());
+        }
     }
     self->data.push_back(data);
     return OK;
@@ -190,12 +193,13 @@ CMPIStatus BrokerCalls::add_key(const CMPIObjectPath* op, const char* name, cons
 // The key of a request: its type is the test's choice.
 void BrokerCalls::give_key(PathObject& self, const Key& key) {
     CMPIData data{key.type, CMPI_keyValue, {}};
-    if (key.type == CMPI_ref)
+    if (key.type == CMPI_ref) {
         data.value.ref = const_cast<CMPIObjectPath*>(key.reference);
-    else if (key.type != CMPI_string)
+    } else if (key.type != CMPI_string) {
         data.value = number_value(key.type, key.value.text());
-    else if (!key.value.is_null())
+    } else if (!key.value.is_null()) {
         data.value.string = make_string(*self.owner, key.value.text());
+    }
     self.data.push_back(data);
     self.record.keys_.push_back({key.name, key.type, key.value});
 }
@@ -207,7 +211,7 @@ CMPIData BrokerCalls::no_data(CMPIStatus* rc) {
 
 CMPIData BrokerCalls::get_key(const CMPIObjectPath* op, const char* name, CMPIStatus* rc) {
     PathObject* self = path(op, "getKey");
-    if (!self) return no_data(rc);
+    if (self == nullptr) return no_data(rc);
     self->owner->log(std::string("getKey ") + name);
     for (std::size_t i = 0; i < self->record.keys_.size(); ++i) {
         if (strcasecmp(self->record.keys_[i].name.c_str(), name) == 0) {
@@ -221,18 +225,18 @@ CMPIData BrokerCalls::get_key(const CMPIObjectPath* op, const char* name, CMPISt
 CMPIData BrokerCalls::get_key_at(const CMPIObjectPath* op, CMPICount index, CMPIString** name,
                                  CMPIStatus* rc) {
     PathObject* self = path(op, "getKeyAt");
-    if (!self) return no_data(rc);
+    if (self == nullptr) return no_data(rc);
     self->owner->log("getKeyAt " + std::to_string(index));
     if (index >= self->data.size()) return no_data(rc);
-    if (name) *name = make_string(*self->owner, self->record.keys_[index].name);
+    if (name != nullptr) *name = make_string(*self->owner, self->record.keys_[index].name);
     set_status(rc, OK);
     return self->data[index];
 }
 
 CMPICount BrokerCalls::get_key_count(const CMPIObjectPath* op, CMPIStatus* rc) {
     PathObject* self = path(op, "getKeyCount");
-    set_status(rc, self ? OK : INVALID_HANDLE);
-    if (!self) return 0;
+    set_status(rc, self != nullptr ? OK : INVALID_HANDLE);
+    if (self == nullptr) return 0;
     self->owner->log("getKeyCount");
     return static_cast<CMPICount>(self->data.size());
 }
@@ -242,19 +246,19 @@ CMPICount BrokerCalls::get_key_count(const CMPIObjectPath* op, CMPIStatus* rc) {
 CMPIInstance* BrokerCalls::new_instance(const CMPIBroker* mb, const CMPIObjectPath* op, CMPIStatus* rc) {
     RecordingBroker& broker = owner(mb);
     PathObject* from = path(op, "newInstance");
-    broker.log("newInstance " + (from ? from->record.class_name() : "without a path"));
-    const auto fate = broker.next_fate(Make::instance);
-    const bool fails = !from || fate == RecordingBroker::Fate::null;
+    broker.log("newInstance " + (from != nullptr ? from->record.class_name() : "without a path"));
+    const auto fate = broker.next_fate(Make::Instance);
+    const bool fails = (from == nullptr) || fate == RecordingBroker::Fate::Null;
     set_status(rc, fails ? FAILED : OK);
     if (fails) return nullptr;
     auto* made = broker.keep<InstanceObject>();
     made->hdl = made;
-    made->ft = &instanceTable;
+    made->ft = &INSTANCE_TABLE;
     made->owner = &broker;
     made->record.path_ = from->record;
-    if (fate == RecordingBroker::Fate::without_handle) {
+    if (fate == RecordingBroker::Fate::WithoutHandle) {
         made->hdl = nullptr;
-        made->record.kind_ = Object::without_handle;
+        made->record.kind_ = Object::WithoutHandle;
     }
     return made;
 }
@@ -266,7 +270,7 @@ InstanceObject* BrokerCalls::instance(const CMPIInstance* inst, const char* func
 
 CMPIStatus BrokerCalls::release_instance(CMPIInstance* inst) {
     InstanceObject* self = instance(inst, "release");
-    if (!self) return INVALID_HANDLE;
+    if (self == nullptr) return INVALID_HANDLE;
     self->owner->log(result_text("releaseInstance", self->record));
     self->released = true;
     return OK;
@@ -275,7 +279,7 @@ CMPIStatus BrokerCalls::release_instance(CMPIInstance* inst) {
 CMPIStatus BrokerCalls::set_property(const CMPIInstance* inst, const char* name, const CMPIValue* value,
                                      CMPIType type) {
     InstanceObject* self = instance(inst, "setProperty");
-    if (!self) return INVALID_HANDLE;
+    if (self == nullptr) return INVALID_HANDLE;
     const Set set{name, type, read_value(value, type)};
     self->owner->log(printed([&](std::ostream& out) { out << "setProperty " << set; }));
     self->record.sets_.push_back(set);
@@ -285,7 +289,7 @@ CMPIStatus BrokerCalls::set_property(const CMPIInstance* inst, const char* name,
 CMPIStatus BrokerCalls::set_property_filter(const CMPIInstance* inst, const char** properties,
                                             const char** keys) {
     InstanceObject* self = instance(inst, "setPropertyFilter");
-    if (!self) return INVALID_HANDLE;
+    if (self == nullptr) return INVALID_HANDLE;
     const Filter filter{read_list(properties), read_list(keys)};
     self->owner->log(printed([&](std::ostream& out) { out << "setPropertyFilter " << filter; }));
     if (self->record.filters_.empty()) self->record.setsBeforeFilter_ = self->record.sets_.size();
@@ -301,7 +305,7 @@ RecordingResult::State& BrokerCalls::result(const CMPIResult* rslt) {
 
 CMPIStatus BrokerCalls::return_instance(const CMPIResult* rslt, const CMPIInstance* inst) {
     auto& self = result(rslt);
-    Returned returned{Returned::Kind::instance, snapshot(inst), {}};
+    Returned returned{Returned::Kind::Instance, snapshot(inst), {}};
     self.owner->log(result_text("returnInstance", returned.instance));
     self.returned.push_back(std::move(returned));
     return OK;
@@ -309,7 +313,7 @@ CMPIStatus BrokerCalls::return_instance(const CMPIResult* rslt, const CMPIInstan
 
 CMPIStatus BrokerCalls::return_object_path(const CMPIResult* rslt, const CMPIObjectPath* op) {
     auto& self = result(rslt);
-    Returned returned{Returned::Kind::path, {}, snapshot(op)};
+    Returned returned{Returned::Kind::Path, {}, snapshot(op)};
     self.owner->log(result_text("returnObjectPath", returned.path));
     self.returned.push_back(std::move(returned));
     return OK;

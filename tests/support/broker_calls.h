@@ -56,7 +56,7 @@ struct BrokerCalls {
     static RecordingBroker& owner(const CMPIBroker* mb);
     // Every call on an object goes through here. As in a real broker, a call on an object without a handle is
     // answered with an error status; it shows in the calls.
-    template <class T>
+    template <typename T>
     static bool usable(const T& object, const char* function) {
         if (object.released) ADD_FAILURE() << function << " was called on a released object";
         if (!object.hdl) object.owner->log(std::string(function) + " without a handle");
@@ -112,12 +112,12 @@ struct BrokerCalls {
     static CMPIObjectPathFT path_table();
     static CMPIInstanceFT instance_table();
     static CMPIResultFT result_table();
-    static const CMPIBrokerFT brokerTable;
-    static const CMPIBrokerEncFT makerTable;
-    static const CMPIStringFT stringTable;
-    static const CMPIObjectPathFT pathTable;
-    static const CMPIInstanceFT instanceTable;
-    static const CMPIResultFT resultTable;
+    static const CMPIBrokerFT BROKER_TABLE;
+    static const CMPIBrokerEncFT MAKER_TABLE;
+    static const CMPIStringFT STRING_TABLE;
+    static const CMPIObjectPathFT PATH_TABLE;
+    static const CMPIInstanceFT INSTANCE_TABLE;
+    static const CMPIResultFT RESULT_TABLE;
 };
 
 } // namespace test_support

@@ -10,12 +10,12 @@ namespace {
 
 // Fills the members that this provider has no business calling, whatever their signature.
 struct Unexpected {
-    template <class Result, class... Arguments>
+    template <typename Result, typename... Arguments>
     using Function = Result (*)(Arguments...);
-    template <class Result, class... Arguments>
+    template <typename Result, typename... Arguments>
     using VariadicFunction = Result (*)(Arguments..., ...);
 
-    template <class Result, class... Arguments>
+    template <typename Result, typename... Arguments>
     operator Function<Result, Arguments...>() const {
         return [](Arguments...) -> Result {
             ADD_FAILURE() << "a CMPI function was called that the provider has no use for: "
@@ -24,7 +24,7 @@ struct Unexpected {
         };
     }
 };
-constexpr Unexpected unexpected;
+constexpr Unexpected UNEXPECTED;
 
 CMPIString* unexpected_message(const CMPIBroker*, const char*, const char*, CMPIStatus*, CMPICount, ...) {
     ADD_FAILURE() << "getMessage was called";
@@ -38,24 +38,24 @@ CMPIBrokerFT BrokerCalls::broker_table() {
     table.brokerCapabilities = CMPI_MB_BasicRead | CMPI_MB_AssociationTraversal;
     table.brokerVersion = CMPIVersion100;
     table.brokerName = "recording broker";
-    table.prepareAttachThread = unexpected;
-    table.attachThread = unexpected;
-    table.detachThread = unexpected;
-    table.deliverIndication = unexpected;
-    table.enumerateInstanceNames = unexpected;
-    table.getInstance = unexpected;
-    table.createInstance = unexpected;
-    table.modifyInstance = unexpected;
-    table.deleteInstance = unexpected;
-    table.execQuery = unexpected;
-    table.enumerateInstances = unexpected;
-    table.associators = unexpected;
-    table.associatorNames = unexpected;
-    table.references = unexpected;
-    table.referenceNames = unexpected;
-    table.invokeMethod = unexpected;
-    table.setProperty = unexpected;
-    table.getProperty = unexpected;
+    table.prepareAttachThread = UNEXPECTED;
+    table.attachThread = UNEXPECTED;
+    table.detachThread = UNEXPECTED;
+    table.deliverIndication = UNEXPECTED;
+    table.enumerateInstanceNames = UNEXPECTED;
+    table.getInstance = UNEXPECTED;
+    table.createInstance = UNEXPECTED;
+    table.modifyInstance = UNEXPECTED;
+    table.deleteInstance = UNEXPECTED;
+    table.execQuery = UNEXPECTED;
+    table.enumerateInstances = UNEXPECTED;
+    table.associators = UNEXPECTED;
+    table.associatorNames = UNEXPECTED;
+    table.references = UNEXPECTED;
+    table.referenceNames = UNEXPECTED;
+    table.invokeMethod = UNEXPECTED;
+    table.setProperty = UNEXPECTED;
+    table.getProperty = UNEXPECTED;
     return table;
 }
 
@@ -64,20 +64,20 @@ CMPIBrokerEncFT BrokerCalls::maker_table() {
     table.ftVersion = CMPIVersion100;
     table.newInstance = new_instance;
     table.newObjectPath = new_object_path;
-    table.newArgs = unexpected;
+    table.newArgs = UNEXPECTED;
     table.newString = new_string;
-    table.newArray = unexpected;
-    table.newDateTime = unexpected;
-    table.newDateTimeFromBinary = unexpected;
-    table.newDateTimeFromChars = unexpected;
-    table.newSelectExp = unexpected;
-    table.classPathIsA = unexpected;
-    table.toString = unexpected;
-    table.isOfType = unexpected;
-    table.getType = unexpected;
+    table.newArray = UNEXPECTED;
+    table.newDateTime = UNEXPECTED;
+    table.newDateTimeFromBinary = UNEXPECTED;
+    table.newDateTimeFromChars = UNEXPECTED;
+    table.newSelectExp = UNEXPECTED;
+    table.classPathIsA = UNEXPECTED;
+    table.toString = UNEXPECTED;
+    table.isOfType = UNEXPECTED;
+    table.getType = UNEXPECTED;
     table.getMessage = unexpected_message;
-    table.logMessage = unexpected;
-    table.trace = unexpected;
+    table.logMessage = UNEXPECTED;
+    table.trace = UNEXPECTED;
     return table;
 }
 
@@ -85,7 +85,7 @@ CMPIStringFT BrokerCalls::string_table() {
     CMPIStringFT table{};
     table.ftVersion = CMPIVersion100;
     table.release = release_string;
-    table.clone = unexpected;
+    table.clone = UNEXPECTED;
     table.getCharPtr = get_char_ptr;
     return table;
 }
@@ -94,7 +94,7 @@ CMPIObjectPathFT BrokerCalls::path_table() {
     CMPIObjectPathFT table{};
     table.ftVersion = CMPIVersion100;
     table.release = release_path;
-    table.clone = unexpected;
+    table.clone = UNEXPECTED;
     table.setNameSpace = set_name_space;
     table.getNameSpace = get_name_space;
     table.setHostname = set_host_name;
@@ -105,13 +105,13 @@ CMPIObjectPathFT BrokerCalls::path_table() {
     table.getKey = get_key;
     table.getKeyAt = get_key_at;
     table.getKeyCount = get_key_count;
-    table.setNameSpaceFromObjectPath = unexpected;
-    table.setHostAndNameSpaceFromObjectPath = unexpected;
-    table.getClassQualifier = unexpected;
-    table.getPropertyQualifier = unexpected;
-    table.getMethodQualifier = unexpected;
-    table.getParameterQualifier = unexpected;
-    table.toString = unexpected;
+    table.setNameSpaceFromObjectPath = UNEXPECTED;
+    table.setHostAndNameSpaceFromObjectPath = UNEXPECTED;
+    table.getClassQualifier = UNEXPECTED;
+    table.getPropertyQualifier = UNEXPECTED;
+    table.getMethodQualifier = UNEXPECTED;
+    table.getParameterQualifier = UNEXPECTED;
+    table.toString = UNEXPECTED;
     return table;
 }
 
@@ -119,34 +119,34 @@ CMPIInstanceFT BrokerCalls::instance_table() {
     CMPIInstanceFT table{};
     table.ftVersion = CMPIVersion100;
     table.release = release_instance;
-    table.clone = unexpected;
-    table.getProperty = unexpected;
-    table.getPropertyAt = unexpected;
-    table.getPropertyCount = unexpected;
+    table.clone = UNEXPECTED;
+    table.getProperty = UNEXPECTED;
+    table.getPropertyAt = UNEXPECTED;
+    table.getPropertyCount = UNEXPECTED;
     table.setProperty = set_property;
-    table.getObjectPath = unexpected;
+    table.getObjectPath = UNEXPECTED;
     table.setPropertyFilter = set_property_filter;
-    table.setObjectPath = unexpected;
+    table.setObjectPath = UNEXPECTED;
     return table;
 }
 
 CMPIResultFT BrokerCalls::result_table() {
     CMPIResultFT table{};
     table.ftVersion = CMPIVersion100;
-    table.release = unexpected;
-    table.clone = unexpected;
-    table.returnData = unexpected;
+    table.release = UNEXPECTED;
+    table.clone = UNEXPECTED;
+    table.returnData = UNEXPECTED;
     table.returnInstance = return_instance;
     table.returnObjectPath = return_object_path;
     table.returnDone = return_done;
     return table;
 }
 
-const CMPIBrokerFT BrokerCalls::brokerTable = BrokerCalls::broker_table();
-const CMPIBrokerEncFT BrokerCalls::makerTable = BrokerCalls::maker_table();
-const CMPIStringFT BrokerCalls::stringTable = BrokerCalls::string_table();
-const CMPIObjectPathFT BrokerCalls::pathTable = BrokerCalls::path_table();
-const CMPIInstanceFT BrokerCalls::instanceTable = BrokerCalls::instance_table();
-const CMPIResultFT BrokerCalls::resultTable = BrokerCalls::result_table();
+const CMPIBrokerFT BrokerCalls::BROKER_TABLE = BrokerCalls::broker_table();
+const CMPIBrokerEncFT BrokerCalls::MAKER_TABLE = BrokerCalls::maker_table();
+const CMPIStringFT BrokerCalls::STRING_TABLE = BrokerCalls::string_table();
+const CMPIObjectPathFT BrokerCalls::PATH_TABLE = BrokerCalls::path_table();
+const CMPIInstanceFT BrokerCalls::INSTANCE_TABLE = BrokerCalls::instance_table();
+const CMPIResultFT BrokerCalls::RESULT_TABLE = BrokerCalls::result_table();
 
 } // namespace test_support

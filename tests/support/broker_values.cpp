@@ -9,7 +9,7 @@ namespace test_support {
 
 namespace {
 
-template <class Pointer>
+template <typename Pointer>
 bool is_minus_one(Pointer* pointer) {
     return reinterpret_cast<std::intptr_t>(pointer) == -1;
 }
@@ -17,25 +17,26 @@ bool is_minus_one(Pointer* pointer) {
 } // namespace
 
 RecordedPath snapshot(const CMPIObjectPath* path) {
-    if (!path) return RecordedPath::of(Object::null);
-    if (is_minus_one(path)) return RecordedPath::of(Object::minus_one);
+    if (path == nullptr) return RecordedPath::of(Object::Null);
+    if (is_minus_one(path)) return RecordedPath::of(Object::MinusOne);
     return static_cast<const PathObject*>(path)->record;
 }
 
 RecordedInstance snapshot(const CMPIInstance* instance) {
-    if (!instance) return RecordedInstance::of(Object::null);
-    if (is_minus_one(instance)) return RecordedInstance::of(Object::minus_one);
+    if (instance == nullptr) return RecordedInstance::of(Object::Null);
+    if (is_minus_one(instance)) return RecordedInstance::of(Object::MinusOne);
     return static_cast<const InstanceObject*>(instance)->record;
 }
 
 // The value of a setProperty or addKey call. A C string is the pointer itself.
 Value read_value(const CMPIValue* value, CMPIType type) {
-    if (!value) return nullptr;
+    if (value == nullptr) return nullptr;
     switch (type) {
         case CMPI_chars:
             return Value(reinterpret_cast<const char*>(value));
         case CMPI_string:
-            return value->string ? Value(static_cast<const StringObject*>(value->string)->text) : Value();
+            return value->string != nullptr ? Value(static_cast<const StringObject*>(value->string)->text)
+                                            : Value();
         case CMPI_ref:
             return Value(snapshot(value->ref));
         case CMPI_boolean:
@@ -69,9 +70,9 @@ Value read_value(const CMPIValue* value, CMPIType type) {
 }
 
 std::optional<std::vector<std::string>> read_list(const char** list) {
-    if (!list) return std::nullopt;
+    if (list == nullptr) return std::nullopt;
     std::vector<std::string> texts;
-    for (; *list; ++list)
+    for (; *list != nullptr; ++list)
         texts.emplace_back(*list);
     return texts;
 }
@@ -114,9 +115,9 @@ std::string result_text(const char* function, const RecordedPath& path) {
 
 std::string result_text(const char* function, const RecordedInstance& instance) {
     std::string what = instance.class_name();
-    if (instance.kind() == Object::null) what = "NULL";
-    if (instance.kind() == Object::minus_one) what = "-1";
-    if (instance.kind() == Object::without_handle) what = "without handle";
+    if (instance.kind() == Object::Null) what = "NULL";
+    if (instance.kind() == Object::MinusOne) what = "-1";
+    if (instance.kind() == Object::WithoutHandle) what = "without handle";
     return std::string(function) + ' ' + what;
 }
 

@@ -66,7 +66,7 @@ Answer ProviderTest::Recording::finish(CMPIStatus status) {
     answer.platformCalls.assign(platformCalls.begin() + static_cast<std::ptrdiff_t>(platformCallsBefore),
                                 platformCalls.end());
     answer.rc = status.rc;
-    if (status.msg) answer.message = status.msg->ft->getCharPtr(status.msg, nullptr);
+    if (status.msg != nullptr) answer.message = status.msg->ft->getCharPtr(status.msg, nullptr);
     answer.instances = result.instances();
     answer.paths = result.paths();
     answer.returned = result.returned();
@@ -158,12 +158,13 @@ FcipEntityEntry entity_row(std::uint32_t entityId) {
 
 IpAddr address(const std::string& text) {
     IpAddr value{};
-    if (inet_pton(AF_INET, text.c_str(), value.addr) == 1)
+    if (inet_pton(AF_INET, text.c_str(), value.addr) == 1) {
         value.addrType = KFM_ADDR_IPV4;
-    else if (inet_pton(AF_INET6, text.c_str(), value.addr) == 1)
+    } else if (inet_pton(AF_INET6, text.c_str(), value.addr) == 1) {
         value.addrType = KFM_ADDR_IPV6;
-    else
+    } else {
         ADD_FAILURE() << text << " is no IP address";
+    }
     return value;
 }
 

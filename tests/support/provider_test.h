@@ -79,7 +79,7 @@ class ProviderTest : public testing::Test {
                            const char* resultClass, const char* role = nullptr);
 
     // Runs any call that takes a result, as an operation: run(const CMPIResult*) returns a CMPIStatus.
-    template <class Function>
+    template <typename Function>
     Answer operate(Function&& run) {
         Recording recording(*this);
         return recording.finish(run(recording.result.cmpi()));
@@ -87,7 +87,7 @@ class ProviderTest : public testing::Test {
 
     // Runs a walker or traversal function under the lock: run(const CMPIResult*) returns an int, which is
     // stored in *functionResult when that is given.
-    template <class Function>
+    template <typename Function>
     Answer walk(Function&& run, int* functionResult = nullptr) {
         Recording recording(*this);
         {
@@ -99,13 +99,13 @@ class ProviderTest : public testing::Test {
     }
 
     // Runs a builder under the lock and returns what it made.
-    template <class Function>
+    template <typename Function>
     auto built(Function&& run) {
         emulator::Locked lock;
         return broker.recorded(run());
     }
 
-    template <class Function>
+    template <typename Function>
     static auto locked(Function&& run) {
         emulator::Locked lock;
         return run();
@@ -113,7 +113,7 @@ class ProviderTest : public testing::Test {
 
     // Calls run(n) with the nth object of this kind failing, for n = 1, 2, ... until nothing failed any more.
     // Returns how many failures there were: at least one, or the test fails.
-    template <class Function>
+    template <typename Function>
     std::size_t for_each_broker_failure(Make what, Failure how, Function&& run) {
         for (std::size_t nth = 1;; ++nth) {
             SCOPED_TRACE("broker failure " + std::to_string(nth));
@@ -126,7 +126,7 @@ class ProviderTest : public testing::Test {
     }
 
     // The same for the nth call of a platform service.
-    template <class Function>
+    template <typename Function>
     std::size_t for_each_platform_failure(const std::string& symbol, emulator::Effect effect,
                                           Function&& run) {
         for (std::size_t nth = 1;; ++nth) {

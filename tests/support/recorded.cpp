@@ -18,7 +18,7 @@ void print_list(std::ostream& out, const std::optional<std::vector<std::string>>
     }
     out << '{';
     for (std::size_t i = 0; i < list->size(); ++i)
-        out << (i ? ", " : "") << (*list)[i];
+        out << (i != 0u ? ", " : "") << (*list)[i];
     out << '}';
 }
 
@@ -31,13 +31,13 @@ const Set* find_last(const Sets& sets, const std::string& name) {
 
 const char* object_text(Object kind) {
     switch (kind) {
-        case Object::null:
+        case Object::Null:
             return "NULL";
-        case Object::minus_one:
+        case Object::MinusOne:
             return "-1";
-        case Object::without_handle:
+        case Object::WithoutHandle:
             return "without handle";
-        case Object::valid:
+        case Object::Valid:
             break;
     }
     return "valid";
@@ -46,16 +46,16 @@ const char* object_text(Object kind) {
 } // namespace
 
 Value::Value(const char* text) {
-    if (!text) return;
-    kind_ = Kind::text;
+    if (text == nullptr) return;
+    kind_ = Kind::Text;
     text_ = text;
 }
 
-Value::Value(const std::string& text) : kind_(Kind::text), text_(text) {}
+Value::Value(const std::string& text) : kind_(Kind::Text), text_(text) {}
 
-Value::Value(const RecordedPath& path) : kind_(Kind::path), text_(path.text()) {}
+Value::Value(const RecordedPath& path) : kind_(Kind::Path), text_(path.text()) {}
 
-Value::Value(double number) : kind_(Kind::number) {
+Value::Value(double number) : kind_(Kind::Number) {
     std::ostringstream text;
     text << number;
     text_ = text.str();
@@ -63,12 +63,12 @@ Value::Value(double number) : kind_(Kind::number) {
 
 std::ostream& operator<<(std::ostream& out, const Value& value) {
     switch (value.kind_) {
-        case Value::Kind::null:
+        case Value::Kind::Null:
             return out << "NULL";
-        case Value::Kind::text:
+        case Value::Kind::Text:
             return out << '"' << value.text_ << '"';
-        case Value::Kind::number:
-        case Value::Kind::path:
+        case Value::Kind::Number:
+        case Value::Kind::Path:
             break;
     }
     return out << value.text_;
@@ -115,17 +115,17 @@ RecordedPath RecordedPath::of(Object kind) {
 
 Value RecordedPath::key(const std::string& name) const {
     const Set* found = find_last(keys_, name);
-    if (!found) ADD_FAILURE() << "no key " << name << " in " << *this;
-    return found ? found->value : Value();
+    if (found == nullptr) ADD_FAILURE() << "no key " << name << " in " << *this;
+    return found != nullptr ? found->value : Value();
 }
 
 std::string RecordedPath::text() const {
-    if (kind_ != Object::valid) return object_text(kind_);
+    if (kind_ != Object::Valid) return object_text(kind_);
     std::ostringstream text;
     if (host_) text << "//" << *host_ << '/';
     text << nameSpace_ << ':' << className_ << '{';
     for (std::size_t i = 0; i < keys_.size(); ++i)
-        text << (i ? ", " : "") << keys_[i];
+        text << (i != 0u ? ", " : "") << keys_[i];
     text << '}';
     return text.str();
 }
@@ -142,14 +142,14 @@ RecordedInstance RecordedInstance::of(Object kind) {
 
 Value RecordedInstance::value(const std::string& name) const {
     const Set* found = find_last(sets_, name);
-    if (!found) ADD_FAILURE() << "property " << name << " was not set on " << *this;
-    return found ? found->value : Value();
+    if (found == nullptr) ADD_FAILURE() << "property " << name << " was not set on " << *this;
+    return found != nullptr ? found->value : Value();
 }
 
 CMPIType RecordedInstance::type(const std::string& name) const {
     const Set* found = find_last(sets_, name);
-    if (!found) ADD_FAILURE() << "property " << name << " was not set on " << *this;
-    return found ? found->type : CMPIType{CMPI_null};
+    if (found == nullptr) ADD_FAILURE() << "property " << name << " was not set on " << *this;
+    return found != nullptr ? found->type : CMPIType{CMPI_null};
 }
 
 bool RecordedInstance::has(const std::string& name) const {
@@ -157,7 +157,7 @@ bool RecordedInstance::has(const std::string& name) const {
 }
 
 std::ostream& operator<<(std::ostream& out, const RecordedInstance& instance) {
-    if (instance.kind_ != Object::valid) return out << "instance " << object_text(instance.kind_);
+    if (instance.kind_ != Object::Valid) return out << "instance " << object_text(instance.kind_);
     out << "instance of " << instance.path_ << ' ' << instance.sets_;
     for (const Filter& filter : instance.filters_)
         out << "\n      filter " << filter;
@@ -165,7 +165,7 @@ std::ostream& operator<<(std::ostream& out, const RecordedInstance& instance) {
 }
 
 std::string type_name(CMPIType type) {
-    const std::string array = (type & CMPI_ARRAY) ? "A" : "";
+    const std::string array = (type & CMPI_ARRAY) != 0 ? "A" : "";
     switch (type & ~CMPI_ARRAY) {
         case CMPI_null:
             return "CMPI_null" + array;

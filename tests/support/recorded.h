@@ -30,9 +30,9 @@ class Value {
     Value(const RecordedPath& path);
     Value(double number);
     template <std::integral Number>
-    Value(Number number) : kind_(Kind::number), text_(std::to_string(number)) {}
+    Value(Number number) : kind_(Kind::Number), text_(std::to_string(number)) {}
 
-    bool is_null() const { return kind_ == Kind::null; }
+    bool is_null() const { return kind_ == Kind::Null; }
     // The text without quotes, the number in decimal, the path's text; empty for NULL.
     const std::string& text() const { return text_; }
 
@@ -40,8 +40,8 @@ class Value {
     friend std::ostream& operator<<(std::ostream& out, const Value& value);
 
   private:
-    enum class Kind { null, text, number, path };
-    Kind kind_ = Kind::null;
+    enum class Kind { Null, Text, Number, Path };
+    Kind kind_ = Kind::Null;
     std::string text_;
 };
 
@@ -80,7 +80,7 @@ inline Filter filter_for(std::optional<std::vector<std::string>> properties) {
 
 // What a pointer handed to a result, or returned by a builder, was. What had been done to an object without a
 // handle before its handle was taken away is still recorded.
-enum class Object { valid, without_handle, null, minus_one };
+enum class Object { Valid, WithoutHandle, Null, MinusOne };
 
 class RecordedPath {
   public:
@@ -90,7 +90,7 @@ class RecordedPath {
     static RecordedPath of(Object kind); // no path: null or minus_one
 
     Object kind() const { return kind_; }
-    bool is_valid() const { return kind_ == Object::valid; }
+    bool is_valid() const { return kind_ == Object::Valid; }
     const std::string& name_space() const { return nameSpace_; }
     const std::string& class_name() const { return className_; }
     const std::optional<std::string>& host() const { return host_; } // nullopt: setHostname was not called
@@ -105,7 +105,7 @@ class RecordedPath {
 
   private:
     friend struct BrokerCalls;
-    Object kind_ = Object::valid;
+    Object kind_ = Object::Valid;
     std::string nameSpace_, className_;
     std::optional<std::string> host_;
     Sets keys_;
@@ -117,7 +117,7 @@ class RecordedInstance {
     static RecordedInstance of(Object kind); // no instance: null or minus_one
 
     Object kind() const { return kind_; }
-    bool is_valid() const { return kind_ == Object::valid; }
+    bool is_valid() const { return kind_ == Object::Valid; }
     const RecordedPath& path() const { return path_; } // as it was when newInstance was called
     const std::string& class_name() const { return path_.class_name(); }
     const Sets& sets() const { return sets_; }
@@ -134,7 +134,7 @@ class RecordedInstance {
 
   private:
     friend struct BrokerCalls;
-    Object kind_ = Object::valid;
+    Object kind_ = Object::Valid;
     RecordedPath path_;
     Sets sets_;
     std::vector<Filter> filters_;

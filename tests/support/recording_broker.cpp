@@ -17,8 +17,8 @@ Key::Key(std::string keyName, CMPIType keyType, const Value& keyValue)
 
 RecordingBroker::RecordingBroker() {
     broker_.hdl = this;
-    broker_.bft = &BrokerCalls::brokerTable;
-    broker_.eft = &BrokerCalls::makerTable;
+    broker_.bft = &BrokerCalls::BROKER_TABLE;
+    broker_.eft = &BrokerCalls::MAKER_TABLE;
 }
 
 RecordingBroker::~RecordingBroker() = default;
@@ -109,19 +109,19 @@ RecordingBroker::Fate RecordingBroker::next_fate(Make what) {
     std::lock_guard guard(mutex_);
     const std::size_t number = ++made_[what];
     const auto fault = faults_.find(what);
-    if (fault == faults_.end() || (fault->second.nth != 0 && fault->second.nth != number)) return Fate::make;
+    if (fault == faults_.end() || (fault->second.nth != 0 && fault->second.nth != number)) return Fate::Make;
     faultHit_ = true;
-    return fault->second.how == Failure::null ? Fate::null : Fate::without_handle;
+    return fault->second.how == Failure::Null ? Fate::Null : Fate::WithoutHandle;
 }
 
 std::ostream& operator<<(std::ostream& out, const Returned& returned) {
-    if (returned.kind == Returned::Kind::path) return out << result_text("path", returned.path);
+    if (returned.kind == Returned::Kind::Path) return out << result_text("path", returned.path);
     return out << result_text("instance", returned.instance);
 }
 
 RecordingResult::RecordingResult(RecordingBroker& broker) : state_(std::make_unique<State>()) {
     state_->hdl = state_.get();
-    state_->ft = &BrokerCalls::resultTable;
+    state_->ft = &BrokerCalls::RESULT_TABLE;
     state_->owner = &broker;
 }
 
@@ -138,14 +138,14 @@ const std::vector<Returned>& RecordingResult::returned() const {
 std::vector<RecordedInstance> RecordingResult::instances() const {
     std::vector<RecordedInstance> instances;
     for (const Returned& returned : state_->returned)
-        if (returned.kind == Returned::Kind::instance) instances.push_back(returned.instance);
+        if (returned.kind == Returned::Kind::Instance) instances.push_back(returned.instance);
     return instances;
 }
 
 std::vector<RecordedPath> RecordingResult::paths() const {
     std::vector<RecordedPath> paths;
     for (const Returned& returned : state_->returned)
-        if (returned.kind == Returned::Kind::path) paths.push_back(returned.path);
+        if (returned.kind == Returned::Kind::Path) paths.push_back(returned.path);
     return paths;
 }
 

@@ -63,8 +63,8 @@ struct Call {
     std::string function() const { return text.substr(0, text.find(' ')); }
 };
 
-enum class Make { object_path, instance, string };
-enum class Failure { null, without_handle };
+enum class Make { ObjectPath, Instance, String };
+enum class Failure { Null, WithoutHandle };
 
 class RecordingBroker {
   public:
@@ -106,14 +106,14 @@ class RecordingBroker {
     friend class RecordingResult;
     struct Fault {
         std::size_t nth = 0; // 0 = every
-        Failure how = Failure::null;
+        Failure how = Failure::Null;
     };
-    enum class Fate { make, null, without_handle };
+    enum class Fate { Make, Null, WithoutHandle };
 
     void log(const std::string& text);
     Fate next_fate(Make what);
     // Makes an object that lives as long as the broker.
-    template <class T>
+    template <typename T>
     T* keep() {
         auto made = std::make_shared<T>();
         std::lock_guard guard(mutex_);
@@ -132,8 +132,8 @@ class RecordingBroker {
 
 // One object handed to a result.
 struct Returned {
-    enum class Kind { instance, path };
-    Kind kind = Kind::instance;
+    enum class Kind { Instance, Path };
+    Kind kind = Kind::Instance;
     RecordedInstance instance; // of a returnInstance
     RecordedPath path;         // of a returnObjectPath
 

@@ -128,17 +128,17 @@ TEST_F(RecordingBrokerTest, KeysOfARequestReadBackAsTheyWereGiven) {
 }
 
 TEST_F(RecordingBrokerTest, NthObjectFails) {
-    broker().fail_nth(Make::object_path, 2, Failure::null);
+    broker().fail_nth(Make::ObjectPath, 2, Failure::Null);
     EXPECT_NE(new_path(), nullptr);
     EXPECT_FALSE(broker().fault_hit());
     EXPECT_EQ(new_path(), nullptr);
     EXPECT_TRUE(broker().fault_hit());
     EXPECT_NE(new_path(), nullptr);
-    EXPECT_EQ(broker().made(Make::object_path), 3u);
+    EXPECT_EQ(broker().made(Make::ObjectPath), 3u);
 }
 
 TEST_F(RecordingBrokerTest, EveryObjectFails) {
-    broker().fail_every(Make::string, Failure::null);
+    broker().fail_every(Make::String, Failure::Null);
     CMPIStatus status{};
     EXPECT_EQ(mb->eft->newString(mb, "x", &status), nullptr);
     EXPECT_EQ(status.rc, CMPI_RC_ERR_FAILED);
@@ -148,13 +148,13 @@ TEST_F(RecordingBrokerTest, EveryObjectFails) {
 }
 
 TEST_F(RecordingBrokerTest, ObjectWithoutAHandleTakesNothing) {
-    broker().fail_nth(Make::instance, 1, Failure::without_handle);
+    broker().fail_nth(Make::Instance, 1, Failure::WithoutHandle);
     CMPIInstance* instance = new_instance();
     ASSERT_NE(instance, nullptr);
     EXPECT_EQ(instance->hdl, nullptr);
     EXPECT_EQ(instance->ft->setProperty(instance, "Name", chars("x"), CMPI_chars).rc,
               CMPI_RC_ERR_INVALID_HANDLE);
-    EXPECT_EQ(broker().recorded(instance).kind(), Object::without_handle);
+    EXPECT_EQ(broker().recorded(instance).kind(), Object::WithoutHandle);
     EXPECT_TRUE(broker().recorded(instance).sets().empty());
     EXPECT_EQ(broker().call_texts().back(), "setProperty without a handle");
 }

@@ -25,7 +25,7 @@ class StdoutCapture {
 };
 
 // What `run` prints.
-template <class Function>
+template <typename Function>
 std::string printed_by(Function&& run) {
     StdoutCapture capture;
     run();
