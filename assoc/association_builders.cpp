@@ -3,9 +3,10 @@
 #include <cstdio>
 
 #include "classes/builder.h"
+#include "common/broker.h"
+#include "common/results.h"
 #include "include/associations.h"
 #include "platform/platform_services.h"
-#include "provider/provider.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ bool have_both(const CMPIObjectPath* ref1, const CMPIObjectPath* ref2) {
 }
 
 Property reference(const char* name, const CMPIObjectPath* path) {
-    Property property{name, CMPI_ref, {}, {}};
+    Property property{name, CMPI_ref, nullptr, {}};
     property.value.ref = const_cast<CMPIObjectPath*>(path); // a CMPIValue points to non-const objects
     return property;
 }

@@ -4,10 +4,10 @@
 
 #include <cstdio>
 
+#include "common/broker.h"
+#include "common/results.h"
 #include "include/associations.h"
-#include "include/results.h"
 #include "platform/platform_services.h"
-#include "provider/request.h"
 
 namespace {
 

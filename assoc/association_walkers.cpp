@@ -1,132 +1,137 @@
 // The enumeration of associations: for each FCIP link, the one association of the class asked for.
 //
-// One table drives both walkers. Each row names the path of the link's own endpoint, which is built first,
-// and that of the other end. The roles that the two play run against the usual reading in several rows, and
-// those of the statistics differ between instances and names; clients know them so.
+// One table drives both walkers. Each row names the link's own endpoint, whose path is made first, and the
+// other end. The roles that the two play run against the usual reading in several rows, and those of the
+// statistics differ between instances and names; clients know them so.
+#include <cstdint>
+
 #include "assoc/ends.h"
 #include "assoc/families.h"
-#include "classes/builder.h"
-#include "include/class_table.h"
+#include "assoc/source.h"
+#include "classes/text.h"
+#include "common/broker.h"
+#include "common/class_table.h"
+#include "common/results.h"
+#include "common/trace.h"
+#include "include/associations.h"
 #include "include/classes.h"
-#include "platform/fcip_config.h"
 #include "platform/platform_services.h"
+#include "platform/table_walk.h"
 
 namespace {
 
-// One end of an association, made of the link's row.
-struct End {
-    const char* className;
-    LinkFiller* fill;
+// What is enumerated, and with it which walker is at work.
+enum class Form { Instances, Names };
+
+// The numbers with which the two walkers mark a place; 0 for none.
+struct Mark {
+    int instances = 0;
+    int names = 0;
 };
 
-CMPIObjectPath* hosting_switch(const char* className, const char* nameSpace, const FcipLinkEntry* link) {
-    const SystemName name = system_name(link->kfmFcipLinkIfIndex);
-    return switch_fill_reference_str(className, nameSpace, name.text, _broker);
+struct AssociationRow {
+    const char* className;
+    const AssociationFamily* family; // null: the endpoint's path is made, and nothing comes of it
+    End endpoint;                    // made first, and the second reference
+    End other = {nullptr};           // the first reference
+    bool endpointFirstInInstances = false;
+    bool namesOnly = false; // instances are enumerated elsewhere
+    bool (*isLeftOut)(const FcipLinkEntry& link) = nullptr;
+    Mark before = {};        // of a link
+    Mark afterEndpoint = {}; // once the endpoint's path is made
+};
+
+CMPIObjectPath* named_system_path(const Source& source, const char* className) {
+    const SystemName name = system_name(source.link.kfmFcipLinkIfIndex);
+    return switch_fill_reference_str(className, source.nameSpace, name.text.chars, _broker);
 }
 
-// Deviations of single rows.
-enum Deviation : unsigned {
-    NONE = 0,
-    ENDPOINT_FIRST_IN_INSTANCES = 1, // the endpoint is the first reference there
-    ENDPOINT_ONLY = 2,               // the endpoint's path is built, and nothing more comes of it
-    WITHOUT_ENTITY_65535 = 4,        // links of this entity have no such association
-    NAMES_ONLY = 8,                  // instances are enumerated elsewhere
-};
-constexpr std::uint32_t ENTITY_65535 = 65535;
+// The link's row begins with the number of its profile, and the profile's path needs no more.
+CMPIObjectPath* profile_path_of_row(const Source& source, const char* className) {
+    FcipEntityEntry profile{};
+    profile.kfmFcipEntityId = source.link.kfmFcipEntityId;
+    return fcip_profile_fill_reference(className, source.nameSpace, &profile);
+}
 
-// A line number that one of the walkers traces, 0 for none.
-struct TracedLine {
-    int inInstances = 0;
-    int inNames = 0;
-};
+bool is_of_entity_65535(const FcipLinkEntry& link) {
+    return link.kfmFcipEntityId == 65535;
+}
 
-struct AssociationClass {
-    const char* className;
-    const AssociationFamily* family;
-    End endpoint; // built first, and the second reference
-    End other;    // the first reference
-    unsigned deviations = NONE;
-    TracedLine before = {};  // traced before the ends are built
-    TracedLine between = {}; // traced behind the endpoint
-};
-
-constexpr End FCIP_ENDPOINT{"KESTO_FCIPProtocolEndPoint", fcip_pe_fill_reference};
-constexpr End TCP_ENDPOINT{"KESTO_TCPProtocolEndPoint", tcp_pe_fill_reference};
-constexpr End IP_ENDPOINT{"KESTO_IPProtocolEndPoint", ip_pe_fill_reference};
-constexpr End HOSTING_SWITCH{LOGICAL_COMPUTER_SYSTEM, hosting_switch};
+constexpr End HOSTING_SWITCH{LOGICAL_COMPUTER_SYSTEM, named_system_path};
+constexpr End PROFILE_OF_ROW{"KESTO_FCIPProfile", profile_path_of_row};
 // The path of the TCP settings is keyed as an IP endpoint, and stands for the IP settings too.
-constexpr End TCP_SETTINGS{"KESTO_TCPSettings", ip_pe_fill_reference};
+constexpr End TCP_SETTINGS = ip_endpoint("KESTO_TCPSettings");
 
-// clang-format off
-constexpr AssociationClass ASSOCIATIONS[] = {
-    {"KESTO_SANFCIPEndpoint", &REALIZE, FCIP_ENDPOINT, {"KESTO_RemoteFCIPPort", fcip_remote_pe_fill_reference}},
-    {"KESTO_FCIPTCPEndpoint", &REALIZE, FCIP_ENDPOINT, TCP_ENDPOINT},
-    {"KESTO_SANIPEndpoint", &REALIZE, FCIP_ENDPOINT, {"KESTO_RemoteIPPort", ip_remote_pe_fill_reference}},
-    {"KESTO_TCPIPEndpoint", &REALIZE, IP_ENDPOINT, TCP_ENDPOINT},
-    {"KESTO_SANTCPEndpoint", nullptr, IP_ENDPOINT, {}, ENDPOINT_ONLY},
-    {"KESTO_IPEthernetEndpoint", &REALIZE, IP_ENDPOINT, {"KESTO_LANEndPoint", lan_endpoint_of_link}, WITHOUT_ENTITY_65535, {}, {1893, 1602}},
-    {"KESTO_SwitchHostedFCIPAccessPoint", &REALIZE, FCIP_ENDPOINT, HOSTING_SWITCH},
-    {"KESTO_SwitchHostedIPAccessPoint", &REALIZE, IP_ENDPOINT, HOSTING_SWITCH},
-    {"KESTO_SwitchHostedTCPAccessPoint", &REALIZE, TCP_ENDPOINT, HOSTING_SWITCH},
-    {"KESTO_FCIPElementSettingData", &MANAGED_SETTING, FCIP_ENDPOINT, {"KESTO_FCIPSettings", fcip_settings_fill_reference}},
-    {"KESTO_TCPElementSettingData", &MANAGED_SETTING, TCP_ENDPOINT, TCP_SETTINGS},
-    {"KESTO_IPElementSettingData", &MANAGED_SETTING, IP_ENDPOINT, TCP_SETTINGS},
-    {"KESTO_FCIPPEBasedOn", &GROUP_PART, FCIP_ENDPOINT, {"KESTO_FCIPProfile", profile_of_link}},
-    {"KESTO_TCPEndPointStatisticalData", &MANAGED_STATS, FCIP_ENDPOINT, {"KESTO_TCPEndPointStatistics", stat_fill_reference}, ENDPOINT_FIRST_IN_INSTANCES, {2024, 0}},
-    {"KESTO_IPEndPointStatisticalData", &MANAGED_STATS, IP_ENDPOINT, {"KESTO_IPEndPointStatistics", stat_fill_reference}, ENDPOINT_FIRST_IN_INSTANCES},
-    {"KESTO_EthernetPortStatisticalData", &MANAGED_STATS, {"KESTO_EthernetPort", ip_pe_fill_reference}, {"KESTO_EthernetPortStatistics", stat_fill_reference}, NAMES_ONLY},
+constexpr AssociationRow ASSOCIATIONS[] = {
+    {"KESTO_SANFCIPEndpoint", &REALIZE, fcip_endpoint(), remote_fcip_port()},
+    {"KESTO_FCIPTCPEndpoint", &REALIZE, fcip_endpoint(), tcp_endpoint()},
+    {"KESTO_SANIPEndpoint", &REALIZE, fcip_endpoint(), remote_ip_access_point("KESTO_RemoteIPPort")},
+    {"KESTO_TCPIPEndpoint", &REALIZE, ip_endpoint(), tcp_endpoint()},
+    {"KESTO_SANTCPEndpoint", nullptr, ip_endpoint()},
+    {.className = "KESTO_IPEthernetEndpoint",
+     .family = &REALIZE,
+     .endpoint = ip_endpoint(),
+     .other = lan_endpoint_of_link(),
+     .isLeftOut = is_of_entity_65535,
+     .afterEndpoint = {.instances = 1893, .names = 1602}},
+    {"KESTO_SwitchHostedFCIPAccessPoint", &REALIZE, fcip_endpoint(), HOSTING_SWITCH},
+    {"KESTO_SwitchHostedIPAccessPoint", &REALIZE, ip_endpoint(), HOSTING_SWITCH},
+    {"KESTO_SwitchHostedTCPAccessPoint", &REALIZE, tcp_endpoint(), HOSTING_SWITCH},
+    {"KESTO_FCIPElementSettingData", &MANAGED_SETTING, fcip_endpoint(), fcip_settings()},
+    {"KESTO_TCPElementSettingData", &MANAGED_SETTING, tcp_endpoint(), TCP_SETTINGS},
+    {"KESTO_IPElementSettingData", &MANAGED_SETTING, ip_endpoint(), TCP_SETTINGS},
+    {"KESTO_FCIPPEBasedOn", &GROUP_PART, fcip_endpoint(), PROFILE_OF_ROW},
+    {.className = "KESTO_TCPEndPointStatisticalData",
+     .family = &MANAGED_STATS,
+     .endpoint = fcip_endpoint(),
+     .other = statistics("KESTO_TCPEndPointStatistics"),
+     .endpointFirstInInstances = true,
+     .before = {.instances = 2024}},
+    {.className = "KESTO_IPEndPointStatisticalData",
+     .family = &MANAGED_STATS,
+     .endpoint = ip_endpoint(),
+     .other = statistics("KESTO_IPEndPointStatistics"),
+     .endpointFirstInInstances = true},
+    {.className = "KESTO_EthernetPortStatisticalData",
+     .family = &MANAGED_STATS,
+     .endpoint = ip_endpoint("KESTO_EthernetPort"),
+     .other = statistics("KESTO_EthernetPortStatistics"),
+     .namesOnly = true},
 };
-// clang-format on
 
-bool has(const AssociationClass& association, unsigned deviation) {
-    return (association.deviations & deviation) != 0;
+const AssociationRow* row_for(const char* className, Form form) {
+    const AssociationRow* row = find_class(ASSOCIATIONS, className);
+    return row != nullptr && row->namesOnly && form == Form::Instances ? nullptr : row;
 }
 
-CMPIObjectPath* path_of(const End& end, const char* nameSpace, const FcipLinkEntry& link) {
-    return end.fill(end.className, nameSpace, &link);
+void trace_mark(const char* function, Form form, const Mark& mark) {
+    const int line = form == Form::Instances ? mark.instances : mark.names;
+    if (line != 0) trace_line(function, line);
 }
 
-// What tells the two walkers apart.
-struct Walker {
-    const char* function;
-    unsigned endpointFirst; // the deviation that makes the endpoint the first reference
-    unsigned leftOut;       // the deviation of rows that the walker does not serve
-    int TracedLine::*line;
-};
-constexpr Walker INSTANCES{"get_all_binds_to_instances", ENDPOINT_FIRST_IN_INSTANCES, NAMES_ONLY,
-                           &TracedLine::inInstances};
-constexpr Walker NAMES{"get_all_binds_to_references", NONE, NONE, &TracedLine::inNames};
-
-void trace(const Walker& walker, const TracedLine& line) {
-    if (line.*walker.line != 0) trace_line(walker.function, line.*walker.line);
-}
-
-// Walks the links; make(family, ref1, ref2) gives the association for the result.
-template <typename Make>
-int return_associations(const Walker& walker, const char* className, const CMPIResult* result,
-                        const char* nameSpace, Make make) {
-    trace_entering(walker.function);
-    const AssociationClass* association = find_class(ASSOCIATIONS, className);
-    if (association != nullptr && has(*association, walker.leftOut)) association = nullptr;
-
+// Walks the links; associate(family, class name, namespace, ref1, ref2) gives the association for the result.
+template <typename Associate>
+int return_associations(const char* function, Form form, const char* className, const CMPIResult* result,
+                        const char* nameSpace, Associate associate) {
+    trace_entering(function);
+    const AssociationRow* row = row_for(className, form);
     const WalkEnd end = walk_links(mts_q, [&](const FcipLinkEntry& link) {
-        if (association == nullptr) return Visit::GoOn;
-        if (has(*association, WITHOUT_ENTITY_65535) && link.kfmFcipEntityId == ENTITY_65535)
-            return Visit::GoOn;
-        trace(walker, association->before);
-        CMPIObjectPath* endpoint = path_of(association->endpoint, nameSpace, link);
-        if (has(*association, ENDPOINT_ONLY)) return Visit::GoOn;
-        trace(walker, association->between);
-        CMPIObjectPath* other = path_of(association->other, nameSpace, link);
+        if (row == nullptr || (row->isLeftOut != nullptr && row->isLeftOut(link))) return Visit::GoOn;
+        const Source source{nullptr, nameSpace, nullptr, result, link};
+        trace_mark(function, form, row->before);
+        CMPIObjectPath* endpoint = make_path(row->endpoint, source);
+        if (row->family == nullptr) return Visit::GoOn;
+        trace_mark(function, form, row->afterEndpoint);
+        CMPIObjectPath* other = make_path(row->other, source);
         // An association without one of its ends stops the whole enumeration.
         if (!is_object(endpoint) || !is_object(other)) return Visit::Stop;
-        const bool endpointFirst = has(*association, walker.endpointFirst);
-        hand_over(result, make(*association->family, endpointFirst ? endpoint : other,
-                               endpointFirst ? other : endpoint));
+        const bool endpointFirst = row->endpointFirstInInstances && form == Form::Instances;
+        hand_over(result, associate(*row->family, className, nameSpace, endpointFirst ? endpoint : other,
+                                    endpointFirst ? other : endpoint));
         return Visit::GoOn;
     });
     if (end == WalkEnd::Stopped) return -1;
-    trace_exiting(walker.function);
+    trace_exiting(function);
     return 0;
 }
 
@@ -134,17 +139,9 @@ int return_associations(const Walker& walker, const char* className, const CMPIR
 
 int get_all_binds_to_instances(const char* className, const CMPIResult* result, const char** /*properties*/,
                                const char* nameSpace) {
-    return return_associations(
-        INSTANCES, className, result, nameSpace,
-        [&](const AssociationFamily& family, const CMPIObjectPath* ref1, const CMPIObjectPath* ref2) {
-            return family.build(className, nameSpace, ref1, ref2);
-        });
+    return return_associations(__func__, Form::Instances, className, result, nameSpace, associate_instance);
 }
 
 int get_all_binds_to_references(const char* className, const CMPIResult* result, const char* nameSpace) {
-    return return_associations(
-        NAMES, className, result, nameSpace,
-        [&](const AssociationFamily& family, const CMPIObjectPath* ref1, const CMPIObjectPath* ref2) {
-            return family.fill(className, nameSpace, ref1, ref2, _broker);
-        });
+    return return_associations(__func__, Form::Names, className, result, nameSpace, associate_path);
 }

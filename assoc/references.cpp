@@ -1,286 +1,294 @@
 // References and reference names: the associations that the source takes part in, each made of two end paths.
 //
-// Each source class has a table of branches, and names and instances share it. The association class asked
-// for selects a branch, the source's key is looked up in the branch's mode, the two ends are made in the
-// order in which the association takes them, and its family's builder ties them together.
-#include <strings.h>
-
+// Each source class has a table of rows, and names and instances share it. The association class asked for
+// selects a row, the source's key is looked up in the row's mode, the two ends are made in the order in which
+// the association takes them, and its family's builder ties them together.
+//
+// The end classes are spelled as each row has them: the spelling varies, and clients see it.
 #include <cstdio>
+#include <span>
 
 #include "assoc/ends.h"
 #include "assoc/families.h"
-#include "include/class_table.h"
+#include "assoc/source.h"
+#include "common/broker.h"
+#include "common/class_table.h"
+#include "common/results.h"
+#include "common/trace.h"
 #include "include/classes.h"
 #include "include/traversal.h"
-#include "platform/fcip_config.h"
+#include "platform/link_key.h"
 #include "platform/platform_services.h"
-#include "provider/provider.h"
 
 namespace {
 
-struct ReferenceEnd {
-    const char* className;
-    PathMaker* path;
-};
+// In place of a name for the association: as the client spelled the class, or as the row does.
+constexpr const char* AS_ASKED = nullptr;
+constexpr char AS_IN_ROW[] = "";
 
-// The association bears the name that the client asked for, as the client spelled it.
-constexpr const char* OWN = nullptr;
-
-// Where a branch gets its port from, and what comes of a port that is missing.
+// What comes of a port that is missing.
 enum class MissingPort { Fails, GivesNothing };
-struct PortSource {
-    PortFetch* fetch; // null: the branch needs no port
-    MissingPort missing;
-};
 
-struct ReferenceBranch {
+struct ReferenceRow {
     const char* className; // the association class tested
     int mode;
-    PortSource port;
     const AssociationFamily* family;
-    const char* name;
-    ReferenceEnd end1;
-    ReferenceEnd end2;
+    End end1;
+    End end2;
+    const char* name = AS_ASKED;
+    PortFetch* port = nullptr; // the port that an end is made of, if any
+    MissingPort missingPort = MissingPort::Fails;
 };
 
-constexpr PortSource NO_PORT{nullptr, MissingPort::Fails};
-constexpr PortSource FC_INTERFACE{interface_of_link, MissingPort::Fails};
-constexpr PortSource ETHERNET_OF_LINK{ethernet_port_of_link, MissingPort::Fails};
-constexpr PortSource ETHERNET_OF_KEY{port_of_key, MissingPort::Fails};
-constexpr PortSource ETHERNET_OF_LAN_KEY{port_of_lan_key, MissingPort::GivesNothing};
-
-// The FC port's class name and namespace go in this order here; the platform tells them apart.
-CMPIObjectPath* fc_port_path(const Branch& branch, const char* className) {
-    return fcport_fill_reference_pm(branch.nameSpace, className, branch.port.get(), _broker);
-}
-
-CMPIObjectPath* lan_endpoint_path_of_port(const Branch& branch, const char* className) {
-    return lan_endpoint_fill_reference(className, branch.nameSpace, branch.portIfIndex);
-}
-
-// How each end is made. The class literals stand in the tables: their spelling varies, and clients see it.
-constexpr PathMaker* FCIP_ENDPOINT = link_path<fcip_pe_fill_reference>;
-constexpr PathMaker* TCP_ENDPOINT = link_path<tcp_pe_fill_reference>;
-constexpr PathMaker* IP_ENDPOINT = link_path<ip_pe_fill_reference>;
-constexpr PathMaker* REMOTE_FCIP_PORT = link_path<fcip_remote_pe_fill_reference>;
-constexpr PathMaker* REMOTE_IP_ACCESS_POINT = link_path<ip_remote_pe_fill_reference>;
-constexpr PathMaker* REMOTE_TCP_PORT = link_path<tcp_remote_pe_fill_reference>;
-constexpr PathMaker* FCIP_SETTINGS = link_path<fcip_settings_fill_reference>;
-constexpr PathMaker* IP_SETTINGS = link_path<ip_settings_fill_reference>;
-constexpr PathMaker* TCP_SETTINGS = link_path<tcp_settings_fill_reference>;
-constexpr PathMaker* STATISTICS = link_path<stat_fill_reference>;
-constexpr PathMaker* PROFILE_OF_LINK = link_path<profile_of_link>;
-constexpr PathMaker* LAN_ENDPOINT_OF_LINK = link_path<lan_endpoint_of_link>;
-constexpr ReferenceEnd HOSTING_SYSTEM{LOGICAL_COMPUTER_SYSTEM, hosting_system_path};
-
-// clang-format off
-constexpr ReferenceBranch FCIP_PE[] = {
-    {"KESTO_FCIPElementSettingData", M1, NO_PORT, &MANAGED_SETTING, "KESTO_FCIPElementSettingData", {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}, {"KESTO_FCIPSettings", FCIP_SETTINGS}},
-    {"KESTO_FCIPTCPEndpoint", M1, NO_PORT, &REALIZE, "KESTO_FCIPTCPEndpoint", {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}, {"KESTO_TCPProtocolEndpoint", TCP_ENDPOINT}},
-    {"KESTO_SANFCIPEndpoint", M1, NO_PORT, &REALIZE, "KESTO_SANFCIPEndpoint", {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}, {"KESTO_RemoteFCIPPort", REMOTE_FCIP_PORT}},
-    {"KESTO_FCPortProtocolEndPoint", M1, FC_INTERFACE, &REALIZE, "KESTO_FCPortProtocolEndPoint", {"KESTO_FCPort", fc_port_path}, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
-    {"KESTO_FCIPPEBasedOn", M1, NO_PORT, &GROUP_PART, "KESTO_FCIPPEBasedOn", {"KESTO_FCIPProfile", PROFILE_OF_LINK}, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
-    {"KESTO_SwitchHostedFCIPAccessPoint", M1, NO_PORT, &REALIZE, "KESTO_SwitchHostedFCIPAccessPoint", HOSTING_SYSTEM, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
-};
-
-constexpr ReferenceBranch IP_PE[] = {
-    {"KESTO_IPElementSettingData", M2, NO_PORT, &MANAGED_SETTING, "KESTO_IPElementSettingData", {"KESTO_IPProtocolEndpoint", IP_ENDPOINT}, {"KESTO_IPSettings", IP_SETTINGS}},
-    {"KESTO_IPEndPointStatisticalData", M2, NO_PORT, &MANAGED_STATS, OWN, {"KESTO_IPEndpointStatistics", STATISTICS}, {"KESTO_IPProtocolEndpoint", IP_ENDPOINT}},
-    {"KESTO_TCPIPEndpoint", M2, NO_PORT, &REALIZE, OWN, {"KESTO_IPProtocolEndpoint", IP_ENDPOINT}, {"KESTO_TCPProtocolEndpoint", TCP_ENDPOINT}},
-    {"KESTO_IPEthernetEndpoint", M2, ETHERNET_OF_LINK, &REALIZE, OWN, {"KESTO_EthernetPort", port_path}, {"KESTO_IPProtocolEndpoint", IP_ENDPOINT}},
-    {"KESTO_SwitchHostedIPAccessPoint", M2, NO_PORT, &REALIZE, OWN, {"KESTO_IPProtocolEndpoint", IP_ENDPOINT}, HOSTING_SYSTEM},
-    {"KESTO_SANIpEndPoint", M2, NO_PORT, &REALIZE, OWN, {"KESTO_IPProtocolEndpoint", IP_ENDPOINT}, {"KESTO_RemoteIPServiceAccessPoint", REMOTE_IP_ACCESS_POINT}},
-};
-
-// The FCIP association is known here by a name of its own.
-constexpr ReferenceBranch TCP_PE[] = {
-    {"KESTO_TCPEndPointStatisticalData", M2, NO_PORT, &MANAGED_STATS, "KESTO_TCPEndPointStatisticalData", {"KESTO_TCPProtocolEndPoint", TCP_ENDPOINT}, {"KESTO_TCPEndPointStatistics", STATISTICS}},
-    {"KESTO_FCIPTCPEnpoint", M2, NO_PORT, &REALIZE, "KESTO_FCIPTCPEndpoint", {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}, {"KESTO_TCPProtocolEndPoint", TCP_ENDPOINT}},
-    {"KESTO_TCPIPEndpoint", M2, NO_PORT, &REALIZE, OWN, {"KESTO_IPProtocolEndpoint", IP_ENDPOINT}, {"KESTO_TCPProtocolEndPoint", TCP_ENDPOINT}},
-    {"KESTO_SwitchHostedTCPAccessPoint", M2, NO_PORT, &REALIZE, OWN, {"KESTO_TCPProtocolEndpoint", TCP_ENDPOINT}, HOSTING_SYSTEM},
-    {"KESTO_SANTCPEndpoint", M2, NO_PORT, &REALIZE, OWN, {"KESTO_TCPProtocolEndpoint", TCP_ENDPOINT}, {"KESTO_RemoteTCPPort", REMOTE_TCP_PORT}},
-    {"KESTO_TCPElementSettingData", M3, NO_PORT, &MANAGED_SETTING, OWN, {"KESTO_TCPProtocolEndpoint", TCP_ENDPOINT}, {"KESTO_TCPSettings", TCP_SETTINGS}},
-};
-
-constexpr ReferenceBranch FCIP_REMOTE_PE[] = {
-    {"KESTO_SANFCIPEndpoint", M6, NO_PORT, &REALIZE, OWN, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}, {"KESTO_RemoteFCIPPort", REMOTE_FCIP_PORT}},
-};
-constexpr ReferenceBranch IP_REMOTE_PE[] = {
-    {"KESTO_SANIPEndPoint", M6, NO_PORT, &REALIZE, OWN, {"KESTO_IPProtocolEndpoint", IP_ENDPOINT}, {"KESTO_RemoteIPServiceAccessPoint", REMOTE_IP_ACCESS_POINT}},
-};
-// Unlike the associators, which skip the 0 that begins this key, the references take it for the if-index.
-constexpr ReferenceBranch TCP_REMOTE_PE[] = {
-    {"KESTO_SANTCPEndpoint", M2, NO_PORT, &REALIZE, OWN, {"KESTO_TCPProtocolEndpoint", TCP_ENDPOINT}, {"KESTO_RemoteTCPPort", REMOTE_TCP_PORT}},
-};
-
-constexpr ReferenceBranch LAN_ENDPOINT[] = {
-    {"KESTO_IPEthernetEndpoint", M4, NO_PORT, &REALIZE, OWN, {"KESTO_IPProtocolEndPoint", IP_ENDPOINT}, {"KESTO_LANEndpoint", lan_endpoint_path_of_key}},
-    {"KESTO_EthernetPortProtocolEndpoint", NO_LINK, ETHERNET_OF_LAN_KEY, &REALIZE, OWN, {"KESTO_EthernetPort", port_path}, {"KESTO_LANEndpoint", lan_endpoint_path_of_port}},
-    {"CIM_HostedAccessPoint", M3, NO_PORT, &REALIZE, "CIM_HostedAccessPoint", {"KESTO_FCIPProtocolEndPoint", FCIP_ENDPOINT}, {"KESTO_LANEndpoint", LAN_ENDPOINT_OF_LINK}},
-};
-
-constexpr ReferenceBranch FCIP_SETTINGS_BRANCHES[] = {
-    {"KESTO_FCIPElementSettingData", M3, NO_PORT, &MANAGED_SETTING, "KESTO_FCIPElementSettingData", {"KESTO_FCIPProtocolEndPoint", FCIP_ENDPOINT}, {"KESTO_FCIPSettings", FCIP_SETTINGS}},
-};
-constexpr ReferenceBranch IP_SETTINGS_BRANCHES[] = {
-    {"KESTO_IPElementSettingData", M3, NO_PORT, &MANAGED_SETTING, "KESTO_IPElementSettingData", {"KESTO_IPProtocolEndPoint", IP_ENDPOINT}, {"KESTO_IPSettings", IP_SETTINGS}},
-};
-constexpr ReferenceBranch TCP_SETTINGS_BRANCHES[] = {
-    {"KESTO_TCPElementSettingData", M3, NO_PORT, &MANAGED_SETTING, OWN, {"KESTO_TCPProtocolEndPoint", TCP_ENDPOINT}, {"KESTO_TCPSettings", TCP_SETTINGS}},
-};
-constexpr ReferenceBranch IP_STAT[] = {
-    {"KESTO_IPEndpointStatisticalData", M3, NO_PORT, &MANAGED_STATS, "KESTO_IPEndpointStatisticalData", {"KESTO_IPProtocolEndPoint", IP_ENDPOINT}, {"KESTO_IPEndpointStatistics", STATISTICS}},
-};
-constexpr ReferenceBranch TCP_STAT[] = {
-    {"KESTO_TCPEndpointStatisticalData", M3, NO_PORT, &MANAGED_STATS, "KESTO_TCPEndpointStatisticalData", {"KESTO_TCPProtocolEndpoint", TCP_ENDPOINT}, {"KESTO_TCPEndpointStatistics", STATISTICS}},
-};
-constexpr ReferenceBranch PROFILE[] = {
-    {"KESTO_FCIPPEBasedOn", M5, NO_PORT, &GROUP_PART, "KESTO_FCIPPEBasedOn", {"KESTO_FCIPProfile", PROFILE_OF_LINK}, {"KESTO_FCIPProtocolEndpoint", FCIP_ENDPOINT}},
-};
-
-// The association of a port with its endpoint goes by the name of the IP settings' association.
-constexpr ReferenceBranch ETH_PORT[] = {
-    {"KESTO_EthernetPortProtocolEndpoint", M2, ETHERNET_OF_LINK, &REALIZE, "KESTO_IPElementSettingData", {"KESTO_EthernetPort", port_path}, {"KESTO_LANEndpoint", lan_endpoint_path_of_key}},
-    {"KESTO_EthernetPortStatisticalData", M2, ETHERNET_OF_LINK, &MANAGED_STATS, "KESTO_EthernetPortStatisticalData", {"KESTO_EthernetPort", port_path}, {"KESTO_EthernetPortStatistics", port_statistics_path}},
-};
-constexpr ReferenceBranch ETH_STAT[] = {
-    {"KESTO_EthernetPortStatisticalData", NO_LINK, ETHERNET_OF_KEY, &MANAGED_STATS, "KESTO_EthernetPortStatisticalData", {"KESTO_EthernetPort", port_path}, {"KESTO_EthernetPortStatistics", port_statistics_path}},
-};
-// clang-format on
-
-// The words around the association class in a member's trace; none without a first.
-struct Trace {
+// The words around the association class in a traversal's trace; none without a first.
+struct ClassTrace {
     const char* before;
-    const char* behind;
+    const char* after;
 };
-constexpr Trace PLAIN{"Result Class :", " \n"};
-constexpr Trace STARRED{" ****** Result Class :", "  ********** \n"};
-constexpr Trace NARROW{"Result Class : ", "\n"};
-constexpr Trace SILENT{nullptr, nullptr};
+constexpr ClassTrace PLAIN{"Result Class :", " \n"};
+constexpr ClassTrace STARRED{" ****** Result Class :", "  ********** \n"};
+constexpr ClassTrace NARROW{"Result Class : ", "\n"};
+constexpr ClassTrace SILENT{nullptr, nullptr};
 
-// When a member looks whether both ends could be made.
-enum class EndTest { BeforeBuilding, BehindBuilding, Never };
+// When a traversal looks whether both ends could be made.
+enum class EndTest { BeforeBuilding, AfterBuilding, Never };
 
-struct ReferenceMember {
-    std::span<const ReferenceBranch> branches;
-    Trace trace;
+// The table of a source class.
+struct Traversal {
+    std::span<const ReferenceRow> rows;
+    ClassTrace trace = PLAIN;
     EndTest endTest = EndTest::BeforeBuilding;
 };
 
-// Two objects of a family, by what the operation asks for.
-CMPIObjectPath* make_name(const AssociationFamily& family, const char* className, const char* nameSpace,
-                          const CMPIObjectPath* end1, const CMPIObjectPath* end2) {
-    return family.fill(className, nameSpace, end1, end2, _broker);
+// The class name and the namespace of the FC port go in this order here; the platform tells which is which.
+CMPIObjectPath* fc_port_path(const Source& source, const char* className) {
+    return fcport_fill_reference_pm(source.nameSpace, className, source.port.get(), _broker);
 }
-CMPIInstance* make_instance(const AssociationFamily& family, const char* className, const char* nameSpace,
-                            const CMPIObjectPath* end1, const CMPIObjectPath* end2) {
-    return family.build(className, nameSpace, end1, end2);
+constexpr End FC_PORT{"KESTO_FCPort", fc_port_path};
+
+CMPIObjectPath* lan_endpoint_path_of_port(const Source& source, const char* className) {
+    return lan_endpoint_fill_reference(className, source.nameSpace, source.portIfIndex);
+}
+constexpr End LAN_ENDPOINT_OF_PORT{"KESTO_LANEndpoint", lan_endpoint_path_of_port};
+
+constexpr ReferenceRow FCIP_ENDPOINT_ROWS[] = {
+    {"KESTO_FCIPElementSettingData", LINK_BY_TUNNEL, &MANAGED_SETTING,
+     fcip_endpoint("KESTO_FCIPProtocolEndpoint"), fcip_settings(), AS_IN_ROW},
+    {"KESTO_FCIPTCPEndpoint", LINK_BY_TUNNEL, &REALIZE, fcip_endpoint("KESTO_FCIPProtocolEndpoint"),
+     tcp_endpoint("KESTO_TCPProtocolEndpoint"), AS_IN_ROW},
+    {"KESTO_SANFCIPEndpoint", LINK_BY_TUNNEL, &REALIZE, fcip_endpoint("KESTO_FCIPProtocolEndpoint"),
+     remote_fcip_port(), AS_IN_ROW},
+    {"KESTO_FCPortProtocolEndPoint", LINK_BY_TUNNEL, &REALIZE, FC_PORT,
+     fcip_endpoint("KESTO_FCIPProtocolEndpoint"), AS_IN_ROW, interface_of_link},
+    {"KESTO_FCIPPEBasedOn", LINK_BY_TUNNEL, &GROUP_PART, profile(),
+     fcip_endpoint("KESTO_FCIPProtocolEndpoint"), AS_IN_ROW},
+    {"KESTO_SwitchHostedFCIPAccessPoint", LINK_BY_TUNNEL, &REALIZE, hosting_system(),
+     fcip_endpoint("KESTO_FCIPProtocolEndpoint"), AS_IN_ROW},
+};
+
+constexpr ReferenceRow IP_ENDPOINT_ROWS[] = {
+    {"KESTO_IPElementSettingData", LINK_BY_IF_INDEX_TOKEN, &MANAGED_SETTING,
+     ip_endpoint("KESTO_IPProtocolEndpoint"), ip_settings(), AS_IN_ROW},
+    {"KESTO_IPEndPointStatisticalData", LINK_BY_IF_INDEX_TOKEN, &MANAGED_STATS,
+     statistics("KESTO_IPEndpointStatistics"), ip_endpoint("KESTO_IPProtocolEndpoint")},
+    {"KESTO_TCPIPEndpoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE, ip_endpoint("KESTO_IPProtocolEndpoint"),
+     tcp_endpoint("KESTO_TCPProtocolEndpoint")},
+    {"KESTO_IPEthernetEndpoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE, ethernet_port(),
+     ip_endpoint("KESTO_IPProtocolEndpoint"), AS_ASKED, ethernet_port_of_link},
+    {"KESTO_SwitchHostedIPAccessPoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE,
+     ip_endpoint("KESTO_IPProtocolEndpoint"), hosting_system()},
+    {"KESTO_SANIpEndPoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE, ip_endpoint("KESTO_IPProtocolEndpoint"),
+     remote_ip_access_point()},
+};
+
+// The FCIP association is known here by a name of its own.
+constexpr ReferenceRow TCP_ENDPOINT_ROWS[] = {
+    {"KESTO_TCPEndPointStatisticalData", LINK_BY_IF_INDEX_TOKEN, &MANAGED_STATS, tcp_endpoint(),
+     statistics("KESTO_TCPEndPointStatistics"), AS_IN_ROW},
+    {"KESTO_FCIPTCPEnpoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE, fcip_endpoint("KESTO_FCIPProtocolEndpoint"),
+     tcp_endpoint(), "KESTO_FCIPTCPEndpoint"},
+    {"KESTO_TCPIPEndpoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE, ip_endpoint("KESTO_IPProtocolEndpoint"),
+     tcp_endpoint()},
+    {"KESTO_SwitchHostedTCPAccessPoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE,
+     tcp_endpoint("KESTO_TCPProtocolEndpoint"), hosting_system()},
+    {"KESTO_SANTCPEndpoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE, tcp_endpoint("KESTO_TCPProtocolEndpoint"),
+     remote_tcp_port()},
+    {"KESTO_TCPElementSettingData", LINK_BY_IF_INDEX, &MANAGED_SETTING,
+     tcp_endpoint("KESTO_TCPProtocolEndpoint"), tcp_settings()},
+};
+
+constexpr ReferenceRow REMOTE_FCIP_PORT_ROWS[] = {
+    {"KESTO_SANFCIPEndpoint", LINK_BY_REMOTE_ADDRESS, &REALIZE, fcip_endpoint("KESTO_FCIPProtocolEndpoint"),
+     remote_fcip_port()},
+};
+constexpr ReferenceRow REMOTE_IP_ACCESS_POINT_ROWS[] = {
+    {"KESTO_SANIPEndPoint", LINK_BY_REMOTE_ADDRESS, &REALIZE, ip_endpoint("KESTO_IPProtocolEndpoint"),
+     remote_ip_access_point()},
+};
+// Unlike the associators, which skip the 0 that begins this key, the references take it for the if-index.
+constexpr ReferenceRow REMOTE_TCP_PORT_ROWS[] = {
+    {"KESTO_SANTCPEndpoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE, tcp_endpoint("KESTO_TCPProtocolEndpoint"),
+     remote_tcp_port()},
+};
+
+constexpr ReferenceRow LAN_ENDPOINT_ROWS[] = {
+    {"KESTO_IPEthernetEndpoint", LINK_BY_ETHERNET_IF_INDEX, &REALIZE, ip_endpoint(),
+     lan_endpoint_of_key("KESTO_LANEndpoint")},
+    {"KESTO_EthernetPortProtocolEndpoint", NO_LINK, &REALIZE, ethernet_port(), LAN_ENDPOINT_OF_PORT, AS_ASKED,
+     port_of_lan_key, MissingPort::GivesNothing},
+    {"CIM_HostedAccessPoint", LINK_BY_IF_INDEX, &REALIZE, fcip_endpoint(),
+     lan_endpoint_of_link("KESTO_LANEndpoint"), AS_IN_ROW},
+};
+
+constexpr ReferenceRow FCIP_SETTINGS_ROWS[] = {
+    {"KESTO_FCIPElementSettingData", LINK_BY_IF_INDEX, &MANAGED_SETTING, fcip_endpoint(), fcip_settings(),
+     AS_IN_ROW},
+};
+constexpr ReferenceRow IP_SETTINGS_ROWS[] = {
+    {"KESTO_IPElementSettingData", LINK_BY_IF_INDEX, &MANAGED_SETTING, ip_endpoint(), ip_settings(),
+     AS_IN_ROW},
+};
+constexpr ReferenceRow TCP_SETTINGS_ROWS[] = {
+    {"KESTO_TCPElementSettingData", LINK_BY_IF_INDEX, &MANAGED_SETTING, tcp_endpoint(), tcp_settings()},
+};
+constexpr ReferenceRow IP_STATISTICS_ROWS[] = {
+    {"KESTO_IPEndpointStatisticalData", LINK_BY_IF_INDEX, &MANAGED_STATS, ip_endpoint(),
+     statistics("KESTO_IPEndpointStatistics"), AS_IN_ROW},
+};
+constexpr ReferenceRow TCP_STATISTICS_ROWS[] = {
+    {"KESTO_TCPEndpointStatisticalData", LINK_BY_IF_INDEX, &MANAGED_STATS,
+     tcp_endpoint("KESTO_TCPProtocolEndpoint"), statistics("KESTO_TCPEndpointStatistics"), AS_IN_ROW},
+};
+constexpr ReferenceRow PROFILE_ROWS[] = {
+    {"KESTO_FCIPPEBasedOn", LINK_BY_ENTITY, &GROUP_PART, profile(),
+     fcip_endpoint("KESTO_FCIPProtocolEndpoint"), AS_IN_ROW},
+};
+
+// The association of a port with its endpoint goes by the name of the IP settings' association.
+constexpr ReferenceRow ETHERNET_PORT_ROWS[] = {
+    {"KESTO_EthernetPortProtocolEndpoint", LINK_BY_IF_INDEX_TOKEN, &REALIZE, ethernet_port(),
+     lan_endpoint_of_key("KESTO_LANEndpoint"), "KESTO_IPElementSettingData", ethernet_port_of_link},
+    {"KESTO_EthernetPortStatisticalData", LINK_BY_IF_INDEX_TOKEN, &MANAGED_STATS, ethernet_port(),
+     port_statistics(), AS_IN_ROW, ethernet_port_of_link},
+};
+constexpr ReferenceRow PORT_STATISTICS_ROWS[] = {
+    {"KESTO_EthernetPortStatisticalData", NO_LINK, &MANAGED_STATS, ethernet_port(), port_statistics(),
+     AS_IN_ROW, port_of_key},
+};
+
+constexpr Traversal FCIP_ENDPOINT{FCIP_ENDPOINT_ROWS, STARRED};
+constexpr Traversal IP_ENDPOINT{IP_ENDPOINT_ROWS};
+constexpr Traversal TCP_ENDPOINT{TCP_ENDPOINT_ROWS};
+constexpr Traversal REMOTE_FCIP_PORT{REMOTE_FCIP_PORT_ROWS, SILENT};
+constexpr Traversal REMOTE_FCIP_PORT_NAMES{REMOTE_FCIP_PORT_ROWS, SILENT, EndTest::AfterBuilding};
+constexpr Traversal REMOTE_IP_ACCESS_POINT{REMOTE_IP_ACCESS_POINT_ROWS};
+constexpr Traversal REMOTE_TCP_PORT{REMOTE_TCP_PORT_ROWS};
+constexpr Traversal LAN_ENDPOINT{LAN_ENDPOINT_ROWS};
+constexpr Traversal FCIP_SETTINGS{FCIP_SETTINGS_ROWS};
+constexpr Traversal IP_SETTINGS_NAMES{IP_SETTINGS_ROWS};
+constexpr Traversal IP_SETTINGS{IP_SETTINGS_ROWS, PLAIN, EndTest::Never};
+constexpr Traversal TCP_SETTINGS{TCP_SETTINGS_ROWS};
+constexpr Traversal IP_STATISTICS{IP_STATISTICS_ROWS, SILENT};
+constexpr Traversal TCP_STATISTICS{TCP_STATISTICS_ROWS};
+constexpr Traversal PROFILE{PROFILE_ROWS};
+constexpr Traversal ETHERNET_PORT{ETHERNET_PORT_ROWS};
+constexpr Traversal PORT_STATISTICS{PORT_STATISTICS_ROWS, NARROW};
+
+// A request to a traversal.
+struct ReferenceRequest {
+    const char* keyValue;
+    const char* assocClass;
+    const CMPIResult* result;
+    const char* nameSpace;
+};
+
+const char* name_of(const ReferenceRow& row, const char* assocClass) {
+    if (row.name == AS_ASKED) return assocClass;
+    return row.name == AS_IN_ROW ? row.className : row.name;
 }
 
+// Ends that no association was made of. They were made for this request, and nobody else has them.
 void release(CMPIObjectPath* path) {
     if (is_usable(path)) path->ft->release(path);
 }
 
-// Returns the association of one branch: 0, or -1 when an end is missing.
-template <typename Make>
-int take_branch(const ReferenceBranch& branch, EndTest endTest, const char* keyValue, const char* assocClass,
-                const CMPIResult* result, const char* nameSpace, Make make) {
-    Branch at{keyValue, nameSpace, nullptr, result};
-    if (!look_link_up(at, branch.mode)) return 0;
-    if (branch.port.fetch != nullptr && !branch.port.fetch(at)) {
-        return branch.port.missing == MissingPort::Fails ? -1 : 0;
+// Hands over the association of one row; associate(family, class name, namespace, ref1, ref2) makes it. 0, or
+// -1 when an end is missing.
+template <typename Associate>
+int take_row(const ReferenceRow& row, EndTest endTest, const ReferenceRequest& request, Associate associate) {
+    Source source{request.keyValue, request.nameSpace, nullptr, request.result};
+    if (!look_link_up(source, row.mode)) return 0;
+    if (row.port != nullptr && !row.port(source)) return row.missingPort == MissingPort::Fails ? -1 : 0;
+
+    CMPIObjectPath* end1 = make_path(row.end1, source);
+    CMPIObjectPath* end2 = make_path(row.end2, source);
+    const bool complete = endTest == EndTest::Never || (is_object(end1) && is_object(end2));
+    if (complete || endTest == EndTest::AfterBuilding) {
+        auto* made = associate(*row.family, name_of(row, request.assocClass), request.nameSpace, end1, end2);
+        if (complete) hand_over(request.result, made);
     }
-    CMPIObjectPath* end1 = branch.end1.path(at, branch.end1.className);
-    CMPIObjectPath* end2 = branch.end2.path(at, branch.end2.className);
-    const bool incomplete = endTest != EndTest::Never && (!is_object(end1) || !is_object(end2));
-    const char* name = branch.name != OWN ? branch.name : assocClass;
-    if (!incomplete || endTest == EndTest::BehindBuilding) {
-        auto* association = make(*branch.family, name, nameSpace, end1, end2);
-        if (!incomplete) hand_over(result, association);
-    }
-    if (!incomplete) return 0;
+    if (complete) return 0;
     release(end1);
     release(end2);
     return -1;
 }
 
-// The frame of all members. A NULL association class matches nothing.
-template <typename Make>
-int traverse(const char* function, const ReferenceMember& member, const char* keyValue,
-             const char* assocClass, const CMPIResult* result, const char* nameSpace, Make make) {
+// What all traversals do. A NULL association class matches nothing.
+template <typename Associate>
+int traverse(const char* function, const Traversal& traversal, const ReferenceRequest& request,
+             Associate associate) {
     trace_entering(function);
-    if (assocClass == nullptr) return 0;
-    const ReferenceBranch* branch = find_class(member.branches, assocClass);
-    if (member.trace.before != nullptr) {
-        std::printf("%s%s%s", member.trace.before, assocClass, member.trace.behind);
+    if (request.assocClass == nullptr) return 0;
+    const ReferenceRow* row = find_class(traversal.rows, request.assocClass);
+    if (traversal.trace.before != nullptr) {
+        std::printf("%s%s%s", traversal.trace.before, request.assocClass, traversal.trace.after);
     }
-    if (branch != nullptr &&
-        take_branch(*branch, member.endTest, keyValue, assocClass, result, nameSpace, make) != 0) {
-        return -1;
-    }
+    if (row != nullptr && take_row(*row, traversal.endTest, request, associate) != 0) return -1;
     trace_exiting(function);
     return 0;
 }
 
-constexpr ReferenceMember FCIP_PE_MEMBER{FCIP_PE, STARRED};
-constexpr ReferenceMember IP_PE_MEMBER{IP_PE, PLAIN};
-constexpr ReferenceMember TCP_PE_MEMBER{TCP_PE, PLAIN};
-constexpr ReferenceMember FCIP_REMOTE_PE_MEMBER{FCIP_REMOTE_PE, SILENT};
-constexpr ReferenceMember FCIP_REMOTE_PE_NAMES_MEMBER{FCIP_REMOTE_PE, SILENT, EndTest::BehindBuilding};
-constexpr ReferenceMember IP_REMOTE_PE_MEMBER{IP_REMOTE_PE, PLAIN};
-constexpr ReferenceMember TCP_REMOTE_PE_MEMBER{TCP_REMOTE_PE, PLAIN};
-constexpr ReferenceMember LAN_ENDPOINT_MEMBER{LAN_ENDPOINT, PLAIN};
-constexpr ReferenceMember FCIP_SETTINGS_MEMBER{FCIP_SETTINGS_BRANCHES, PLAIN};
-constexpr ReferenceMember IP_SETTINGS_NAMES_MEMBER{IP_SETTINGS_BRANCHES, PLAIN};
-constexpr ReferenceMember IP_SETTINGS_MEMBER{IP_SETTINGS_BRANCHES, PLAIN, EndTest::Never};
-constexpr ReferenceMember TCP_SETTINGS_MEMBER{TCP_SETTINGS_BRANCHES, PLAIN};
-constexpr ReferenceMember IP_STAT_MEMBER{IP_STAT, SILENT};
-constexpr ReferenceMember TCP_STAT_MEMBER{TCP_STAT, PLAIN};
-constexpr ReferenceMember PROFILE_MEMBER{PROFILE, PLAIN};
-constexpr ReferenceMember ETH_PORT_MEMBER{ETH_PORT, PLAIN};
-constexpr ReferenceMember ETH_STAT_MEMBER{ETH_STAT, NARROW};
-
 } // namespace
 
-// The members. The role is the CIM server's business, and associations have no property filter.
-#define REFERENCE_NAMES(function, member)                                                             \
-    int function(const char* keyValue, const char* assocClass, const char*, const CMPIResult* result, \
-                 const char* nameSpace) {                                                             \
-        return traverse(__func__, member, keyValue, assocClass, result, nameSpace, make_name);        \
+// The exported functions. The role is the CIM server's business, and associations have no property filter.
+#define REFERENCE_NAMES(function, traversal)                                                             \
+    int function(const char* keyValue, const char* assocClass, const char*, const CMPIResult* result,    \
+                 const char* nameSpace) {                                                                \
+        return traverse(__func__, traversal, {keyValue, assocClass, result, nameSpace}, associate_path); \
     }
-#define REFERENCES(function, member)                                                               \
-    int function(const char* keyValue, const char* assocClass, const char*, const char**,          \
-                 const CMPIResult* result, const char* nameSpace) {                                \
-        return traverse(__func__, member, keyValue, assocClass, result, nameSpace, make_instance); \
+#define REFERENCES(function, traversal)                                                                      \
+    int function(const char* keyValue, const char* assocClass, const char*, const char**,                    \
+                 const CMPIResult* result, const char* nameSpace) {                                          \
+        return traverse(__func__, traversal, {keyValue, assocClass, result, nameSpace}, associate_instance); \
     }
 
-REFERENCE_NAMES(get_fcip_pe_reference_names, FCIP_PE_MEMBER)
-REFERENCES(get_fcip_pe_references, FCIP_PE_MEMBER)
-REFERENCE_NAMES(get_ip_pe_reference_names, IP_PE_MEMBER)
-REFERENCES(get_ip_pe_references, IP_PE_MEMBER)
-REFERENCE_NAMES(get_tcp_pe_reference_names, TCP_PE_MEMBER)
-REFERENCES(get_tcp_pe_references, TCP_PE_MEMBER)
-REFERENCE_NAMES(get_fcip_remote_pe_reference_names, FCIP_REMOTE_PE_NAMES_MEMBER)
-REFERENCES(get_fcip_remote_pe_references, FCIP_REMOTE_PE_MEMBER)
-REFERENCE_NAMES(get_ip_remote_pe_reference_names, IP_REMOTE_PE_MEMBER)
-REFERENCES(get_ip_remote_pe_references, IP_REMOTE_PE_MEMBER)
-REFERENCE_NAMES(get_tcp_remote_pe_reference_names, TCP_REMOTE_PE_MEMBER)
-REFERENCES(get_tcp_remote_pe_references, TCP_REMOTE_PE_MEMBER)
-REFERENCE_NAMES(get_lan_endpoint_reference_names, LAN_ENDPOINT_MEMBER)
-REFERENCES(get_lan_endpoint_references, LAN_ENDPOINT_MEMBER)
-REFERENCE_NAMES(get_fcip_settings_reference_names, FCIP_SETTINGS_MEMBER)
-REFERENCES(get_fcip_settings_references, FCIP_SETTINGS_MEMBER)
-REFERENCE_NAMES(get_ip_settings_reference_names, IP_SETTINGS_NAMES_MEMBER)
-REFERENCES(get_ip_settings_references, IP_SETTINGS_MEMBER)
-REFERENCE_NAMES(get_tcp_settings_reference_names, TCP_SETTINGS_MEMBER)
-REFERENCES(get_tcp_settings_references, TCP_SETTINGS_MEMBER)
-REFERENCE_NAMES(get_ip_stat_reference_names, IP_STAT_MEMBER)
-REFERENCES(get_ip_stat_references, IP_STAT_MEMBER)
-REFERENCE_NAMES(get_tcp_stat_reference_names, TCP_STAT_MEMBER)
-REFERENCES(get_tcp_stat_references, TCP_STAT_MEMBER)
-REFERENCE_NAMES(get_profile_reference_names, PROFILE_MEMBER)
-REFERENCES(get_profile_references, PROFILE_MEMBER)
-REFERENCE_NAMES(get_eth_port_reference_names, ETH_PORT_MEMBER)
-REFERENCES(get_eth_port_references, ETH_PORT_MEMBER)
-REFERENCE_NAMES(get_eth_stat_reference_names, ETH_STAT_MEMBER)
-REFERENCES(get_eth_stat_references, ETH_STAT_MEMBER)
+REFERENCE_NAMES(get_fcip_pe_reference_names, FCIP_ENDPOINT)
+REFERENCES(get_fcip_pe_references, FCIP_ENDPOINT)
+REFERENCE_NAMES(get_ip_pe_reference_names, IP_ENDPOINT)
+REFERENCES(get_ip_pe_references, IP_ENDPOINT)
+REFERENCE_NAMES(get_tcp_pe_reference_names, TCP_ENDPOINT)
+REFERENCES(get_tcp_pe_references, TCP_ENDPOINT)
+REFERENCE_NAMES(get_fcip_remote_pe_reference_names, REMOTE_FCIP_PORT_NAMES)
+REFERENCES(get_fcip_remote_pe_references, REMOTE_FCIP_PORT)
+REFERENCE_NAMES(get_ip_remote_pe_reference_names, REMOTE_IP_ACCESS_POINT)
+REFERENCES(get_ip_remote_pe_references, REMOTE_IP_ACCESS_POINT)
+REFERENCE_NAMES(get_tcp_remote_pe_reference_names, REMOTE_TCP_PORT)
+REFERENCES(get_tcp_remote_pe_references, REMOTE_TCP_PORT)
+REFERENCE_NAMES(get_lan_endpoint_reference_names, LAN_ENDPOINT)
+REFERENCES(get_lan_endpoint_references, LAN_ENDPOINT)
+REFERENCE_NAMES(get_fcip_settings_reference_names, FCIP_SETTINGS)
+REFERENCES(get_fcip_settings_references, FCIP_SETTINGS)
+REFERENCE_NAMES(get_ip_settings_reference_names, IP_SETTINGS_NAMES)
+REFERENCES(get_ip_settings_references, IP_SETTINGS)
+REFERENCE_NAMES(get_tcp_settings_reference_names, TCP_SETTINGS)
+REFERENCES(get_tcp_settings_references, TCP_SETTINGS)
+REFERENCE_NAMES(get_ip_stat_reference_names, IP_STATISTICS)
+REFERENCES(get_ip_stat_references, IP_STATISTICS)
+REFERENCE_NAMES(get_tcp_stat_reference_names, TCP_STATISTICS)
+REFERENCES(get_tcp_stat_references, TCP_STATISTICS)
+REFERENCE_NAMES(get_profile_reference_names, PROFILE)
+REFERENCES(get_profile_references, PROFILE)
+REFERENCE_NAMES(get_eth_port_reference_names, ETHERNET_PORT)
+REFERENCES(get_eth_port_references, ETHERNET_PORT)
+REFERENCE_NAMES(get_eth_stat_reference_names, PORT_STATISTICS)
+REFERENCES(get_eth_stat_references, PORT_STATISTICS)

@@ -1,22 +1,22 @@
 // KESTO_IPEndPointStatistics, KESTO_TCPEndPointStatistics and KESTO_TCPStatisticalData: the counters of one
 // tunnel, as the line card of its Gigabit Ethernet port keeps them.
-#include <cstring>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
 
 #include "classes/builder.h"
+#include "classes/text.h"
+#include "common/results.h"
+#include "common/trace.h"
 #include "include/classes.h"
 #include "platform/byte_order.h"
 #include "platform/fcip_config.h"
+#include "platform/platform_row.h"
 #include "platform/platform_services.h"
+#include "platform/row_lookup.h"
 #include "platform/statistics.h"
 
 namespace {
-
-constexpr LinkClass CLASSES[] = {
-    {"KESTO_IPEndPointStatistics", ip_statistics_build_instance, stat_fill_reference},
-    {"KESTO_TCPEndPointStatistics", tcp_statistics_build_instance, stat_fill_reference},
-    {"KESTO_TCPStatisticalData", tcp_statistical_data_build_instance, stat_fill_reference},
-};
-constexpr LinkWalk WALK{CLASSES, Unserved::NullForEachLink, false};
 
 // An IP counter: the sum of the big-endian words at these positions of the reply, less the one at `minus`.
 // Position 0 holds the reply's header and stands for none.
@@ -37,7 +37,7 @@ constexpr IpCounter IP_COUNTERS[] = {
     {"SentPDUs", {52}, 0},
     {"SentPDUDiscards", {84}, 0},
     {"SentPDUNoRouteErrors", {136}, 0},
-    {"ReassemblyRequireds", {80}, 116}, // wraps when more were reassembled than the word at 80 tells
+    {"ReassemblyRequireds", {80}, 116}, // wraps when the word at 116 is the larger one
     {"ReassembledPackets", {116}, 0},
     {"ReassemblyFailed", {148}, 0},
     {"Fragmentation", {120}, 0},
@@ -75,7 +75,7 @@ std::uint32_t segments_in_error(const TcpStatsReply& reply) {
 
 // Asks the line card for the TCP counters.
 void request_tcp_counters(std::uint32_t ethernetIfIndex, TcpStatsReply& reply) {
-    if (get_tcp_stats(ethernetIfIndex, &reply) != 0) std::fputs("******* Error ******** ", stdout);
+    if (get_tcp_stats(ethernetIfIndex, &reply) != 0) std::puts("******* Error ******** ");
 }
 
 } // namespace
@@ -83,24 +83,25 @@ void request_tcp_counters(std::uint32_t ethernetIfIndex, TcpStatsReply& reply) {
 CMPIInstance* ip_statistics_build_instance(const char* className, const char* nameSpace,
                                            const FcipLinkEntry* link, const char** properties) {
     trace_entering(__func__);
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    const auto [instance, ready] = start_instance(className, nameSpace);
     if (!ready) return instance;
     if (link == nullptr) return nullptr;
 
-    // The row may be a link error row, which ends behind word 27: fields are read one by one, never the
+    // The row may be a link error row, which ends after word 27: fields are read one by one, never the
     // whole.
     IpStatsReply* received = nullptr;
     if (get_ip_stats(mts_q, link->kfmFcipLinkExtEthIfIndex, 1, &received) == 0) {
-        std::fputs("Great!!!", stdout);
+        std::puts("Great!!!");
     } else {
-        trace_line(__func__, __LINE__);
+        trace_line(__func__, 96);
     }
     const PlatformRow<IpStatsReply> reply(received);
     if (!reply) return nullptr;
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
+    const auto interface = decimal<31>(link->kfmFcipLinkIfIndex);
     const Property identity[] = {
-        chars("InstanceID", decimal<31>(link->kfmFcipLinkIfIndex)),
+        chars("InstanceID", interface),
         chars("SystemName", systemName.text),
         chars("CreationClassName", "KESTO_IPEndPointStatistics"),
     };
@@ -116,27 +117,28 @@ CMPIInstance* tcp_statistics_build_instance(const char* className, const char* n
     trace_entering(__func__);
     FcipLinkEntry fresh{};
     if (get_link_from_link_index(mts_q, link->kfmFcipLinkIndex, &fresh) != 0) {
-        trace_line(__func__, __LINE__);
+        trace_line(__func__, 119);
         return nullptr;
     }
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(fresh.kfmFcipEntityId, profile) != 0) {
-        trace_line(__func__, __LINE__);
+    if (!is_profile_readable(fresh.kfmFcipEntityId, profile)) {
+        trace_line(__func__, 124);
         return nullptr;
     }
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    const auto [instance, ready] = start_instance(className, nameSpace);
     if (!ready) return instance;
 
     set_properties(instance, {chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM)});
     TcpStatsReply reply{};
     request_tcp_counters(fresh.kfmFcipLinkExtEthIfIndex, reply);
     const SystemName systemName = system_name(fresh.kfmFcipLinkIfIndex);
-    reply = {}; // cleared behind the request: what is read from it below is zero
+    reply = {}; // cleared after the request: what is read from it below is zero
+    const auto interface = decimal<31>(fresh.kfmFcipLinkIfIndex);
     const Property table[] = {
         chars("SystemName", name_or(systemName, "0000")),
         uint32("ReceivedSegmentsInError", segments_in_error(reply)),
         uint32("SentResetSegments", 0),
-        chars("InstanceID", decimal<31>(fresh.kfmFcipLinkIfIndex)),
+        chars("InstanceID", interface),
         chars("CreationClassName", "KESTO_TCPEndPointStatistics"),
         // Words 20 to 27 of the caller's row, whatever row that is.
         uint64("TooManyErrors", word_pair(link, 20)),
@@ -151,21 +153,21 @@ CMPIInstance* tcp_statistics_build_instance(const char* className, const char* n
 CMPIInstance* tcp_statistical_data_build_instance(const char* className, const char* nameSpace,
                                                   const FcipLinkEntry* link, const char** properties) {
     trace_entering(__func__);
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    const auto [instance, ready] = start_instance(className, nameSpace);
     if (!ready) return instance;
 
     set_properties(instance, {chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM)});
     const auto tunnel = decimal<31>(link->kfmFcipLinkIndex + 1);
-    trace_line(__func__, __LINE__);
+    trace_line(__func__, 159);
     FcipLinkEntry fresh{};
     if (get_link_from_link_index(mts_q, link->kfmFcipLinkIndex, &fresh) != 0) {
-        trace_line(__func__, __LINE__);
+        trace_line(__func__, 162);
         return error_object<CMPIInstance>();
     }
     TcpStatsReply reply{};
     request_tcp_counters(fresh.kfmFcipLinkExtEthIfIndex, reply);
     const SystemName systemName = system_name(fresh.kfmFcipLinkIfIndex);
-    reply = {}; // cleared behind the request: what is read from it below is zero
+    reply = {}; // cleared after the request: what is read from it below is zero
     const Property table[] = {
         chars("SystemName", systemName.text),
         uint32("ReceivedSegmentsInError", segments_in_error(reply)),
@@ -185,13 +187,13 @@ CMPIInstance* tcp_statistical_data_build_instance(const char* className, const c
 
 CMPIObjectPath* stat_fill_reference(const char* className, const char* nameSpace, const FcipLinkEntry* link) {
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0) {
-        trace_line(__func__, __LINE__);
+    if (!is_profile_readable(link->kfmFcipEntityId, profile)) {
+        trace_line(__func__, 189);
         return nullptr;
     }
     PlatformRow<FcipLinkEntry> fresh;
-    if (fetch_link(key_of(*link), fresh) != 0 || !fresh) {
-        trace_line(__func__, __LINE__);
+    if (!find_link_again(key_of(*link), fresh)) {
+        trace_line(__func__, 194);
         return nullptr;
     }
     // Without an Ethernet port there is nothing that counts.
@@ -199,15 +201,7 @@ CMPIObjectPath* stat_fill_reference(const char* className, const char* nameSpace
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (path == nullptr) return nullptr;
     set_host_name(path);
-    add_keys(path, {chars("InstanceID", decimal<59>(fresh->kfmFcipLinkIfIndex))});
+    const auto interface = decimal<59>(fresh->kfmFcipLinkIfIndex);
+    add_keys(path, {chars("InstanceID", interface)});
     return path;
-}
-
-int get_all_statistics(const char* className, const CMPIResult* result, const char** properties,
-                       const char* nameSpace) {
-    return return_link_instances(WALK, __func__, className, result, properties, nameSpace);
-}
-
-int get_all_statistic_references(const char* className, const CMPIResult* result, const char* nameSpace) {
-    return return_link_references(WALK, __func__, className, result, nameSpace);
 }

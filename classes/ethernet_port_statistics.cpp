@@ -1,17 +1,26 @@
 // KESTO_EthernetPortStatistics, the frame, byte and MAC error counters of a port, and the enumerations of its
 // association with the port, KESTO_EthernetPortStatisticalData, which the platform's own library builds.
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
 #include "classes/builder.h"
+#include "classes/text.h"
+#include "common/broker.h"
+#include "common/results.h"
+#include "common/trace.h"
 #include "include/classes.h"
 #include "platform/byte_order.h"
+#include "platform/key_number.h"
+#include "platform/platform_row.h"
 #include "platform/platform_services.h"
 #include "platform/statistics.h"
-#include "provider/provider.h"
+#include "platform/table_walk.h"
 
 namespace {
 
-// Counters that the line card's MAC statistics give, behind the four that go with the port's own. Positions
-// are those of big-endian 64-bit counters; 32-bit properties take the low half. Several
-// properties share a counter.
+// Counters that the line card's MAC statistics give, after the bytes. Positions are those of big-endian
+// 64-bit counters; 32-bit properties take the low half. Several properties share a counter.
 struct MacCounter {
     const char* name;
     CMPIType type;
@@ -67,7 +76,7 @@ void set_mac_counters(CMPIInstance* instance, const EthMacStats& statistics) {
     }
 }
 
-// The statistics walkers take the port types 2, 5 and 26, and ports whose type cannot be told.
+// The statistics walkers take the port types 2, 5 and 26, and ports whose type cannot be had.
 bool has_statistics(std::uint32_t ifIndex) {
     std::uint8_t type = 0;
     if (if_index_get_type(ifIndex, &type) != 0) return true;
@@ -99,16 +108,14 @@ CMPIInstance* eth_statistics_build_instance(const char* className, const char* n
         std::puts("no port counters");
         return nullptr;
     }
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
-    if (!ready) {
-        if (!hasPath) trace_exiting(__func__);
-        return instance;
-    }
+    const auto [instance, ready] = start_traced_instance(__func__, className, nameSpace);
+    if (!ready) return instance;
 
-    set_properties(instance, {chars("InstanceID", decimal<31>(ifIndex))});
+    const auto number = decimal<31>(ifIndex);
+    set_properties(instance, {chars("InstanceID", number)});
     EthMacStats macStatistics{};
     const int received = get_ethernetport_statistics(ifIndex, &macStatistics);
-    const auto name = interface_name(ifIndex);
+    const auto name = cut<31>(interface_name(ifIndex).chars);
     set_properties(instance,
                    {chars("Caption", name), chars("ElementName", name), chars("Description", name)});
     set_port_counters(instance, *counters);
@@ -128,7 +135,8 @@ CMPIObjectPath* eth_statistics_fill_reference(const char* className, const char*
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (is_usable(path)) {
         set_host_name(path);
-        add_keys(path, {chars("InstanceID", decimal<31>(port->ifIndex))});
+        const auto number = decimal<31>(port->ifIndex);
+        add_keys(path, {chars("InstanceID", number)});
     }
     trace_exiting(__func__);
     return path;
@@ -158,7 +166,7 @@ int get_all_eth_stat_data_instances(const char* className, const CMPIResult* res
             std::puts("end of the Ethernet ports");
             return Visit::Stop;
         }
-        std::fputs(" Call to fcport_build_instance_pm ", stdout);
+        std::puts(" Call to fcport_build_instance_pm ");
         hand_over(result, fcport_build_instance_pm(nameSpace, className, &port, properties, _broker));
         return Visit::GoOn;
     });

@@ -1,7 +1,17 @@
 // KESTO_FCIPSettings, the parameters of one tunnel, and KESTO_FCIPProfile, those of the profile that it uses.
+#include <cstdint>
+#include <cstdio>
+
 #include "classes/builder.h"
 #include "classes/settings.h"
+#include "classes/text.h"
+#include "common/results.h"
+#include "common/trace.h"
 #include "include/classes.h"
+#include "platform/platform_row.h"
+#include "platform/platform_services.h"
+#include "platform/row_lookup.h"
+#include "platform/table_walk.h"
 
 namespace {
 
@@ -35,12 +45,9 @@ CMPIInstance* fcip_settings_build_instance(const char* className, const char* na
                                            const FcipLinkEntry* link, const char** properties) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0) return nullptr;
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
-    if (!ready) {
-        if (!hasPath) trace_exiting(__func__);
-        return instance;
-    }
+    if (!is_profile_readable(link->kfmFcipEntityId, profile)) return nullptr;
+    const auto [instance, ready] = start_traced_instance(__func__, className, nameSpace);
+    if (!ready) return instance;
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     const auto interface = decimal<31>(link->kfmFcipLinkIfIndex);
@@ -58,43 +65,28 @@ CMPIInstance* fcip_settings_build_instance(const char* className, const char* na
     // Passive mode and time-stamp checking are on at any value, the other flags at 1 only.
     const Property parameters[] = {
         uint32("TunnelID", link->kfmFcipLinkIndex),
-        boolean("PassiveMode", low_byte(link->kfmFcipLinkExtPassiveMode)),
+        boolean_byte("PassiveMode", low_byte(link->kfmFcipLinkExtPassiveMode)),
         uint32("NumTcpConnections", link->kfmFcipLinkExtNumTcpConns),
-        boolean("CheckTimestamp", low_byte(link->kfmFcipLinkExtTimeStampEnable)),
+        boolean_byte("CheckTimestamp", low_byte(link->kfmFcipLinkExtTimeStampEnable)),
         uint32("TimeStampTolerance", link->kfmFcipLinkExtTimeStampTolerance),
         uint32("TcpRemPort", link->kfmFcipLinkExtTcpRemPort),
-        boolean("LocalPortEnable", static_cast<std::uint8_t>(link->kfmFcipLinkExtLocalPortEnable == 1)),
-        boolean("SpecialFrameEnable", static_cast<std::uint8_t>(link->kfmFcipLinkExtSpecialFrameEnable == 1)),
-        boolean("BPortKAEnable", static_cast<std::uint8_t>(link->kfmFcipLinkExtBPortKaEnable == 1)),
+        boolean("LocalPortEnable", link->kfmFcipLinkExtLocalPortEnable == 1),
+        boolean("SpecialFrameEnable", link->kfmFcipLinkExtSpecialFrameEnable == 1),
+        boolean("BPortKAEnable", link->kfmFcipLinkExtBPortKaEnable == 1),
         uint32("CntrlQOSField", link->kfmFcipLinkExtCntrlQos),
         uint32("DataQOSField", link->kfmFcipLinkExtDataQos),
         uint32("EthIfIndex", link->kfmFcipLinkExtEthIfIndex),
-        boolean("WriteAccelerator", static_cast<std::uint8_t>(link->kfmFcipLinkExtWriteAccel == 1)),
-        boolean("TapeAccelerator", static_cast<std::uint8_t>(link->kfmFcipLinkExtTapeAccel == 1)),
-        boolean("IPSec", static_cast<std::uint8_t>(link->kfmFcipLinkExtIpSec == 1)),
-        boolean("WriteAccOper", static_cast<std::uint8_t>(link->kfmFcipLinkExtWriteAccelOper == 1)),
-        boolean("TapeAccOper", static_cast<std::uint8_t>(link->kfmFcipLinkExtTapeAccelOper == 1)),
-        boolean("TapeAccReadOper", static_cast<std::uint8_t>(link->kfmFcipLinkExtTapeAccelReadOper == 1)),
+        boolean("WriteAccelerator", link->kfmFcipLinkExtWriteAccel == 1),
+        boolean("TapeAccelerator", link->kfmFcipLinkExtTapeAccel == 1),
+        boolean("IPSec", link->kfmFcipLinkExtIpSec == 1),
+        boolean("WriteAccOper", link->kfmFcipLinkExtWriteAccelOper == 1),
+        boolean("TapeAccOper", link->kfmFcipLinkExtTapeAccelOper == 1),
+        boolean("TapeAccReadOper", link->kfmFcipLinkExtTapeAccelReadOper == 1),
         uint32("IPComp", link->kfmFcipLinkExtIpCompression),
         uint32("FlowCtrlBufSize", link->kfmFcipLinkExtFlowCtrlBufSize),
     };
     set_properties(instance, parameters);
     return finish_instance(instance, properties, __func__);
-}
-
-CMPIObjectPath* fill_settings_reference(const char* function, const char* className, const char* nameSpace,
-                                        const FcipLinkEntry* link) {
-    trace_entering(function);
-    PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0) return nullptr;
-    CMPIObjectPath* path = new_object_path(className, nameSpace);
-    if (is_usable(path)) {
-        set_host_name(path);
-        add_keys(path, {chars("InstanceID", decimal<31>(link->kfmFcipLinkIfIndex))});
-        trace_line(function, __LINE__);
-    }
-    trace_exiting(function);
-    return path;
 }
 
 CMPIObjectPath* fcip_settings_fill_reference(const char* className, const char* nameSpace,
@@ -105,24 +97,22 @@ CMPIObjectPath* fcip_settings_fill_reference(const char* className, const char* 
 CMPIInstance* fcip_profile_build_instance(const char* className, const char* nameSpace,
                                           const FcipEntityEntry* entity, const char** properties) {
     trace_entering(__func__);
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
-    if (!ready) {
-        if (!hasPath) trace_exiting(__func__);
-        return instance;
-    }
+    const auto [instance, ready] = start_traced_instance(__func__, className, nameSpace);
+    if (!ready) return instance;
 
     const auto number = decimal<31>(entity->kfmFcipEntityId);
-    std::printf("%s\n", number.chars);
+    std::puts(number.chars);
+    const auto address = address_text(entity->kfmFcipEntityAddress);
     const Property table[] = {
         chars("InstanceID", number),
         chars("Name", number),
         chars("Caption", number),
         chars("ElementName", number),
-        chars("FcipEntityAddress", address_text(entity->kfmFcipEntityAddress)),
+        chars("FcipEntityAddress", address),
         uint32("FcipEntityTcpConnPort", entity->kfmFcipEntityTcpPort),
-        boolean("FcipEntitySeqNumWrap", static_cast<std::uint8_t>(entity->kfmFcipEntitySeqNumWrap == 1)),
-        boolean("FcipEntitySACKOption", static_cast<std::uint8_t>(entity->kfmFcipEntitySackOption == 1)),
-        boolean("FcipEntityPHBSupport", static_cast<std::uint8_t>(entity->kfmFcipEntityPhbSupport == 1)),
+        boolean("FcipEntitySeqNumWrap", entity->kfmFcipEntitySeqNumWrap == 1),
+        boolean("FcipEntitySACKOption", entity->kfmFcipEntitySackOption == 1),
+        boolean("FcipEntityPHBSupport", entity->kfmFcipEntityPhbSupport == 1),
     };
     set_properties(instance, table);
     return finish_instance(instance, properties, __func__);
@@ -133,7 +123,8 @@ CMPIObjectPath* fcip_profile_fill_reference(const char* className, const char* n
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (path == nullptr) return nullptr;
     // Profile numbers are small: the key has room for eight digits.
-    add_keys(path, {chars("InstanceID", decimal<9>(entity->kfmFcipEntityId))});
+    const auto number = decimal<9>(entity->kfmFcipEntityId);
+    add_keys(path, {chars("InstanceID", number)});
     return path;
 }
 
@@ -141,13 +132,13 @@ int get_all_fcip_profiles(const char* className, const CMPIResult* result, const
                           const char* nameSpace) {
     const char* const function = __func__;
     trace_entering(function);
-    trace_line(function, __LINE__); // the first round begins
+    trace_line(function, 144); // the first round begins
     for_each_profile([&](const FcipEntityEntry& profile) {
-        trace_line(function, __LINE__);
+        trace_line(function, 146);
         hand_over(result, fcip_profile_build_instance(className, nameSpace, &profile, properties));
-        trace_line(function, __LINE__); // the next round begins
+        trace_line(function, 148); // the next round begins
     });
-    trace_line(function, __LINE__);
+    trace_line(function, 150);
     trace_exiting(function);
     return 0;
 }

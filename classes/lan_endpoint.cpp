@@ -1,11 +1,21 @@
 // KESTO_LANEndPoint: an Ethernet port that can carry FCIP traffic. Its system is the physical switch.
+#include <cstdint>
+#include <cstdio>
+
 #include "classes/builder.h"
+#include "classes/text.h"
+#include "common/results.h"
+#include "common/trace.h"
 #include "include/classes.h"
+#include "platform/key_number.h"
+#include "platform/platform_row.h"
 #include "platform/platform_services.h"
+#include "platform/row_lookup.h"
+#include "platform/table_walk.h"
 
 namespace {
 
-// The interface types assumed where the platform does not tell one; instances and paths assume differently.
+// The interface types assumed where the platform gives none; instances and paths assume differently.
 constexpr std::uint8_t ASSUMED_FOR_INSTANCES = ETHERNET_INTERFACE;
 constexpr std::uint8_t ASSUMED_FOR_PATHS = 2;
 
@@ -15,7 +25,9 @@ Text<99> endpoint_name(std::uint32_t ifIndex, const PortInfo* port, std::uint8_t
     if (port == nullptr || if_index_get_type(port->ifIndex, &type) != 0) type = assumedType;
     char address[128] = {};
     if (port != nullptr) pm_cim_get_network_address(address, port, type);
-    return cut<99>(std::to_string(as_printed(ifIndex)) + ':' + address);
+    Text<99> name;
+    std::snprintf(name.chars, sizeof name.chars, "%d:%s", as_printed(ifIndex), address);
+    return name;
 }
 
 // Walks the Ethernet ports; make(ifIndex) gives the object for the result.
@@ -38,13 +50,14 @@ CMPIInstance* lan_endpoint_build_instance(const char* className, const char* nam
     PlatformRow<PortInfo> port;
     if (fetch_port(ifIndex, port) != 0 || !port) return nullptr;
     const auto name = endpoint_name(port->ifIndex, port.get(), ASSUMED_FOR_INSTANCES);
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    const auto [instance, ready] = start_instance(className, nameSpace);
     if (!ready) return instance;
 
     set_properties(instance, {chars("SystemCreationClassName", PHYSICAL_COMPUTER_SYSTEM)});
     if (port->ifIndex != 0) {
+        const auto switchWwn = switch_wwn_text();
         const Property table[] = {
-            chars("SystemName", switch_wwn_text()),
+            chars("SystemName", switchWwn),
             chars("Name", name),
             chars("CreationClassName", "KESTO_LANEndPoint"),
             chars("NameFormat", NAME_FORMAT),

@@ -1,8 +1,16 @@
 // KESTO_RemoteFCIPPort, KESTO_RemoteIPServiceAccessPoint and KESTO_RemoteTCPPort: the far end of a tunnel,
-// told from the peer's point of view. What the peer calls local is the link's remote address, and what it
+// seen from the peer's side. What the peer calls local is the link's remote address, and what it
 // calls remote is the switch's own.
+#include <cstdint>
+#include <cstdio>
+
 #include "classes/builder.h"
+#include "classes/text.h"
+#include "common/trace.h"
 #include "include/classes.h"
+#include "platform/key_number.h"
+#include "platform/platform_row.h"
+#include "platform/row_lookup.h"
 
 namespace {
 
@@ -12,33 +20,30 @@ constexpr const char* NAME_LAYOUT = "Remote Entity ID_LocalIP_RemoteIP ";
 constexpr std::uint16_t INFO_FORMAT_OTHER = 1;
 constexpr std::uint16_t PORT_PROTOCOL_TCP = 2;
 
-// Names in paths, and those of the IP class, do not tell the peer's entity id.
+// Names in paths, and those of the IP class, leave the peer's entity id out.
 constexpr std::uint32_t NO_ENTITY_ID = 0;
-
-// In paths of the FCIP class each address is cut to 19 characters.
-constexpr std::size_t PATH_ADDRESS_SIZE = 20;
 
 // "0_" and the if-index of the tunnel's interface.
 Text<31> tcp_port_name(const FcipLinkEntry& link) {
-    return cut<31>("0_" + std::to_string(as_printed(link.kfmFcipLinkIfIndex)));
+    Text<31> name;
+    std::snprintf(name.chars, sizeof name.chars, "%d_%d", 0, as_printed(link.kfmFcipLinkIfIndex));
+    return name;
 }
 
 CMPIInstance* build_tcp_port(const char* function, const char* className, const char* nameSpace,
                              const FcipLinkEntry* link, const char** properties) {
     trace_entering(function);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
-    if (!ready) {
-        if (!hasPath) trace_exiting(function);
-        return instance;
-    }
+    if (!find_profile(link->kfmFcipEntityId, profile)) return nullptr;
+    const auto [instance, ready] = start_traced_instance(function, className, nameSpace);
+    if (!ready) return instance;
 
     set_properties(instance, {chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM)});
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     if (systemName.status != -1) set_properties(instance, {chars("SystemName", systemName.text)});
+    const auto name = tcp_port_name(*link);
     const Property table[] = {
-        chars("Name", tcp_port_name(*link)),
+        chars("Name", name),
         chars("CreationClassName", "KESTO_RemoteTCPPort"),
         chars("NameFormat", NAME_FORMAT),
         uint32("RemotePortNumber", profile->kfmFcipEntityTcpPort),
@@ -50,15 +55,16 @@ CMPIInstance* build_tcp_port(const char* function, const char* className, const 
 
 CMPIObjectPath* fill_tcp_port(const char* className, const char* nameSpace, const FcipLinkEntry* link) {
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0) return nullptr;
+    if (!is_profile_readable(link->kfmFcipEntityId, profile)) return nullptr;
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (path == nullptr) return nullptr;
 
     set_host_name(path);
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
+    const auto name = tcp_port_name(*link);
     const Property keys[] = {
         chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
-        chars("Name", tcp_port_name(*link)),
+        chars("Name", name),
         chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
         chars("CreationClassName", className),
     };
@@ -72,17 +78,18 @@ CMPIInstance* fcip_remote_pe_build_instance(const char* className, const char* n
                                             const FcipLinkEntry* link, const char** properties) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    if (!find_profile(link->kfmFcipEntityId, profile)) return nullptr;
+    const auto [instance, ready] = start_instance(className, nameSpace);
     if (!ready) return instance;
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
     const auto local = address_text(profile->kfmFcipEntityAddress);
+    const auto name = numbered_pair<31>(link->kfmFcipLinkRemFcipEntityId, remote.chars, local.chars);
     const Property table[] = {
         chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
         chars("SystemName", systemName.text),
-        chars("Name", numbered_pair<31>(link->kfmFcipLinkRemFcipEntityId, remote, local)),
+        chars("Name", name),
         chars("CreationClassName", "KESTO_RemoteFCIPPort"),
         chars("NameFormat", NAME_FORMAT),
         chars("RemoteIPAddress", local),
@@ -101,18 +108,19 @@ CMPIInstance* fcip_remote_pe_build_instance(const char* className, const char* n
 CMPIObjectPath* fcip_remote_pe_fill_reference(const char* className, const char* nameSpace,
                                               const FcipLinkEntry* link) {
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
+    if (!find_profile(link->kfmFcipEntityId, profile)) return nullptr;
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (path == nullptr) return nullptr;
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
-    const auto remote = address_text<PATH_ADDRESS_SIZE>(link->kfmFcipLinkRemFcipEntityAddress);
-    const auto local = address_text<PATH_ADDRESS_SIZE>(profile->kfmFcipEntityAddress);
+    const auto remote = path_address_text(link->kfmFcipLinkRemFcipEntityAddress);
+    const auto local = path_address_text(profile->kfmFcipEntityAddress);
+    const auto name = numbered_pair<31>(NO_ENTITY_ID, remote.chars, local.chars);
     const Property keys[] = {
         chars("SystemName", name_or(systemName, UNKNOWN_SYSTEM)),
         chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
         chars("CreationClassName", "KESTO_RemoteFCIPPort"),
-        chars("Name", numbered_pair<31>(NO_ENTITY_ID, remote, local)),
+        chars("Name", name),
     };
     add_keys(path, keys);
     return path;
@@ -122,17 +130,18 @@ CMPIInstance* ip_remote_pe_build_instance(const char* className, const char* nam
                                           const FcipLinkEntry* link, const char** properties) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    if (!find_profile(link->kfmFcipEntityId, profile)) return nullptr;
+    const auto [instance, ready] = start_instance(className, nameSpace);
     if (!ready) return instance;
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
     const auto local = address_text(profile->kfmFcipEntityAddress);
+    const auto name = numbered_pair<59>(NO_ENTITY_ID, remote.chars, local.chars);
     const Property table[] = {
         chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
         chars("SystemName", systemName.text),
-        chars("Name", numbered_pair<59>(NO_ENTITY_ID, remote, local)),
+        chars("Name", name),
         chars("CreationClassName", "KESTO_RemoteIPServiceAccessPoint"),
         chars("NameFormat", NAME_FORMAT),
         chars("IPv4Address", remote), // of IPv6 peers too
@@ -143,17 +152,14 @@ CMPIInstance* ip_remote_pe_build_instance(const char* className, const char* nam
         uint16("ProtocolIFType", PROTOCOL_IF_IPV4),
     };
     set_properties(instance, table);
-    apply_filter(instance, properties);
-    trace_line(__func__, __LINE__);
-    trace_exiting(__func__);
-    return instance;
+    return finish_marked_instance(instance, properties, __func__, 147);
 }
 
 CMPIObjectPath* ip_remote_pe_fill_reference(const char* className, const char* nameSpace,
                                             const FcipLinkEntry* link) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
+    if (!find_profile(link->kfmFcipEntityId, profile)) return nullptr;
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (path == nullptr) return nullptr;
 
@@ -162,7 +168,7 @@ CMPIObjectPath* ip_remote_pe_fill_reference(const char* className, const char* n
     set_host_name(path);
     const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
     const auto local = address_text(profile->kfmFcipEntityAddress);
-    const auto name = numbered_pair<59>(NO_ENTITY_ID, remote, local);
+    const auto name = numbered_pair<59>(NO_ENTITY_ID, remote.chars, local.chars);
     // The platform is asked a second time; its answer is not used.
     system_name(link->kfmFcipLinkIfIndex);
     const Property keys[] = {

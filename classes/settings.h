@@ -2,7 +2,10 @@
 #ifndef KESTO_CLASSES_SETTINGS_H
 #define KESTO_CLASSES_SETTINGS_H
 
-#include "classes/builder.h"
+#include <cmpidt.h>
+#include <cmpift.h>
+
+#include "platform/platform_records.h"
 
 // A path with the one key InstanceID, the if-index of the link's FCIP interface. function is the filler's
 // name, for its traces.

@@ -1,29 +1,24 @@
 // KESTO_TCPProtocolEndPoint and KESTO_IPProtocolEndPoint: the local TCP port and the local IP address of a
-// tunnel. The walkers of this file serve every class that has one instance for each link but the FCIP
-// endpoints and the statistics.
+// tunnel.
 #include <arpa/inet.h>
 #include <sys/socket.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 
 #include "classes/builder.h"
+#include "classes/text.h"
+#include "common/trace.h"
 #include "include/classes.h"
 #include "platform/byte_order.h"
-#include "platform/fcip_config.h"
+#include "platform/ip_address.h"
+#include "platform/key_number.h"
+#include "platform/platform_row.h"
+#include "platform/platform_services.h"
+#include "platform/row_lookup.h"
 
 namespace {
-
-constexpr LinkClass CLASSES[] = {
-    {"KESTO_IPProtocolEndPoint", ip_pe_build_instance, ip_pe_fill_reference},
-    {"KESTO_RemoteIPServiceAccessPoint", ip_remote_pe_build_instance, ip_remote_pe_fill_reference},
-    {"KESTO_RemoteTCPPort", remote_service_ap_build_instance, remote_service_ap_fill_reference},
-    {"KESTO_TCPProtocolEndPoint", tcp_pe_build_instance, tcp_pe_fill_reference},
-    {"KESTO_FCIPSettings", fcip_settings_build_instance, fcip_settings_fill_reference},
-    {"KESTO_IPSettings", ip_settings_build_instance, ip_settings_fill_reference},
-    // The key is the same for all settings; names of TCP settings come from the IP settings filler.
-    {"KESTO_TCPSettings", tcp_settings_build_instance, ip_settings_fill_reference},
-};
-constexpr LinkWalk WALK{CLASSES, Unserved::NullForEachLink, true};
 
 constexpr const char* NO_ADDRESS = "NULL";
 
@@ -49,7 +44,8 @@ void set_connection_properties(CMPIInstance* instance, const FcipTcpConnEntry& c
     set_properties(instance, table);
     // The class knows the purposes 1 to 3 only.
     if (connection.connectionPurpose >= 1 && connection.connectionPurpose <= 3) {
-        set_properties(instance, {chars("ConnectionPurpose", decimal<31>(connection.connectionPurpose))});
+        const auto purpose = decimal<31>(connection.connectionPurpose);
+        set_properties(instance, {chars("ConnectionPurpose", purpose)});
     }
 }
 
@@ -96,15 +92,16 @@ CMPIInstance* tcp_pe_build_instance(const char* className, const char* nameSpace
                                     const char** properties) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    if (!find_profile(link->kfmFcipEntityId, profile)) return nullptr;
+    const auto [instance, ready] = start_instance(className, nameSpace);
     if (!ready) return instance;
 
     set_properties(instance, {chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM)});
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
     if (systemName.status != -1) set_properties(instance, {chars("SystemName", systemName.text)});
+    const auto name = decimal<31>(link->kfmFcipLinkIfIndex);
     const Property endpoint[] = {
-        chars("Name", decimal<31>(link->kfmFcipLinkIfIndex)),
+        chars("Name", name),
         chars("CreationClassName", "KESTO_TCPProtocolEndPoint"),
         chars("NameFormat", NAME_FORMAT),
         uint32("PortNumber", profile->kfmFcipEntityTcpPort),
@@ -126,17 +123,18 @@ CMPIObjectPath* tcp_pe_fill_reference(const char* className, const char* nameSpa
                                       const FcipLinkEntry* link) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0) return nullptr;
+    if (!is_profile_readable(link->kfmFcipEntityId, profile)) return nullptr;
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (path == nullptr) return nullptr;
 
     set_host_name(path);
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
+    const auto name = decimal<59>(link->kfmFcipLinkIfIndex);
     const Property keys[] = {
         chars("SystemName", name_or(systemName, "LogicalComputerSystem")),
         chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
         chars("CreationClassName", "KESTO_TCPProtocolEndPoint"),
-        chars("Name", decimal<59>(link->kfmFcipLinkIfIndex)),
+        chars("Name", name),
     };
     add_keys(path, keys);
     return path;
@@ -146,8 +144,8 @@ CMPIInstance* ip_pe_build_instance(const char* className, const char* nameSpace,
                                    const char** properties) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0 || !profile) return nullptr;
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
+    if (!find_profile(link->kfmFcipEntityId, profile)) return nullptr;
+    const auto [instance, ready] = start_instance(className, nameSpace);
     if (!ready) return instance;
 
     const SystemName systemName = system_name(link->kfmFcipLinkIfIndex);
@@ -158,8 +156,9 @@ CMPIInstance* ip_pe_build_instance(const char* className, const char* nameSpace,
     set_properties(instance, identity);
     const auto local = set_local_address(instance, profile->kfmFcipEntityAddress);
     const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
+    const auto name = numbered_pair<59>(link->kfmFcipLinkIfIndex, local.chars, remote.chars);
     const Property naming[] = {
-        chars("Name", numbered_pair<59>(link->kfmFcipLinkIfIndex, local, remote)),
+        chars("Name", name),
         chars("CreationClassName", "KESTO_IPProtocolEndPoint"),
         chars("NameFormat", NAME_FORMAT),
     };
@@ -178,15 +177,12 @@ CMPIInstance* ip_pe_build_instance(const char* className, const char* nameSpace,
         uint16("ProtocolIFType", PROTOCOL_IF_IPV4),
         // The port's own MTU wins over the default, even when it could not be read.
         uint32("MaxTransmissionUnit", big_endian_32(&port.bytes[MTU_POSITION])),
-        boolean("EnableIPForwarding", 0u),
-        boolean("PathMTUDiscovery", static_cast<std::uint8_t>(profile->kfmFcipEntityPmtuEnable == 1)),
-        boolean("FragmentationEnabled", 0u),
+        boolean("EnableIPForwarding", false),
+        boolean("PathMTUDiscovery", profile->kfmFcipEntityPmtuEnable == 1),
+        boolean("FragmentationEnabled", false),
     };
     set_properties(instance, parameters);
-    apply_filter(instance, properties);
-    trace_line(__func__, __LINE__);
-    trace_exiting(__func__);
-    return instance;
+    return finish_marked_instance(instance, properties, __func__, 187);
 }
 
 CMPIObjectPath* ip_pe_fill_reference(const char* className, const char* nameSpace,
@@ -194,7 +190,7 @@ CMPIObjectPath* ip_pe_fill_reference(const char* className, const char* nameSpac
     trace_entering(__func__);
     if (link == nullptr) return nullptr;
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0) {
+    if (!is_profile_readable(link->kfmFcipEntityId, profile)) {
         std::puts("Error ");
         return nullptr;
     }
@@ -209,7 +205,7 @@ CMPIObjectPath* ip_pe_fill_reference(const char* className, const char* nameSpac
     set_host_name(path);
     const auto local = address_text(profile->kfmFcipEntityAddress);
     const auto remote = address_text(link->kfmFcipLinkRemFcipEntityAddress);
-    const auto name = numbered_pair<59>(link->kfmFcipLinkIfIndex, local, remote);
+    const auto name = numbered_pair<59>(link->kfmFcipLinkIfIndex, local.chars, remote.chars);
     std::printf("%s \n", name.chars);
     const Property keys[] = {
         chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM),
@@ -219,13 +215,4 @@ CMPIObjectPath* ip_pe_fill_reference(const char* className, const char* nameSpac
     add_keys(path, keys);
     trace_exiting(__func__);
     return path;
-}
-
-int get_all_ip_pe_instances(const char* className, const CMPIResult* result, const char** properties,
-                            const char* nameSpace) {
-    return return_link_instances(WALK, __func__, className, result, properties, nameSpace);
-}
-
-int get_all_ip_pe_references(const char* className, const CMPIResult* result, const char* nameSpace) {
-    return return_link_references(WALK, __func__, className, result, nameSpace);
 }

@@ -2,11 +2,20 @@
 //
 // Both builders also ask for counters that no property shows: the requests are visible to the platform and
 // its line cards.
+#include <cstdint>
+#include <cstdio>
+
 #include "classes/builder.h"
 #include "classes/settings.h"
+#include "classes/text.h"
+#include "common/results.h"
+#include "common/trace.h"
 #include "include/classes.h"
 #include "platform/fcip_config.h"
 #include "platform/kernel_stats.h"
+#include "platform/platform_row.h"
+#include "platform/platform_services.h"
+#include "platform/row_lookup.h"
 #include "platform/statistics.h"
 
 namespace {
@@ -22,12 +31,9 @@ CMPIInstance* ip_settings_build_instance(const char* className, const char* name
                                          const FcipLinkEntry* link, const char** properties) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(link->kfmFcipEntityId, profile) != 0) return nullptr;
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
-    if (!ready) {
-        if (!hasPath) trace_exiting(__func__);
-        return instance;
-    }
+    if (!is_profile_readable(link->kfmFcipEntityId, profile)) return nullptr;
+    const auto [instance, ready] = start_traced_instance(__func__, className, nameSpace);
+    if (!ready) return instance;
 
     const auto name = interface_name(link->kfmFcipLinkIfIndex);
     set_properties(instance, {chars("Caption", name), chars("Description", name)});
@@ -41,7 +47,7 @@ CMPIInstance* ip_settings_build_instance(const char* className, const char* name
     if (get_ip_misc_cfg(&configuration) != 0) return nullptr;
     ipconf_linux_get_ip_stats(nullptr, nullptr, nullptr, nullptr);
     const Property table[] = {
-        boolean("EnableIPForwarding", low_byte(configuration.ipForwarding)),
+        boolean_byte("EnableIPForwarding", low_byte(configuration.ipForwarding)),
         uint32("FragmentationTimeout", FRAGMENTATION_TIMEOUT),
         uint32("DefaultTimeToLive", configuration.defaultTtl),
     };
@@ -52,22 +58,19 @@ CMPIInstance* ip_settings_build_instance(const char* className, const char* name
 CMPIInstance* tcp_settings_build_instance(const char* className, const char* nameSpace,
                                           const FcipLinkEntry* link, const char** properties) {
     trace_entering(__func__);
-    const auto [ready, hasPath, instance] = start_instance(className, nameSpace);
-    if (!ready) {
-        if (!hasPath) trace_exiting(__func__);
-        return instance;
-    }
+    const auto [instance, ready] = start_traced_instance(__func__, className, nameSpace);
+    if (!ready) return instance;
 
     set_properties(instance, {chars("SystemCreationClassName", LOGICAL_COMPUTER_SYSTEM)});
     FcipLinkEntry fresh{};
     if (get_link_from_link_index(mts_q, link->kfmFcipLinkIndex, &fresh) != 0) {
-        trace_line(__func__, __LINE__);
+        trace_line(__func__, 64);
         return error_object<CMPIInstance>();
     }
     const auto interface = decimal<31>(fresh.kfmFcipLinkIfIndex);
-    trace_line(__func__, __LINE__);
+    trace_line(__func__, 68);
     PlatformRow<FcipEntityEntry> profile;
-    if (fetch_profile(fresh.kfmFcipEntityId, profile) != 0) return nullptr;
+    if (!is_profile_readable(fresh.kfmFcipEntityId, profile)) return nullptr;
     TcpStatsReply statistics{};
     if (get_tcp_stats(fresh.kfmFcipLinkExtEthIfIndex, &statistics) != 0) std::puts("******* Error ******** ");
 
@@ -85,10 +88,7 @@ CMPIInstance* tcp_settings_build_instance(const char* className, const char* nam
         uint16("RetransmissionTimeoutAlgorithm", RETRANSMISSION_TIMEOUT_ALGORITHM),
     };
     set_properties(instance, parameters);
-    apply_filter(instance, properties);
-    trace_line(__func__, __LINE__);
-    trace_exiting(__func__);
-    return instance;
+    return finish_marked_instance(instance, properties, __func__, 89);
 }
 
 CMPIObjectPath* tcp_settings_fill_reference(const char* className, const char* nameSpace,

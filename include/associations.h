@@ -6,7 +6,7 @@
 #include <cmpidt.h>
 #include <cmpift.h>
 
-#include "include/fcip_export.h"
+#include "common/export.h"
 
 extern "C" {
 

@@ -6,7 +6,7 @@
 // request and are never released here. Rows stay the caller's.
 //
 // Walkers (get_all_<x>) step through a platform table and hand every object to the result, a NULL included;
-// they always return 0, and the class name tells those that serve several classes which one is wanted.
+// they always return 0, and those that serve several classes know by the class name which one is wanted.
 //
 // All of them expect the provider lock to be held by the caller.
 #ifndef KESTO_FCIP_CLASSES_H
@@ -17,7 +17,7 @@
 
 #include <cstdint>
 
-#include "include/fcip_export.h"
+#include "common/export.h"
 #include "platform/platform_records.h"
 
 extern "C" {
@@ -106,7 +106,7 @@ FCIP_API int get_all_lan_endpoint_references(const char* className, const CMPIRe
 
 // KESTO_IPEndPointStatistics, KESTO_TCPEndPointStatistics and KESTO_TCPStatisticalData. The last builder
 // returns the value -1 when the link cannot be found again. ip_statistics_build_instance may be handed a link
-// error row in place of the link; nothing behind its word 27 is read.
+// error row in place of the link; nothing after its word 27 is read.
 FCIP_API CMPIInstance* ip_statistics_build_instance(const char* className, const char* nameSpace,
                                                     const FcipLinkEntry* link, const char** properties);
 FCIP_API CMPIInstance* tcp_statistics_build_instance(const char* className, const char* nameSpace,

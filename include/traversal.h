@@ -4,18 +4,19 @@
 // NULL or unknown one matches nothing. Result class, role and result role are taken and never looked at: the
 // CIM server filters by them. Objects go straight to the result.
 //
-// Associator members always return 0. Reference members return 0, or -1 when an end path could not be made.
+// Associator traversals always return 0. Reference traversals return 0, or -1 when an end path could not be
+// made.
 #ifndef KESTO_FCIP_TRAVERSAL_H
 #define KESTO_FCIP_TRAVERSAL_H
 
 #include <cmpidt.h>
 #include <cmpift.h>
 
-#include "include/fcip_export.h"
+#include "common/export.h"
 
 extern "C" {
 
-// The types of the four kinds of member.
+// The types of the four kinds.
 typedef int AssociatorNamesFn(const char* keyValue, const char* assocClass, const char* resultClass,
                               const char* role, const char* resultRole, const CMPIResult* result,
                               const char* nameSpace);

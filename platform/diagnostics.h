@@ -4,12 +4,12 @@
 
 #include <cstdint>
 
-#include "include/fcip_export.h"
+#include "common/export.h"
 #include "platform/platform_records.h"
 
 extern "C" {
 
-// One profile and the tunnels that use it. Returns the last print's result.
+// One profile and the tunnels that use it; a null list has none. Returns the last print's result.
 FCIP_API int fcip_print_entity(const FcipEntityEntry* entity, const EntityIfList* tunnels);
 // The main fields of a link. Returns the result of the link's VSAN lookup, which prints two lines of its own.
 FCIP_API int fcip_print_link_entity_brief(const FcipLinkEntry* link);

@@ -1,16 +1,18 @@
 // The kernel writes its IPv4 counters as pairs of lines, names above values, and its IPv6 counters as one
 // line for each counter. Both are read in the fixed order that the switch's kernel uses; a file that goes
 // another way is read up to the first line that differs.
+//
+// Nothing here allocates: the files are read where they are, piece by piece.
 #include "platform/kernel_stats.h"
 
-#include <cctype>
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <span>
-#include <string>
-#include <string_view>
 
 #include "platform/platform_services.h"
 
@@ -21,59 +23,36 @@
 
 namespace {
 
+// Files are closed where they have been read. This closes one that is left because the thread is cancelled;
+// closing is itself a point of cancellation, which a destructor must not be.
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
+using KernelFile = std::unique_ptr<std::FILE, CloseFile>;
 
-std::FILE* open_kernel_file(const std::string& name) {
-    return std::fopen((std::string(FCIP_PROC_NET "/") + name).c_str(), "r");
+// A number of the kernel's as a word, the way "%lu" reads it where long has 32 bits: a number that needs more
+// bits is the largest one, and "-1", which the kernel prints for "no limit", is the word 0xFFFFFFFF.
+std::uint32_t counter_of(long long number) {
+    constexpr long long LARGEST = std::numeric_limits<std::uint32_t>::max();
+    if (number < -LARGEST) number = LARGEST;
+    return static_cast<std::uint32_t>(std::min(number, LARGEST));
 }
 
-bool is_space(char character) {
-    return std::isspace(static_cast<unsigned char>(character)) != 0;
-}
-
-void skip_space(std::string_view& text) {
-    while (!text.empty() && is_space(text.front()))
-        text.remove_prefix(1);
-}
-
-bool take_literal(std::string_view& text, std::string_view literal) {
-    if (!text.starts_with(literal)) return false;
-    text.remove_prefix(literal.size());
-    return true;
-}
-
-// Takes one number as "%lu" does where long has 32 bits: white space before it is skipped, a sign is allowed
-// (the kernel prints "no limit" as -1), and a number of more than 32 bits is the largest one.
-bool take_counter(std::string_view& text, std::uint32_t& counter) {
-    constexpr std::uint64_t LARGEST = std::numeric_limits<std::uint32_t>::max();
-    std::string_view rest = text;
-    skip_space(rest);
-    const bool negative = rest.starts_with('-');
-    if (negative || rest.starts_with('+')) rest.remove_prefix(1);
-    std::uint64_t number = 0;
-    std::size_t digits = 0;
-    while (digits < rest.size() && rest[digits] >= '0' && rest[digits] <= '9') {
-        number = number * 10 + static_cast<std::uint64_t>(rest[digits] - '0');
-        if (number > LARGEST) number = LARGEST + 1;
-        ++digits;
-    }
-    if (digits == 0) return false;
-    rest.remove_prefix(digits);
-    if (number > LARGEST) {
-        counter = static_cast<std::uint32_t>(LARGEST);
-    } else {
-        counter = static_cast<std::uint32_t>(negative ? 0 - number : number);
-    }
-    text = rest;
+// Takes the next number of a line. False when there is none.
+bool take_counter(const char*& line, std::uint32_t& counter) {
+    char* end = nullptr;
+    const long long number = std::strtoll(line, &end, 10);
+    if (end == line) return false;
+    counter = counter_of(number);
+    line = end;
     return true;
 }
 
 // Takes the counters of a value line, as far as the line goes.
-void take_counters(std::string_view line, std::string_view label, unsigned unused,
-                   std::span<std::uint32_t> counters) {
-    if (!take_literal(line, label)) return;
+void take_counters(const char* line, const char* label, unsigned unused, std::span<std::uint32_t> counters) {
+    const std::size_t length = std::strlen(label);
+    if (std::strncmp(line, label, length) != 0) return;
+    line += length;
     std::uint32_t scratch = 0;
     while (unused-- > 0) {
         if (!take_counter(line, scratch)) return;
@@ -136,33 +115,40 @@ constexpr CounterLine ICMP6_LINES[] = {
     {"Icmp6OutGroupMembReductions", 28},
 };
 
-// Takes "name number" and the white space around it.
-bool take_line(std::string_view& text, std::string_view name, std::uint32_t& counter) {
-    skip_space(text);
-    return take_literal(text, name) && take_counter(text, counter);
+// Takes "name number" and the white space before each.
+bool take_line(std::FILE* file, const char* name, std::uint32_t& counter) {
+    if (std::fscanf(file, " ") == EOF) return false;
+    for (; *name != '\0'; ++name) {
+        if (std::fgetc(file) != *name) return false;
+    }
+    long long number = 0;
+    if (std::fscanf(file, "%lld", &number) != 1) return false;
+    counter = counter_of(number);
+    return true;
 }
 
-bool take_lines(std::string_view& text, std::span<const CounterLine> lines, std::span<std::uint32_t> words) {
+bool take_lines(std::FILE* file, std::span<const CounterLine> lines, std::span<std::uint32_t> words) {
     for (const auto& [name, word] : lines) {
-        if (!take_line(text, name, words[word])) return false;
+        if (!take_line(file, name, words[word])) return false;
     }
     return true;
 }
 
-std::string read_all(std::FILE* file) {
-    std::string text;
-    char block[4096];
-    while (const std::size_t length = std::fread(block, 1, sizeof block, file))
-        text.append(block, length);
-    return text;
+KernelFile open_ipv6_file(std::uint32_t ifIndex) {
+    if (ifIndex == 0) return KernelFile(std::fopen(FCIP_PROC_NET "/snmp6", "r"));
+    char interfaceName[256] = {};
+    netcfg_print_ifname(interfaceName, ifIndex);
+    char path[sizeof FCIP_PROC_NET "/dev_snmp6/" + sizeof interfaceName];
+    std::snprintf(path, sizeof path, FCIP_PROC_NET "/dev_snmp6/%s", interfaceName);
+    return KernelFile(std::fopen(path, "r"));
 }
 
 } // namespace
 
 int ipconf_linux_get_ip_stats(KernelIpCounters* ip, KernelIcmpCounters* icmp, KernelTcpCounters* tcp,
                               KernelUdpCounters* udp) {
-    std::FILE* file = open_kernel_file("snmp");
-    if (file == nullptr) return 0;
+    KernelFile file(std::fopen(FCIP_PROC_NET "/snmp", "r"));
+    if (!file) return 0;
 
     // The sections are known by their place alone. Forwarding and DefaultTTL of the first are not kept.
     struct Section {
@@ -178,12 +164,12 @@ int ipconf_linux_get_ip_stats(KernelIpCounters* ip, KernelIcmpCounters* icmp, Ke
     char names[1024] = {};
     char values[1024] = {};
     for (const auto& [label, unused, counters] : sections) {
-        // At the file's end the values stay those of the section before, which bear another label.
-        if (std::fgets(names, sizeof names, file) == nullptr) continue;
-        if (std::fgets(values, sizeof values, file) == nullptr) continue;
+        // A section that the file does not have in full is left as it was.
+        if (std::fgets(names, sizeof names, file.get()) == nullptr) continue;
+        if (std::fgets(values, sizeof values, file.get()) == nullptr) continue;
         take_counters(values, label, unused, counters);
     }
-    return std::fclose(file);
+    return std::fclose(file.release());
 }
 
 int ipconf_linux_get_ipv6_stats(std::uint32_t ifIndex, KernelIp6Counters* ip6, KernelIcmp6Counters* icmp6) {
@@ -191,18 +177,16 @@ int ipconf_linux_get_ipv6_stats(std::uint32_t ifIndex, KernelIp6Counters* ip6, K
     KernelIcmp6Counters icmp6Scratch;
     if (ip6 == nullptr) ip6 = &ip6Scratch;
     if (icmp6 == nullptr) icmp6 = &icmp6Scratch;
-    char interfaceName[256] = {};
-    if (ifIndex != 0) netcfg_print_ifname(interfaceName, ifIndex);
     *ip6 = {};
     *icmp6 = {};
 
-    const std::unique_ptr<std::FILE, CloseFile> file(
-        open_kernel_file(ifIndex != 0 ? std::string("dev_snmp6/") + interfaceName : "snmp6"));
+    KernelFile file = open_ipv6_file(ifIndex);
     if (!file) return 0;
-    const std::string content = read_all(file.get());
-    std::string_view text = content;
     std::uint32_t scratch = 0;
-    if (ifIndex != 0 && !take_line(text, "ifIndex", scratch)) return 0;
-    if (take_lines(text, IP6_LINES, ip6->words)) take_lines(text, ICMP6_LINES, icmp6->words);
+    if ((ifIndex == 0 || take_line(file.get(), "ifIndex", scratch)) &&
+        take_lines(file.get(), IP6_LINES, ip6->words)) {
+        take_lines(file.get(), ICMP6_LINES, icmp6->words);
+    }
+    std::fclose(file.release());
     return 0;
 }

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "include/fcip_export.h"
+#include "common/export.h"
 
 extern "C" {
 

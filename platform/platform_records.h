@@ -101,7 +101,7 @@ struct FcipTcpConnKey {
     std::uint16_t remotePort; // the link's kfmFcipLinkExtTcpRemPort
 };
 
-// One TCP connection of a tunnel; the row may go on behind these words.
+// One TCP connection of a tunnel; the row may be longer.
 struct FcipTcpConnEntry {
     std::uint32_t reserved_0[4];
     std::uint32_t connectionPurpose;
@@ -110,7 +110,7 @@ struct FcipTcpConnEntry {
     std::uint32_t connectionTimeOut;
 };
 
-// A port manager row. The layout is packed; the row may go on behind these bytes.
+// A port manager row. The layout is packed; the row may be longer.
 struct __attribute__((packed)) PortInfo {
     std::uint32_t ifIndex;
     std::uint8_t reserved_4[209];
@@ -118,7 +118,7 @@ struct __attribute__((packed)) PortInfo {
     std::uint32_t otherVsan; // a second VSAN number, only ever printed
 };
 
-// A port's frame and byte counters. The layout is packed; the row may go on behind these bytes.
+// A port's frame and byte counters. The layout is packed; the record may be longer.
 struct __attribute__((packed)) PortCounters {
     std::uint8_t reserved_0[259];
     std::uint32_t inMulticast;

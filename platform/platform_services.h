@@ -41,14 +41,17 @@ int fcip_get_entity_entry(std::uint32_t queue, int op, std::uint32_t entityId, F
 int fcip_get_tcpconn_entry(std::uint32_t queue, int op, const FcipTcpConnKey* key, FcipTcpConnEntry** row,
                            int);
 int fcip_snmp_get_link_errors(std::uint32_t queue, int op, const FcipLinkKey* key, FcipLinkErrors** row, int);
+// Uses at most 512 bytes of the message buffer. The reply is malloc'ed; its length is in bytes.
 int fcip_send_recv_with_mts_q(std::uint32_t code, std::uint32_t node, std::uint32_t service,
                               const void* payload, std::uint32_t length, std::uint32_t queue, void** reply,
                               std::uint32_t* replyLength, void* messageBuffer);
-char* fcip_if_str(std::uint32_t ifIndex, char* buffer); // returns buffer
+// Writes at most 256 bytes, the final NUL included; returns the buffer.
+char* fcip_if_str(std::uint32_t ifIndex, char* buffer);
 
 // Port manager. pm_cim_get_port_info: op 1 = this port, 0 = the next one.
 int pm_cim_get_port_info(PortInfo** row, int op, std::uint32_t ifIndex, std::uint32_t queue);
 PortInfo* pm_cim_find_interface(int op, std::uint32_t ifIndex, std::uint32_t queue);
+// Writes at most 128 bytes, the final NUL included, into a cleared buffer.
 int pm_cim_get_network_address(char* buffer, const PortInfo* row, std::uint8_t type);
 int pm_cmi_get_port_config(std::uint32_t queue, std::uint32_t, std::uint32_t, const std::uint32_t key[2],
                            std::uint32_t* length, PortInfo** row, std::uint32_t);
@@ -64,11 +67,14 @@ int if_index_get_slot(std::uint32_t ifIndex, std::uint16_t* slot);
 int if_index_get_port(std::uint32_t ifIndex, std::uint16_t* port);
 std::uint32_t idxmap_node_by_if_index(std::uint32_t ifIndex);
 std::uint32_t hton_if_index(std::uint32_t ifIndex);
+// Writes at most 256 bytes, the final NUL included.
 int sprintf_if_index(char* buffer, std::uint32_t ifIndex);
 
 // VSAN and domain records; the entries are opaque rows.
 int vsan_cim_get_vsanEntry(std::uint32_t queue, std::uint32_t vsan, void** entry);
 int dm_cim_get_dmEntry(std::uint32_t queue, std::uint32_t vsan, std::uint32_t, void** entry);
+// The key texts: at most 256 bytes, the final NUL included, into a cleared buffer. The platform may put
+// another entry in the place of one whose pointer it is given.
 int vsan_cim_get_vsan_key(char* text, void** vsanEntry, void** domainEntry);
 int vsan_cim_get_vsan_admindomain_key(char* text, void** domainEntry);
 
@@ -78,13 +84,15 @@ int ip_addr_compare(const IpAddr* a, const IpAddr* b); // 0 = equal
 extern const IpAddr inet_addr_null;
 int ipconf_get_intf_ip_address(std::uint32_t queue, std::uint32_t ifIndex, void** record);
 int ipconf_get_if_inet_addrs(std::uint32_t queue, std::uint32_t ifIndex, void** record);
+// Writes at most 256 bytes, the final NUL included.
 int netcfg_print_ifname(char* name, std::uint32_t ifIndex);
 
 // CIM utility library.
 const char* getCSName(void);
 const char* CSgetName(std::uint32_t queue);
 int system_cim_get_switch_wwn(std::uint32_t queue, std::uint8_t (*wwn)[8]);
-char* cim_sprintf_wwn(char* text, const std::uint8_t (*wwn)[8]); // returns text
+// Writes at most 64 bytes, the final NUL included; returns the text.
+char* cim_sprintf_wwn(char* text, const std::uint8_t (*wwn)[8]);
 CMPIObjectPath* switch_fill_reference(const char* className, const char* nameSpace, const CMPIBroker* broker);
 CMPIObjectPath* switch_fill_reference_str(const char* className, const char* nameSpace, const char* key,
                                           const CMPIBroker* broker);
@@ -94,8 +102,8 @@ CMPIInstance* association_class_build_instance_path(const char* className, const
                                                     const CMPIObjectPath* ref1, const CMPIObjectPath* ref2,
                                                     const char* role1, const char* role2,
                                                     const CMPIBroker* broker);
-// These two are called with the class name and the namespace in either order; the platform tells them apart
-// by the class name's KESTO_ prefix.
+// These two are called with the class name and the namespace in either order; the platform knows the class
+// name by its KESTO_ prefix.
 CMPIInstance* fcport_build_instance_pm(const char* className, const char* nameSpace, const PortInfo* row,
                                        const char** properties, const CMPIBroker* broker);
 CMPIObjectPath* fcport_fill_reference_pm(const char* className, const char* nameSpace, const PortInfo* row,

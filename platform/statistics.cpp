@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <span>
 
-#include "include/trace.h"
+#include "common/results.h"
+#include "common/trace.h"
 #include "platform/byte_order.h"
 #include "platform/key_number.h"
 #include "platform/platform_services.h"
@@ -46,6 +48,11 @@ bool carries_16_bits_at(std::span<const unsigned char> payload, std::size_t posi
     return payload.size() >= position + sizeof(std::uint16_t);
 }
 
+// The status that a message carries, or missing when the message ends before it.
+int status_of(std::span<const unsigned char> payload, int missing) {
+    return carries_16_bits_at(payload, REPLY_STATUS) ? big_endian_16(&payload[REPLY_STATUS]) : missing;
+}
+
 // Copies what the payload holds; the rest of the record reads as zero.
 void copy_payload(const MtsMessage& message, std::span<unsigned char> record) {
     const auto payload = payload_of(message);
@@ -58,7 +65,7 @@ void drop_if_held(std::uint32_t queue, MtsMessage* message) {
     if (message->handle != nullptr) mts_drop(queue, message);
 }
 
-// Waits for a message; the transport's status.
+// Waits for a message; the transport's status. A success that brings no message is a failure.
 int receive_message(std::uint32_t queue, MtsMessage* message, std::uint32_t token, std::uint32_t option) {
     MtsSelector selector{};
     selector.kind = 1;
@@ -66,7 +73,8 @@ int receive_message(std::uint32_t queue, MtsMessage* message, std::uint32_t toke
     selector.token = token;
     message->handle = nullptr;
     const int status = mts_recv(queue, message, &selector);
-    if (status != 0) drop_if_held(queue, message);
+    if (status == 0) return message->handle != nullptr ? 0 : -1;
+    drop_if_held(queue, message);
     return status;
 }
 
@@ -92,8 +100,7 @@ int drain_continuations() {
         MtsMessage message{};
         if (receive_message(mts_q, &message, 0, RECEIVE_OPTION) != 0) return -1;
         const auto payload = payload_of(message);
-        const int status =
-            carries_16_bits_at(payload, REPLY_STATUS) ? big_endian_16(&payload[REPLY_STATUS]) : 0;
+        const int status = status_of(payload, 0);
         const bool more = carries_16_bits_at(payload, MORE_FOLLOWS) &&
                           host_order<std::uint16_t>(payload.data(), MORE_FOLLOWS) != 0;
         mts_drop(mts_q, &message);
@@ -108,8 +115,7 @@ int drain_continuations() {
 int stats_receive(std::uint32_t queue, MtsMessage* reply, std::uint32_t token, std::uint32_t option) {
     const int received = receive_message(queue, reply, token, option);
     if (received != 0) return received;
-    const auto payload = payload_of(*reply);
-    const int status = carries_16_bits_at(payload, REPLY_STATUS) ? big_endian_16(&payload[REPLY_STATUS]) : -1;
+    const int status = status_of(payload_of(*reply), -1);
     if (status != 0) mts_drop(queue, reply);
     return status;
 }
@@ -156,7 +162,7 @@ int get_ethernetport_statistics(std::uint32_t ifIndex, EthMacStats* out) {
     MtsMessage reply{};
     if (stats_request(mts_q, node, STATISTICS_SERVICE, ETHERNET_STATISTICS, request.data(), request.size(),
                       &reply, RECEIVE_OPTION) != 0) {
-        std::fputs("Failed retrieval of mac stats information from linecard", stdout);
+        std::puts("Failed retrieval of mac stats information from linecard");
         return -1;
     }
     copy_payload(reply, {reinterpret_cast<unsigned char*>(out), sizeof *out});
@@ -186,6 +192,7 @@ int get_tcp_stats(std::uint32_t ifIndex, TcpStatsReply* out) {
     return 0;
 }
 
+// Offered to other code of the switch, as the dump below; nothing here calls them.
 CMPIInstance* populate_fcip_statistics(CMPIInstance* instance, const FcipLinkErrors* errors) {
     // Word pairs 1 to 9 of the row, in this order.
     static constexpr const char* COUNTERS[] = {
@@ -194,7 +201,7 @@ CMPIInstance* populate_fcip_statistics(CMPIInstance* instance, const FcipLinkErr
         "FcipSfInvalidWWN",   "FcipBB2LkaTimeOut",  "FcipSntpTimeStampExp",
     };
     trace_entering(__func__);
-    if (instance == nullptr || instance->hdl == nullptr || errors == nullptr) return instance;
+    if (!is_object(instance) || instance->hdl == nullptr || errors == nullptr) return instance;
     std::size_t lowWord = 2;
     for (const char* counter : COUNTERS) {
         CMPIValue value{};

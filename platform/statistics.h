@@ -11,13 +11,13 @@
 
 #include <cstdint>
 
-#include "include/fcip_export.h"
+#include "common/export.h"
 #include "platform/platform_records.h"
 
 extern "C" {
 
 // IP counters of a Gigabit Ethernet port. With wantCopy the whole reply is stored in *out, a malloc'ed block
-// of at least sizeof(IpStatsReply) bytes (zero behind the reply's end) that belongs to the caller. 0, -1 when
+// of at least sizeof(IpStatsReply) bytes (zero after the reply's end) that belongs to the caller. 0, -1 when
 // the request could not be sent, otherwise the transport's or the line card's status.
 FCIP_API int get_ip_stats(std::uint32_t queue, std::uint32_t ifIndex, std::uint32_t wantCopy,
                           IpStatsReply** out);

@@ -1,16 +1,12 @@
 // The walks over the platform's tables. There is one scheme: ask for the row that follows a key, look at the
 // row, make its key the next one; the first failure ends the walk, and so does a success without a row.
-//
-// A platform that keeps handing out rows it has handed out before would hold the provider lock for ever.
-// Every walk remembers one of its keys, a later one each time its length has doubled, and ends when it has
-// met remembered keys many times: a table of any size in any order is walked whole, even one that holds a key
-// more than once, and a circle is left.
 #ifndef KESTO_PLATFORM_TABLE_WALK_H
 #define KESTO_PLATFORM_TABLE_WALK_H
 
 #include <cstdint>
 #include <utility>
 
+#include "platform/circle_guard.h"
 #include "platform/platform_records.h"
 #include "platform/platform_row.h"
 #include "platform/platform_services.h"
@@ -24,32 +20,30 @@ enum class WalkEnd {
 
 enum class Visit { GoOn, Stop };
 
-// What a success without a row means: the end, or a request to repeat.
+// What a success without a row means: the table's end, or that the request is to be repeated.
 enum class EmptyAnswer { Ends, IsRepeated };
 
-// next(key, row) asks for the row behind key and returns the platform's status; key_of(row) is the row's key;
-// visit(row) looks at it.
+// A request that has been repeated so often in a row will not be answered with a row any more.
+inline constexpr unsigned MOST_REPEATS = 65536;
+
+// next(key, row) asks for the row that follows the key and returns the platform's status; keyOf(row) is the
+// row's key; visit(row) looks at it.
 template <typename Row, typename Key, typename Next, typename KeyOf, typename Visitor>
 WalkEnd walk_table(Key key, EmptyAnswer emptyAnswer, Next next, KeyOf keyOf, Visitor visit) {
-    constexpr unsigned MANY_MEETINGS = 100;
-    Key remembered{};
-    unsigned meetings = 0;
-    std::uint64_t visited = 0;
-    std::uint64_t rememberAgainAt = 1;
+    CircleGuard<Key> guard;
+    unsigned repeats = 0;
     for (;;) {
         PlatformRow<Row> row;
         const int status = fetch_row(row, [&](Row** out) { return next(key, out); });
         if (status != 0) return row ? WalkEnd::FailedWithRow : WalkEnd::NoRow;
         if (!row) {
-            if (emptyAnswer == EmptyAnswer::IsRepeated) continue;
-            return WalkEnd::NoRow;
+            if (emptyAnswer == EmptyAnswer::Ends || repeats == MOST_REPEATS) return WalkEnd::NoRow;
+            ++repeats;
+            continue;
         }
+        repeats = 0;
         key = keyOf(*row);
-        if (visited > 0 && key == remembered && ++meetings == MANY_MEETINGS) return WalkEnd::NoRow;
-        if (++visited == rememberAgainAt) {
-            remembered = key;
-            rememberAgainAt *= 2;
-        }
+        if (guard.is_circle(key)) return WalkEnd::NoRow;
         if (visit(static_cast<const Row&>(*row)) == Visit::Stop) return WalkEnd::Stopped;
     }
 }
@@ -80,12 +74,12 @@ WalkEnd walk_entities(std::uint32_t queue, EmptyAnswer emptyAnswer, Visitor visi
         [](const FcipEntityEntry& row) { return row.kfmFcipEntityId; }, visit);
 }
 
-// The port manager returns the Ethernet ports as one run behind this if-index; ports of other types follow.
+// The port manager returns the Ethernet ports as one run after this if-index; ports of other types follow.
 inline constexpr std::uint32_t BEFORE_FIRST_ETHERNET_PORT = 0x9AFFFFFF;
 // The interface type of Ethernet ports.
 inline constexpr std::uint8_t ETHERNET_INTERFACE = 26;
 
-// All ports behind BEFORE_FIRST_ETHERNET_PORT.
+// All ports after BEFORE_FIRST_ETHERNET_PORT.
 template <typename Visitor>
 WalkEnd walk_ports(Visitor visit) {
     return walk_table<PortInfo>(

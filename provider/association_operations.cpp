@@ -2,8 +2,8 @@
 // traversal function that knows its associations. The four routes differ, and are meant to.
 #include <cstdio>
 
-#include "include/class_table.h"
-#include "include/trace.h"
+#include "common/class_table.h"
+#include "common/trace.h"
 #include "include/traversal.h"
 #include "provider/provider.h"
 #include "provider/request.h"

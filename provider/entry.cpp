@@ -5,8 +5,6 @@
 #include "provider/provider.h"
 #include "provider/request.h"
 
-const CMPIBroker* _broker = nullptr;
-
 namespace {
 
 // Newer headers have members behind these; a table of version 100 leaves them out.

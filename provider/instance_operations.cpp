@@ -2,13 +2,14 @@
 // builder that knows the class; the first row of a route that matches counts.
 #include <cstdio>
 
+#include "common/class_table.h"
+#include "common/results.h"
+#include "common/trace.h"
 #include "include/associations.h"
-#include "include/class_table.h"
 #include "include/classes.h"
-#include "include/results.h"
-#include "include/trace.h"
 #include "platform/fcip_config.h"
 #include "platform/key_number.h"
+#include "platform/link_key.h"
 #include "platform/row_lookup.h"
 #include "provider/provider.h"
 #include "provider/request.h"

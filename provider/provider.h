@@ -9,12 +9,10 @@
 #include <cmpidt.h>
 #include <cmpift.h>
 
-#include "include/fcip_export.h"
+#include "common/broker.h"
+#include "common/export.h"
 
 extern "C" {
-
-// The broker of the most recent factory call; everything the library creates is made through it.
-FCIP_API extern const CMPIBroker* _broker;
 
 // Each stores the broker, opens the reply queue and returns the address of a static MI. The context is not
 // used and the status is left untouched: a factory never fails.

@@ -5,21 +5,9 @@
 #include <cmpidt.h>
 #include <cmpift.h>
 
+#include "common/broker.h"
 #include "platform/platform_services.h"
 #include "provider/provider.h"
-
-// The characters of a string of the CIM server's, "" for none.
-inline const char* text_of(const CMPIString* string) {
-    const char* chars = string != nullptr ? string->ft->getCharPtr(string, nullptr) : nullptr;
-    return chars != nullptr ? chars : "";
-}
-
-inline const char* class_name_of(const CMPIObjectPath* op) {
-    return text_of(op->ft->getClassName(op, nullptr));
-}
-inline const char* name_space_of(const CMPIObjectPath* op) {
-    return text_of(op->ft->getNameSpace(op, nullptr));
-}
 
 inline CMPIStatus status_of(CMPIrc rc, CMPIString* message = nullptr) {
     return {rc, message};

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "include/class_table.h"
+#include "common/class_table.h"
 #include "provider/request.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // Looking a class up in a table of the code.
-#ifndef KESTO_FCIP_CLASS_TABLE_H
-#define KESTO_FCIP_CLASS_TABLE_H
+#ifndef KESTO_COMMON_CLASS_TABLE_H
+#define KESTO_COMMON_CLASS_TABLE_H
 
 #include <strings.h>
 

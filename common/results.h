@@ -3,8 +3,8 @@
 // A builder that fails yields NULL, and a few of them the value -1; walkers hand such values on as they come,
 // and the CIM server's result has to tolerate them. Packages for servers that do not are built with
 // FCIP_GUARD_RESULTS, which keeps them back here.
-#ifndef KESTO_FCIP_RESULTS_H
-#define KESTO_FCIP_RESULTS_H
+#ifndef KESTO_COMMON_RESULTS_H
+#define KESTO_COMMON_RESULTS_H
 
 #include <cmpidt.h>
 #include <cmpift.h>
@@ -21,6 +21,11 @@ Object* error_object() {
 template <typename Object>
 bool is_object(const Object* object) {
     return object != nullptr && reinterpret_cast<std::intptr_t>(object) != -1;
+}
+
+// Whether a path can be written to. The broker may make one without a handle, which cannot.
+inline bool is_usable(const CMPIObjectPath* path) {
+    return is_object(path) && path->hdl != nullptr;
 }
 
 #ifdef FCIP_GUARD_RESULTS
