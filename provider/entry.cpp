@@ -3,11 +3,12 @@
 
 #include "platform/platform_services.h"
 #include "provider/provider.h"
-#include "provider/request.h"
+#include "provider/provider_lock.h"
+#include "provider/status.h"
 
 namespace {
 
-// Newer headers have members behind these; a table of version 100 leaves them out.
+// Newer headers have further members; a table of version 100 leaves them out.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 const CMPIInstanceMIFT INSTANCE_TABLE = {
@@ -40,19 +41,14 @@ const CMPIAssociationMIFT ASSOCIATION_TABLE = {
 CMPIInstanceMI instanceMI = {nullptr, const_cast<CMPIInstanceMIFT*>(&INSTANCE_TABLE)};
 CMPIAssociationMI associationMI = {nullptr, const_cast<CMPIAssociationMIFT*>(&ASSOCIATION_TABLE)};
 
-CMPIStatus not_supported() {
-    return status_of(CMPI_RC_ERR_NOT_SUPPORTED);
-}
-
 } // namespace
 
 void initialize(void) {
-    with_provider_lock([] {
-        if (init_mts(&mts_q) < 0) {
-            // The provider goes on all the same: platform calls fail on their own and read as empty tables.
-            std::fputs("get_using_cmi done init mts response q with error\n", stdout);
-        }
-    });
+    const ProviderLock lock;
+    if (init_mts(&mts_q) < 0) {
+        // The provider serves all the same: platform calls fail on their own and read as empty tables.
+        std::puts("get_using_cmi done init mts response q with error");
+    }
 }
 
 CMPIInstanceMI* FCIPProvider_Create_InstanceMI(const CMPIBroker* broker, const CMPIContext* /*context*/,
@@ -69,7 +65,7 @@ CMPIAssociationMI* FCIPProvider_Create_AssociationMI(const CMPIBroker* broker, c
     return &associationMI;
 }
 
-// The queue stays open for the life of the process, and the provider usable behind a clean-up.
+// The queue stays open for the life of the process, and the provider usable after a clean-up.
 CMPIStatus FCIP_Cleanup(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/, CMPIBoolean /*terminating*/) {
     return ok();
 }

@@ -2,55 +2,13 @@
 
 #include <strings.h>
 
+#include <cstddef>
 #include <cstdio>
 
-#include "common/class_table.h"
-#include "provider/request.h"
+#include "common/broker.h"
+#include "provider/catalogue.h"
 
 namespace {
-
-// Which key names a class accepts. Classes that are not listed accept none.
-struct KeyRule {
-    const char* className;
-    const char* keyName; // null: any
-};
-
-constexpr const char* ANY_KEY = nullptr;
-
-constexpr KeyRule KEY_RULES[] = {
-    {"KESTO_FCIPProtocolEndPoint", "Name"},
-    {"KESTO_EthernetPort", "DeviceID"},
-    {"KESTO_EthernetPortStatistics", "InstanceID"},
-    {"KESTO_IPProtocolEndPoint", "Name"},
-    {"KESTO_TCPProtocolEndPoint", "Name"},
-    {"KESTO_LanEndPoint", "Name"},
-    {"KESTO_FCIPSettings", "InstanceID"},
-    {"KESTO_IPSettings", "InstanceID"},
-    {"KESTO_TCPSettings", "InstanceID"},
-    // Unlike the other statistics it takes its first key, whatever its name.
-    {"KESTO_TCPEndPointStatistics", ANY_KEY},
-    {"KESTO_IPEndPointStatistics", "InstanceID"},
-    {"KESTO_RemoteFCIPPort", "Name"},
-    {"KESTO_RemoteIPServiceAccessPoint", "Name"},
-    {"KESTO_RemoteTCPPort", "Name"},
-    {"KESTO_FCIPProfile", "InstanceID"},
-    {"KESTO_FCIPPEBasedOn", ANY_KEY},
-    {"KESTO_SANIPEndpoint", ANY_KEY},
-    {"KESTO_SANTCPEndpoint", ANY_KEY},
-    {"KESTO_SANFCIPEndpoint", ANY_KEY},
-    {"KESTO_FCIPTCPEndpoint", ANY_KEY},
-    {"KESTO_TCPIPEndpoint", ANY_KEY},
-    {"KESTO_FCIPElementSettingData", ANY_KEY},
-    {"KESTO_TCPElementSettingData", ANY_KEY},
-    {"KESTO_IPElementSettingData", ANY_KEY},
-    {"KESTO_EthernetPortStatisticalData", ANY_KEY},
-    {"KESTO_IPEndPointStatisticalData", ANY_KEY},
-    {"KESTO_IPEthernetEndpoint", ANY_KEY},
-    {"KESTO_SwitchHostedFCIPAccessPoint", ANY_KEY},
-    {"KESTO_SwitchHostedIPAccessPoint", ANY_KEY},
-    {"KESTO_SwitchHostedTCPAccessPoint", ANY_KEY},
-    {"KESTO_TCPEndPointStatisticalData", ANY_KEY},
-};
 
 // One character short of the buffer, as all copies of keys and their names.
 constexpr std::size_t KEY_BOUND = 254;
@@ -58,9 +16,9 @@ constexpr std::size_t KEY_BOUND = 254;
 } // namespace
 
 int is_valid_key_for_class(const char* className, const char* keyName) {
-    const KeyRule* rule = find_class(KEY_RULES, className);
-    if (rule == nullptr) return 0;
-    return rule->keyName == ANY_KEY || strcasecmp(rule->keyName, keyName) == 0 ? 1 : 0;
+    const char* accepted = served_class(className).key;
+    if (accepted == nullptr) return 0;
+    return accepted == ANY_KEY || strcasecmp(accepted, keyName != nullptr ? keyName : "") == 0 ? 1 : 0;
 }
 
 int find_request_key(const CMPIObjectPath* op, const char* className, const char* lineEnd, RequestKey* key) {
