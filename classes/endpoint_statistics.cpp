@@ -121,7 +121,7 @@ CMPIInstance* tcp_statistics_build_instance(const char* className, const char* n
         return nullptr;
     }
     PlatformRow<FcipEntityEntry> profile;
-    if (!is_profile_readable(fresh.kfmFcipEntityId, profile)) {
+    if (!read_profile(fresh.kfmFcipEntityId, profile)) {
         trace_line(__func__, 124);
         return nullptr;
     }
@@ -187,7 +187,7 @@ CMPIInstance* tcp_statistical_data_build_instance(const char* className, const c
 
 CMPIObjectPath* stat_fill_reference(const char* className, const char* nameSpace, const FcipLinkEntry* link) {
     PlatformRow<FcipEntityEntry> profile;
-    if (!is_profile_readable(link->kfmFcipEntityId, profile)) {
+    if (!read_profile(link->kfmFcipEntityId, profile)) {
         trace_line(__func__, 189);
         return nullptr;
     }

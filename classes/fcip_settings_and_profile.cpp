@@ -45,7 +45,7 @@ CMPIInstance* fcip_settings_build_instance(const char* className, const char* na
                                            const FcipLinkEntry* link, const char** properties) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (!is_profile_readable(link->kfmFcipEntityId, profile)) return nullptr;
+    if (!read_profile(link->kfmFcipEntityId, profile)) return nullptr;
     const auto [instance, ready] = start_traced_instance(__func__, className, nameSpace);
     if (!ready) return instance;
 

@@ -55,7 +55,7 @@ CMPIInstance* build_tcp_port(const char* function, const char* className, const 
 
 CMPIObjectPath* fill_tcp_port(const char* className, const char* nameSpace, const FcipLinkEntry* link) {
     PlatformRow<FcipEntityEntry> profile;
-    if (!is_profile_readable(link->kfmFcipEntityId, profile)) return nullptr;
+    if (!read_profile(link->kfmFcipEntityId, profile)) return nullptr;
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (path == nullptr) return nullptr;
 

@@ -11,7 +11,7 @@ CMPIObjectPath* fill_settings_reference(const char* function, const char* classN
                                         const FcipLinkEntry* link) {
     trace_entering(function);
     PlatformRow<FcipEntityEntry> profile;
-    if (!is_profile_readable(link->kfmFcipEntityId, profile)) return nullptr;
+    if (!read_profile(link->kfmFcipEntityId, profile)) return nullptr;
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (is_usable(path)) {
         set_host_name(path);

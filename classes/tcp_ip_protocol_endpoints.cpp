@@ -123,7 +123,7 @@ CMPIObjectPath* tcp_pe_fill_reference(const char* className, const char* nameSpa
                                       const FcipLinkEntry* link) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (!is_profile_readable(link->kfmFcipEntityId, profile)) return nullptr;
+    if (!read_profile(link->kfmFcipEntityId, profile)) return nullptr;
     CMPIObjectPath* path = new_object_path(className, nameSpace);
     if (path == nullptr) return nullptr;
 
@@ -190,7 +190,7 @@ CMPIObjectPath* ip_pe_fill_reference(const char* className, const char* nameSpac
     trace_entering(__func__);
     if (link == nullptr) return nullptr;
     PlatformRow<FcipEntityEntry> profile;
-    if (!is_profile_readable(link->kfmFcipEntityId, profile)) {
+    if (!read_profile(link->kfmFcipEntityId, profile)) {
         std::puts("Error ");
         return nullptr;
     }

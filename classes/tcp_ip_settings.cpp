@@ -31,7 +31,7 @@ CMPIInstance* ip_settings_build_instance(const char* className, const char* name
                                          const FcipLinkEntry* link, const char** properties) {
     trace_entering(__func__);
     PlatformRow<FcipEntityEntry> profile;
-    if (!is_profile_readable(link->kfmFcipEntityId, profile)) return nullptr;
+    if (!read_profile(link->kfmFcipEntityId, profile)) return nullptr;
     const auto [instance, ready] = start_traced_instance(__func__, className, nameSpace);
     if (!ready) return instance;
 
@@ -70,7 +70,7 @@ CMPIInstance* tcp_settings_build_instance(const char* className, const char* nam
     const auto interface = decimal<31>(fresh.kfmFcipLinkIfIndex);
     trace_line(__func__, 68);
     PlatformRow<FcipEntityEntry> profile;
-    if (!is_profile_readable(fresh.kfmFcipEntityId, profile)) return nullptr;
+    if (!read_profile(fresh.kfmFcipEntityId, profile)) return nullptr;
     TcpStatsReply statistics{};
     if (get_tcp_stats(fresh.kfmFcipLinkExtEthIfIndex, &statistics) != 0) std::puts("******* Error ******** ");
 

@@ -19,10 +19,9 @@ inline int fetch_profile(std::uint32_t entityId, PlatformRow<FcipEntityEntry>& p
     });
 }
 
-// The two ways in which the classes depend on a link's profile. For some it is enough that the request
-// succeeds, and there may be no row all the same: they do not look into it, or bear its absence. The others
-// need the row.
-inline bool is_profile_readable(std::uint32_t entityId, PlatformRow<FcipEntityEntry>& profile) {
+// The two ways in which the classes depend on a link's profile. read_profile: the request has to succeed, and
+// may do so without a row, since the class bears its absence. find_profile: the row has to be there.
+inline bool read_profile(std::uint32_t entityId, PlatformRow<FcipEntityEntry>& profile) {
     return fetch_profile(entityId, profile) == 0;
 }
 inline bool find_profile(std::uint32_t entityId, PlatformRow<FcipEntityEntry>& profile) {
