@@ -7,6 +7,7 @@
 #include "emulator/call.h"
 #include "emulator/exported_services.h"
 #include "emulator/scenario.h"
+#include "emulator/scenario_objects.h"
 
 namespace emulator {
 namespace {
@@ -270,6 +271,13 @@ void clear_misuse() {
     const Access emulated;
     emulated->misuses = 0;
     emulated->misuseTexts.clear();
+}
+
+std::map<std::string, std::vector<std::string>> scenario_members() {
+    std::map<std::string, std::vector<std::string>> members;
+    for (const ObjectKind* kind : object_kinds())
+        members[kind->name] = kind->members;
+    return members;
 }
 
 } // namespace emulator

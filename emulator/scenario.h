@@ -1,4 +1,9 @@
 // Reads a scenario: the JSON text that describes a switch. switch.schema.json is its grammar.
+//
+// scenario.cpp reads the objects in order, since later ones refer to earlier ones: the switch itself and its
+// VSANs, then ports, profiles, tunnels and faults, each in a file of its own. scenario_reader.h checks types
+// and ranges, scenario_objects.h lists the members of each object, and scenario_fields.h says which number of
+// a record a member stands for.
 #ifndef KESTO_EMULATOR_SCENARIO_H
 #define KESTO_EMULATOR_SCENARIO_H
 

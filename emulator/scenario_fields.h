@@ -14,9 +14,9 @@ namespace emulator {
 
 enum class FieldKind {
     Number,
-    Flag,
-    Interface
-}; // flag: true, false or any number; interface: a port of the switch
+    Flag,      // true, false or any number
+    Interface, // a port of the switch
+};
 
 template <typename Record>
 struct Field {
@@ -86,24 +86,29 @@ inline constexpr const char* LINK_ERROR_NAMES[] = {
     "keepAliveTimeOut", "datagramsDropped", "saParamMismatch",
 };
 
-struct PortCounterName {
+struct PortCounterField {
     const char* name;
     Counter Port::*place;
 };
-inline constexpr PortCounterName PORT_COUNTER_NAMES[] = {
+inline constexpr PortCounterField PORT_COUNTER_FIELDS[] = {
     {"inMulticast", &Port::inMulticast},   {"inBroadcast", &Port::inBroadcast},
     {"outMulticast", &Port::outMulticast}, {"outBroadcast", &Port::outBroadcast},
     {"inBytes", &Port::inBytes},           {"inUnicast", &Port::inUnicast},
     {"outBytes", &Port::outBytes},         {"outUnicast", &Port::outUnicast},
 };
 
-// Counters of a line card's replies, by byte offset.
-struct WordName {
+enum class Width {
+    Word, // as wide as the reply's words
+    Long, // 64 bits
+};
+
+// A counter of a line card's reply, at a byte offset.
+struct ReplyCounter {
     const char* name;
     std::uint32_t offset;
-    bool wide = false; // 64 bits where the reply's words have 32
+    Width width = Width::Word;
 };
-inline constexpr WordName IP_COUNTER_NAMES[] = {
+inline constexpr ReplyCounter IP_COUNTERS[] = {
     {"received", 36},          {"delivered", 40},          {"sent", 52},
     {"badLength", 56},         {"badHeaderLength", 64},    {"badChecksum", 68},
     {"badVersion", 72},        {"tooShort", 76},           {"fragmentsReceived", 80},
@@ -112,16 +117,23 @@ inline constexpr WordName IP_COUNTER_NAMES[] = {
     {"cannotFragment", 128},   {"noRoute", 136},           {"badOptions", 140},
     {"reassemblyFailed", 148}, {"receivedDiscarded", 152},
 };
-inline constexpr WordName ETHERNET_COUNTER_NAMES[] = {
+inline constexpr ReplyCounter ETHERNET_COUNTERS[] = {
     {"bytesTransmitted", 32}, {"collisions", 40},         {"lateCollisions", 48}, {"macErrors", 56},
     {"fcsErrors", 64},        {"packetsTransmitted", 88}, {"bytesReceived", 112}, {"packetsReceived", 144},
     {"symbolErrors", 184},    {"alignmentErrors", 192},
 };
-inline constexpr WordName TCP_COUNTER_NAMES[] = {
-    {"activeOpens", 36},        {"passiveOpens", 44},           {"established", 52},
-    {"attemptFails", 68},       {"segmentsRetransmitted", 196}, {"segmentsReceived", 268},
-    {"badChecksum", 288, true}, {"badOffset", 296, true},       {"tooShort", 304, true},
-    {"afterWindow", 312, true}, {"afterClose", 320, true},
+inline constexpr ReplyCounter TCP_COUNTERS[] = {
+    {"activeOpens", 36},
+    {"passiveOpens", 44},
+    {"established", 52},
+    {"attemptFails", 68},
+    {"segmentsRetransmitted", 196},
+    {"segmentsReceived", 268},
+    {"badChecksum", 288, Width::Long},
+    {"badOffset", 296, Width::Long},
+    {"tooShort", 304, Width::Long},
+    {"afterWindow", 312, Width::Long},
+    {"afterClose", 320, Width::Long},
 };
 
 } // namespace emulator

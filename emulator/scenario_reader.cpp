@@ -2,6 +2,9 @@
 #include "emulator/scenario_reader.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "emulator/control.h"
@@ -11,7 +14,7 @@ namespace emulator {
 using nlohmann::json;
 
 json parse_json(std::string_view text, std::string_view source) {
-    // The library keeps the last of two members of one name; a scenario that has two has a mistake.
+    // The library would keep the last of two members with one name, but a scenario with two has a mistake.
     std::vector<std::set<std::string>> open;
     std::string repeated;
     const auto watch = [&](int, json::parse_event_t event, json& value) {
@@ -48,14 +51,12 @@ Reader Reader::inner(const json& value, const std::string& token) const {
     return {value, source_, pointer_ + "/" + escaped};
 }
 
-const Reader& Reader::object(const ObjectKind& kind) const {
+void Reader::expect_object(const ObjectKind& kind) const {
     if (!value_.is_object()) refuse("is not an object");
-    if (kind.numbered) return *this;
     for (const auto& [name, value] : value_.items()) {
         if (std::find(kind.members.begin(), kind.members.end(), name) == kind.members.end())
             inner(value, name).refuse("is not a member of a " + kind.name);
     }
-    return *this;
 }
 
 bool Reader::has(const std::string& member) const {
@@ -130,6 +131,18 @@ std::string Reader::text(std::size_t shortest, std::size_t longest) const {
     if (std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
         refuse("has control characters");
     return text;
+}
+
+bool Reader::is_object() const {
+    return value_.is_object();
+}
+
+bool Reader::is_boolean() const {
+    return value_.is_boolean();
+}
+
+bool Reader::is_text() const {
+    return value_.is_string();
 }
 
 } // namespace emulator

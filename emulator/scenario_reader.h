@@ -3,12 +3,13 @@
 #ifndef KESTO_EMULATOR_SCENARIO_READER_H
 #define KESTO_EMULATOR_SCENARIO_READER_H
 
+#include <cstddef>
 #include <cstdint>
-#include <map>
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace emulator {
@@ -17,19 +18,19 @@ namespace emulator {
 struct ObjectKind {
     std::string name;
     std::vector<std::string> members;
-    bool numbered = false; // its members are numbers of the object's own choosing, such as byte offsets
 };
 
 // Parses JSON; a syntax error or a member that stands twice is a ScenarioError.
 nlohmann::json parse_json(std::string_view text, std::string_view source);
 
+// A value and its place. Whatever is asked of a value of another type or out of range, it refuses.
 class Reader {
   public:
     Reader(const nlohmann::json& value, std::string source) : Reader(value, std::move(source), "") {}
 
     [[noreturn]] void refuse(const std::string& what) const;
 
-    const Reader& object(const ObjectKind& kind) const; // refuses another type, and members of no such kind
+    void expect_object(const ObjectKind& kind) const; // refuses members that the kind does not have, too
     bool has(const std::string& member) const;
     Reader at(const std::string& member) const; // refuses when it is missing
     std::optional<Reader> find(const std::string& member) const;
@@ -41,15 +42,16 @@ class Reader {
     std::uint32_t u32(std::uint32_t smallest = 0, std::uint32_t largest = UINT32_MAX) const {
         return static_cast<std::uint32_t>(integer(smallest, largest));
     }
+    std::uint16_t u16() const { return static_cast<std::uint16_t>(integer(0, UINT16_MAX)); }
     std::int32_t i32() const;
     double real(double smallest, double largest) const;
     bool boolean() const;
-    std::string text(std::size_t shortest,
-                     std::size_t longest) const; // printable characters, counted as bytes
+    // Without control characters; its length is in bytes.
+    std::string text(std::size_t shortest, std::size_t longest) const;
 
-    bool is_object() const { return value_.is_object(); }
-    bool is_boolean() const { return value_.is_boolean(); }
-    bool is_text() const { return value_.is_string(); }
+    bool is_object() const;
+    bool is_boolean() const;
+    bool is_text() const;
 
   private:
     Reader(const nlohmann::json& value, std::string source, std::string pointer)
@@ -60,6 +62,12 @@ class Reader {
     std::string source_;
     std::string pointer_;
 };
+
+// Calls read(value) if the object has the member.
+template <typename Function>
+void if_there(const Reader& object, const std::string& member, Function read) {
+    if (const std::optional<Reader> value = object.find(member)) read(*value);
+}
 
 } // namespace emulator
 
