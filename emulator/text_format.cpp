@@ -1,4 +1,3 @@
-// Texts made as by printf.
 #include "emulator/text_format.h"
 
 #include <cstdarg>
@@ -7,11 +6,14 @@
 namespace emulator {
 
 std::string format(const char* pattern, ...) {
-    char text[512];
-    va_list arguments;
+    va_list arguments, sameArguments;
     va_start(arguments, pattern);
-    std::vsnprintf(text, sizeof text, pattern, arguments);
+    va_copy(sameArguments, arguments);
+    const int length = std::vsnprintf(nullptr, 0, pattern, arguments);
     va_end(arguments);
+    std::string text(length < 0 ? 0 : static_cast<std::size_t>(length), '\0');
+    std::vsnprintf(text.data(), text.size() + 1, pattern, sameArguments);
+    va_end(sameArguments);
     return text;
 }
 

@@ -1,3 +1,4 @@
+// Texts made as by printf.
 #ifndef KESTO_EMULATOR_TEXT_FORMAT_H
 #define KESTO_EMULATOR_TEXT_FORMAT_H
 
@@ -5,7 +6,7 @@
 
 namespace emulator {
 
-// A text made as by printf, cut at 511 characters.
+// The whole text, however long it gets.
 [[gnu::format(printf, 1, 2)]] std::string format(const char* pattern, ...);
 
 } // namespace emulator
