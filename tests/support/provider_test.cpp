@@ -169,11 +169,7 @@ IpAddr address(const std::string& text) {
 }
 
 emulator::Port port_row(std::uint32_t ifIndex, std::uint8_t type, std::uint32_t vsan) {
-    emulator::Port port;
-    port.ifIndex = ifIndex;
-    port.type = type;
-    port.vsan = vsan;
-    return port;
+    return {.ifIndex = ifIndex, .type = type, .vsan = vsan};
 }
 
 std::vector<std::string> functions_called(const std::vector<Call>& calls, bool locked) {

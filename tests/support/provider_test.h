@@ -133,11 +133,8 @@ class ProviderTest : public testing::Test {
             SCOPED_TRACE(symbol + " failure " + std::to_string(nth));
             emulator::clear_calls();
             emulator::clear_faults();
-            emulator::Fault fault;
-            fault.symbol = symbol;
-            fault.first = fault.last = static_cast<std::uint32_t>(nth);
-            fault.effect = effect;
-            emulator::add_fault(fault);
+            const auto call = static_cast<std::uint32_t>(nth);
+            emulator::add_fault({.symbol = symbol, .first = call, .last = call, .effect = effect});
             run(nth);
             const bool hit = emulator::count(symbol) >= nth;
             emulator::clear_faults();
