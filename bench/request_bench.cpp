@@ -4,8 +4,12 @@
 // of tunnels, and so does that of each object of an enumeration which asks the platform for its tunnel again.
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <iostream>
+#include <optional>
+#include <string>
 
 #include "emulator/control.h"
 #include "emulator/generator.h"

@@ -1,6 +1,14 @@
 // Entering a service: the log, the caller's lock, the faults.
 #include "emulator/call.h"
 
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <vector>
+
+#include "emulator/lock.h"
+#include "emulator/transport.h"
+
 namespace emulator {
 
 bool Call::reads_arguments() const {
@@ -12,7 +20,7 @@ void Call::enter(CallerLock lock, const std::string& arguments) {
     emulated.count_call(symbol_);
     if (emulated.recording)
         emulated.callLog.push_back(arguments.empty() ? symbol_ : symbol_ + (" " + arguments));
-    if (lock == CallerLock::Needed) require(lock_held(), "called without the lock");
+    if (lock == CallerLock::Needed) require(this_thread_holds_lock(), "called without the lock");
     if (emulated.faults.empty()) return;
     std::vector<std::function<void()>> actions;
     verdict_ = emulated.faults.judge(symbol_, arguments, actions);

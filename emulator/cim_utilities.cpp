@@ -1,15 +1,26 @@
 // The CIM utility library: the switch's names, and the CIM objects of what the provider does not model
 // itself.
 //
-// Objects are made through the caller's broker, with the members that every broker has since version 1.0. The
-// emulator's own lock is not held meanwhile: a broker may call anything.
+// Objects are made through the caller's broker, with the functions that every broker has had since
+// version 1.0. The emulator's own lock is not held while the broker is called: it may call anything.
+#include <cmpidt.h>
+#include <cmpift.h>
 #include <strings.h>
 
-#include <string_view>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <mutex>
+#include <string>
+#include <vector>
 
 #include "emulator/call.h"
+#include "emulator/control.h"
 #include "emulator/exported_services.h"
-#include "emulator/interface_types.h"
+#include "emulator/runtime.h"
+#include "emulator/switch_state.h"
+#include "emulator/text_format.h"
+#include "platform/platform_records.h"
 
 using namespace emulator;
 
@@ -47,7 +58,8 @@ CMPIObjectPath* make_path(const CMPIBroker* broker, const char* nameSpace, const
     return path;
 }
 
-// An instance on a path: the property filter stands before the first property, so that it counts for all.
+// An instance on a path. The property filter is set before the first property, so that it applies to all of
+// them.
 CMPIInstance* make_instance(const CMPIBroker* broker, const CMPIObjectPath* path, const char** properties,
                             const Keys& keys, const Keys& others) {
     if (path == nullptr || path->hdl == nullptr) return nullptr;
@@ -86,8 +98,8 @@ Keys system_keys(const char* className, const std::string& name) {
     return {{"CreationClassName", className}, {"Name", name}};
 }
 
-// Whether the call goes on to make its object: the arguments are there and no fault stands in the way.
-bool goes_on(const Call& call, const CMPIBroker* broker, const char* className, const char* nameSpace) {
+// Whether the call is to make its object: the arguments are there and no fault prevents it.
+bool is_to_make(const Call& call, const CMPIBroker* broker, const char* className, const char* nameSpace) {
     return call.require(broker != nullptr && className != nullptr && nameSpace != nullptr,
                         "the broker, the class name or the namespace is NULL") &&
            !call.failed() && call.verdict().effect != Effect::SucceedWithoutRow;
@@ -98,7 +110,7 @@ std::string class_and_namespace(const char* className, const char* nameSpace) {
            (nameSpace == nullptr ? "NULL" : nameSpace);
 }
 
-// What the objects of a port say of it.
+// What the objects of a port say about it.
 struct PortFacts {
     std::string id; // decimal if-index, negative from 0x80000000 on, as clients send it back
     std::string name;
@@ -107,7 +119,7 @@ struct PortFacts {
     std::uint16_t number = 0;
 };
 
-// The two port services: their arguments are checked and ordered, then the port's facts are read.
+// A call of one of the two port services: it checks and orders the arguments, then reads the port's facts.
 struct PortRequest {
     PortRequest(const char* symbol, const char* first, const char* second, const PortInfo* row,
                 const CMPIBroker* broker) {
@@ -115,7 +127,8 @@ struct PortRequest {
             return class_and_namespace(first, second) +
                    (row == nullptr ? " NULL" : format(" if=0x%08x", row->ifIndex));
         });
-        if (!call.require(row != nullptr, "the row is NULL") || !goes_on(call, broker, first, second)) return;
+        if (!call.require(row != nullptr, "the row is NULL") || !is_to_make(call, broker, first, second))
+            return;
         const bool inOrder = is_class(first);
         if (!call.require(inOrder || is_class(second), "no class name with the prefix KESTO_")) return;
         className = inOrder ? first : second;
@@ -156,18 +169,18 @@ struct PortRequest {
 } // namespace
 
 const char* getCSName(void) {
-    const Call call("getCSName", CallerLock::NotNeeded, [] { return std::string(); });
+    const Call call("getCSName", CallerLock::NotNeeded);
     return kept_host_name();
 }
 
 const char* CSgetName(std::uint32_t queue) {
-    const Call call("CSgetName", CallerLock::Needed, [] { return std::string(); });
+    const Call call("CSgetName", CallerLock::Needed);
     call.usable(queue);
     return runtime().keep(runtime().state.systemName);
 }
 
 int system_cim_get_switch_wwn(std::uint32_t queue, std::uint8_t (*wwn)[8]) {
-    const Call call("system_cim_get_switch_wwn", CallerLock::Needed, [] { return std::string(); });
+    const Call call("system_cim_get_switch_wwn", CallerLock::Needed);
     if (!call.require(wwn != nullptr, "the out-parameter is NULL") || !call.usable(queue)) return FAILED;
     if (call.failed()) return call.status();
     std::memcpy(*wwn, runtime().state.wwn.data(), sizeof *wwn);
@@ -175,7 +188,7 @@ int system_cim_get_switch_wwn(std::uint32_t queue, std::uint8_t (*wwn)[8]) {
 }
 
 char* cim_sprintf_wwn(char* text, const std::uint8_t (*wwn)[8]) {
-    const Call call("cim_sprintf_wwn", CallerLock::NotNeeded, [] { return std::string(); });
+    const Call call("cim_sprintf_wwn", CallerLock::NotNeeded);
     if (!call.require(text != nullptr && wwn != nullptr, "the text or the WWN is NULL")) return text;
     const auto& b = *wwn;
     const std::string written =
@@ -190,7 +203,7 @@ CMPIObjectPath* switch_fill_reference(const char* className, const char* nameSpa
     {
         const Call call("switch_fill_reference", CallerLock::NotNeeded,
                         [&] { return class_and_namespace(className, nameSpace); });
-        if (!goes_on(call, broker, className, nameSpace)) return nullptr;
+        if (!is_to_make(call, broker, className, nameSpace)) return nullptr;
         name = runtime().state.systemName;
     }
     return make_path(broker, nameSpace, className, system_keys(className, name));
@@ -202,7 +215,8 @@ CMPIObjectPath* switch_fill_reference_str(const char* className, const char* nam
         const Call call("switch_fill_reference_str", CallerLock::NotNeeded, [&] {
             return class_and_namespace(className, nameSpace) + " " + (key == nullptr ? "NULL" : key);
         });
-        if (!call.require(key != nullptr, "the key is NULL") || !goes_on(call, broker, className, nameSpace))
+        if (!call.require(key != nullptr, "the key is NULL") ||
+            !is_to_make(call, broker, className, nameSpace))
             return nullptr;
     }
     return make_path(broker, nameSpace, className, system_keys(className, key));
@@ -217,7 +231,8 @@ CMPIInstance* switch_build_instance_str(const char* className, const char* nameS
                    format(" %u", option);
         });
         call.require(option == 0, "the constant argument is not 0");
-        if (!call.require(key != nullptr, "the key is NULL") || !goes_on(call, broker, className, nameSpace))
+        if (!call.require(key != nullptr, "the key is NULL") ||
+            !is_to_make(call, broker, className, nameSpace))
             return nullptr;
     }
     const Keys keys = system_keys(className, key);
@@ -234,7 +249,7 @@ CMPIInstance* association_class_build_instance_path(const char* className, const
             return class_and_namespace(className, nameSpace) + " " + class_and_namespace(role1, role2);
         });
         if (!call.require(role1 != nullptr && role2 != nullptr, "a role is NULL") ||
-            !goes_on(call, broker, className, nameSpace))
+            !is_to_make(call, broker, className, nameSpace))
             return nullptr;
     }
     return make_association(broker, nameSpace, className, const_cast<CMPIObjectPath*>(ref1),

@@ -2,17 +2,26 @@
 #include "emulator/control.h"
 
 #include <algorithm>
-#include <limits>
+#include <array>
+#include <iterator>
+#include <memory>
+#include <mutex>
+#include <utility>
 
-#include "emulator/call.h"
+#include "emulator/builtin_switch.h"
 #include "emulator/exported_services.h"
+#include "emulator/lock.h"
+#include "emulator/runtime.h"
 #include "emulator/scenario.h"
 #include "emulator/scenario_objects.h"
+#include "emulator/scenario_reader.h"
+#include "emulator/switch_state.h"
+#include "emulator/transport.h"
 
 namespace emulator {
 namespace {
 
-// The runtime, locked for as long as this stands.
+// The runtime, locked for the lifetime of this object.
 class Access {
   public:
     Runtime* operator->() const { return &emulated_; }
@@ -178,18 +187,11 @@ void add_fault(Fault fault) {
 }
 
 void fail_call(const std::string& symbol, std::uint32_t nth, int status) {
-    Fault fault;
-    fault.symbol = symbol;
-    fault.first = fault.last = nth;
-    fault.status = status;
-    add_fault(std::move(fault));
+    add_fault({.symbol = symbol, .first = nth, .last = nth, .status = status});
 }
 
 void fail_always(const std::string& symbol, int status) {
-    Fault fault;
-    fault.symbol = symbol;
-    fault.status = status;
-    add_fault(std::move(fault));
+    add_fault({.symbol = symbol, .status = status});
 }
 
 void clear_faults() {
@@ -271,6 +273,17 @@ void clear_misuse() {
     const Access emulated;
     emulated->misuses = 0;
     emulated->misuseTexts.clear();
+}
+
+bool lock_held() {
+    return this_thread_holds_lock();
+}
+
+Locked::Locked() {
+    mutex_lock();
+}
+Locked::~Locked() {
+    mutex_unlock();
 }
 
 std::map<std::string, std::vector<std::string>> scenario_members() {

@@ -1,4 +1,5 @@
-// The platform services, declared so that the library exports what its sources define of them.
+// The platform services, declared so that this library exports those that its sources define. Every source
+// that defines one includes this header instead of the platform's own.
 #ifndef KESTO_EMULATOR_EXPORTED_SERVICES_H
 #define KESTO_EMULATOR_EXPORTED_SERVICES_H
 

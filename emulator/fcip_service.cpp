@@ -1,6 +1,16 @@
 // The FCIP management service: the tables of tunnels, profiles, TCP connections and link errors.
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
 #include "emulator/call.h"
+#include "emulator/control.h"
 #include "emulator/exported_services.h"
+#include "emulator/runtime.h"
+#include "emulator/switch_state.h"
+#include "emulator/text_format.h"
+#include "platform/platform_records.h"
 
 using namespace emulator;
 
@@ -12,7 +22,7 @@ constexpr std::uint32_t CODE_PROFILE_INTERFACES = 8946;
 constexpr std::uint32_t FCIP_NODE = 0xFE000000;
 constexpr std::uint32_t FCIP_SERVICE = 60;
 
-// The row that an exact or a get-next request names; null when there is none.
+// The row that an exact or a get-next request asks for; null if there is none.
 template <typename Table, typename Key>
 const typename Table::mapped_type* find_row(const Table& table, int op, const Key& key) {
     const auto found = op == OP_EXACT ? table.find(key) : table.upper_bound(key);

@@ -2,6 +2,7 @@
 // a line card. Every fourth profile runs over IPv6; the options of tunnels and profiles are drawn at random.
 #include "emulator/generator.h"
 
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <random>
 
@@ -48,7 +49,7 @@ class Generator {
     }
 
   private:
-    // A plain remainder: the library's distributions differ from one implementation to the next.
+    // A plain remainder, since the library's distributions differ from one implementation to the next.
     std::uint32_t below(std::uint32_t limit) { return static_cast<std::uint32_t>(random_() % limit); }
     bool chance() { return below(2) == 1; }
     ordered_json counter(std::uint32_t largestStart, std::uint32_t largestRate) {
@@ -61,7 +62,7 @@ class Generator {
     static std::string ethernet_name(std::uint32_t profile) {
         return format("GigabitEthernet%u/%u", card(profile), card_port(profile));
     }
-    // The near end is host 1, the far ends are hosts 129 and on of the profile's own network.
+    // In the profile's own network the near end is host 1, and the far ends are the hosts from 129 on.
     static std::string address(std::uint32_t profile, std::uint32_t host) {
         return is_ipv6(profile) ? format("2001:db8:%x::%x", profile + 1, host)
                                 : format("10.%u.%u.%u", profile / 256, profile % 256, host);

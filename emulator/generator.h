@@ -7,7 +7,7 @@
 
 namespace emulator {
 
-inline constexpr std::uint32_t MOST_TUNNELS = 50000; // what the if-indexes have room for
+inline constexpr std::uint32_t MOST_TUNNELS = 50000; // as many as there are if-indexes for
 
 std::string generate_scenario(std::uint32_t tunnels, std::uint32_t seed);
 

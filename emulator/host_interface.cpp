@@ -4,6 +4,8 @@
 #include <arpa/inet.h>
 #include <ifaddrs.h>
 #include <net/if.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 
 #include <bit>
 #include <cstring>
@@ -21,7 +23,7 @@ Addresses interface_addresses() {
     return {list, freeifaddrs};
 }
 
-// One value of the kernel's folder of an interface; false when it cannot be had.
+// One value from the kernel's folder of an interface; false if it cannot be read.
 template <typename Value>
 bool read_value(const std::string& interface, const std::string& file, Value& value) {
     std::ifstream stream("/sys/class/net/" + interface + "/" + file);
@@ -36,8 +38,8 @@ unsigned ones(const void* bytes, std::size_t length) {
     return count;
 }
 
-// The prefix of a routable IPv6 address tells more than that of an IPv4 one, and both more than a
-// link-local's.
+// Which prefix is shown: rather that of a routable IPv6 address than that of an IPv4 one, and either rather
+// than that of a link-local address.
 enum class Rank { None, LinkLocal, Ipv4, Ipv6 };
 
 void read_addresses(HostInterface& interface) {
@@ -95,7 +97,7 @@ std::uint64_t HostInterface::statistic(const char* counter) const {
 
 std::string host_interface_name(const std::string& device) {
     if (device == "first") {
-        static const std::string FIRST = first_interface(); // the binding stays for the life of the process
+        static const std::string FIRST = first_interface(); // the binding lasts as long as the process
         return FIRST;
     }
     return if_nametoindex(device.c_str()) != 0 ? device : std::string();

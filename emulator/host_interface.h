@@ -1,4 +1,5 @@
-// A network interface of the host, read live from the kernel: what a port shows that is bound to it.
+// A network interface of the host, read from the kernel at each request: what a port shows that is bound to
+// it.
 #ifndef KESTO_EMULATOR_HOST_INTERFACE_H
 #define KESTO_EMULATOR_HOST_INTERFACE_H
 
@@ -18,8 +19,8 @@ struct HostInterface {
     std::uint64_t statistic(const char* counter) const; // a file of the interface's statistics folder
 };
 
-// The interface that a port's "device" names: itself, or for "first" the host's first interface beside the
-// loopback that is up and has an address. Empty when the host has no such interface.
+// The interface that a port's "device" names; "first" is the host's first interface other than the loopback
+// that is up and has an address. Empty if the host has no such interface.
 std::string host_interface_name(const std::string& device);
 
 std::optional<HostInterface> read_host_interface(const std::string& device);

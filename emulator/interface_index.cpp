@@ -1,15 +1,24 @@
-// The interface-index service: type, place, node and name of an interface. These take no queue and no lock.
+// The interface-index service: type, place, node and name of an interface. Its callers need no queue and no
+// lock.
 #include <arpa/inet.h>
 
+#include <cstdint>
+#include <cstring>
+#include <string>
+
 #include "emulator/call.h"
+#include "emulator/control.h"
 #include "emulator/exported_services.h"
 #include "emulator/interface_types.h"
+#include "emulator/runtime.h"
+#include "emulator/switch_state.h"
+#include "emulator/text_format.h"
 
 using namespace emulator;
 
 namespace {
 
-// Asks for one number of a port.
+// Answers with one number of a port.
 template <typename Value>
 int answer_value(const char* symbol, std::uint32_t ifIndex, Value* value, Value Port::*field) {
     const Call call(symbol, CallerLock::NotNeeded, [&] { return format("if=0x%08x", ifIndex); });

@@ -1,7 +1,7 @@
-// The interface types of the emulated switch, and where its line cards stand.
+// The interface types, if-indexes and nodes of the emulated switch.
 //
-// Of the types only 26 is fixed by the platform: the run of Ethernet ports after if-index 0x9AFFFFFF. The
-// statistics walkers also take 2 and 5, which are the Ethernet port channel and the management port here.
+// The platform fixes only type 26, of the run of Ethernet ports after if-index 0x9AFFFFFF. The statistics
+// walkers also accept 2 and 5, which are the Ethernet port channel and the management port here.
 #ifndef KESTO_EMULATOR_INTERFACE_TYPES_H
 #define KESTO_EMULATOR_INTERFACE_TYPES_H
 
@@ -17,7 +17,7 @@ enum : std::uint8_t {
     IF_TYPE_ETHERNET = 26,
 };
 
-// if-indexes that the built-in switch and generated switches use; a scenario may use any.
+// If-indexes of the built-in switch and of generated ones; a scenario may use any.
 enum : std::uint32_t {
     IF_INDEX_FC = 0x01000000,         // + slot << 16 + port
     IF_INDEX_FCIP = 0x0A000000,       // + number
@@ -25,7 +25,7 @@ enum : std::uint32_t {
     IF_INDEX_MANAGEMENT = 0xA5000000, // + number
 };
 
-// The supervisor's own node: the node of every interface that the switch does not know.
+// The supervisor's own node: also given as the node of an unknown interface.
 inline constexpr std::uint32_t SUPERVISOR_NODE = 0;
 
 } // namespace emulator

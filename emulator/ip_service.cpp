@@ -1,11 +1,19 @@
 // IP utilities and the IP configuration service.
 #include <arpa/inet.h>
 
-#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <string>
 
 #include "emulator/call.h"
+#include "emulator/control.h"
 #include "emulator/exported_services.h"
 #include "emulator/host_interface.h"
+#include "emulator/runtime.h"
+#include "emulator/switch_state.h"
+#include "emulator/text_format.h"
+#include "platform/platform_records.h"
 
 using namespace emulator;
 

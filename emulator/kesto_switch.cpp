@@ -1,5 +1,6 @@
 // kesto-switch: checks and makes scenarios of the emulated switch.
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -13,7 +14,7 @@ namespace {
 
 constexpr int MOST_FILES = 1 << 20;
 
-// Tells whether a scenario can be loaded, and why it cannot.
+// Prints whether a scenario can be loaded, or why it cannot.
 bool is_good(const std::string& file) {
     try {
         emulator::load_file(file);
@@ -29,7 +30,7 @@ int run(int argc, char** argv) {
     CLI::App app("Checks and makes scenarios of the emulated switch (the files that KESTO_SWITCH names).");
     app.require_subcommand(1);
 
-    CLI::App* check = app.add_subcommand("check", "Read scenarios and say what is wrong with each");
+    CLI::App* check = app.add_subcommand("check", "Read scenarios and report what is wrong with each");
     const CLI::Option* files =
         check->add_option("FILE", "The scenarios")->required()->expected(1, MOST_FILES)->allow_extra_args();
 
@@ -44,7 +45,7 @@ int run(int argc, char** argv) {
     const CLI::App* builtin = app.add_subcommand("builtin", "Print the built-in scenario");
     CLI11_PARSE(app, argc, argv);
 
-    unsetenv("KESTO_SWITCH"); // only the scenario of the command line counts here
+    unsetenv("KESTO_SWITCH"); // only the scenarios on the command line count here
 
     int bad = 0;
     for (const std::string& file : files->results())

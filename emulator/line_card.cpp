@@ -1,18 +1,31 @@
 // How a line card reads a statistics request and makes its reply.
 //
-// Request, all in network order unless noted: byte 4 u16 port number; byte 24 u32 if-index; byte 28 u32 the
-// caller's copy flag (IP) or 1 in host order (Ethernet, TCP); byte 32 u32 the caller's access point (TCP).
-// Every other byte is zero. Reply: u16 status at byte 10, counters big-endian. A TCP reply is followed by
-// messages whose u16 at byte 36, in host order, says whether another one follows.
+// Request: byte 4 u16 port number; byte 24 u32 if-index; byte 28 u32 the caller's copy flag (IP) or 1
+// (Ethernet, TCP); byte 32 u32 the caller's access point (TCP). All of them are in network order, except for
+// the 1, which is in host order; every other byte is zero. Reply: byte 10 u16 status; counters, all of it
+// big-endian. A TCP reply is followed by messages whose u16 at byte 36, in host order, says whether another
+// one follows.
 #include "emulator/line_card.h"
 
 #include <algorithm>
+#include <cstring>
 #include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "emulator/call.h"
+#include "emulator/control.h"
 #include "emulator/exported_services.h"
 #include "emulator/host_interface.h"
 #include "emulator/interface_types.h"
+#include "emulator/runtime.h"
+#include "emulator/switch_state.h"
+#include "emulator/text_format.h"
+#include "emulator/transport.h"
+#include "platform/platform_records.h"
 
 namespace emulator {
 namespace {
@@ -78,7 +91,7 @@ std::uint32_t requested_interface(const Request& request) {
                : static_cast<std::uint32_t>(big_endian(request.payload.subspan(24, 4)));
 }
 
-// The Ethernet counters of a port that is bound to an interface of the host, by byte offset in the reply.
+// The kernel's counters for a port that is bound to an interface of the host, by byte offset in the reply.
 void put_host_counters(Bytes& payload, const HostInterface& host) {
     static const std::map<std::size_t, const char*> COUNTERS = {
         {32, "tx_bytes"},          {40, "collisions"},    {48, "tx_window_errors"},
@@ -89,43 +102,62 @@ void put_host_counters(Bytes& payload, const HostInterface& host) {
         put(payload, offset, 8, host.statistic(name));
 }
 
-// The port's reply of the kind that is asked for; its status alone where there is nothing to tell.
-Bytes make_reply(const Request& request, const Exchange& exchange, std::uint32_t& continuations) {
-    const SwitchState& state = runtime().state;
-    const Port* port = state.find_port(requested_interface(request));
-    std::uint16_t status = CARD_OK;
-    const LineCardReply* reply = nullptr;
-    if (!well_formed(request, exchange)) {
-        status = CARD_MALFORMED;
-    } else if (port == nullptr || port->node != request.node ||
-               port->port != big_endian(request.payload.subspan(4, 2))) {
-        status = CARD_NO_INTERFACE;
-    } else if (!(port->*exchange.reply)) {
-        status = CARD_NO_STATISTICS;
-    } else {
-        reply = &*(port->*exchange.reply);
-    }
-
-    Bytes payload(reply != nullptr && reply->size != 0 ? reply->size : exchange.replySize);
-    if (reply != nullptr) {
-        for (const auto& [offset, counter] : reply->words)
-            put(payload, offset, exchange.wordWidth, state.value(counter));
-        for (const auto& [offset, counter] : reply->longs)
-            put(payload, offset, 8, state.value(counter));
-        if (request.code == CODE_ETHERNET_STATS && !port->device.empty())
-            if (const auto host = read_host_interface(port->device)) put_host_counters(payload, *host);
-        status = reply->status;
-        continuations = reply->continuations;
-    }
-    put(payload, STATUS_OFFSET, 2, status);
-    return payload;
-}
-
 Bytes continuation(bool more) {
     Bytes payload(CONTINUATION_SIZE);
     const std::uint16_t word = more ? 1 : 0;
     std::memcpy(payload.data() + MORE_FOLLOWS_OFFSET, &word, sizeof word);
     return payload;
+}
+
+// CARD_OK if the card has counters for the request, otherwise why it has none.
+std::uint16_t status_for(const Request& request, const Exchange& exchange, const Port* port) {
+    if (!well_formed(request, exchange)) return CARD_MALFORMED;
+    if (port == nullptr || port->node != request.node ||
+        port->port != big_endian(request.payload.subspan(4, 2)))
+        return CARD_NO_INTERFACE;
+    return port->*exchange.reply ? CARD_OK : CARD_NO_STATISTICS;
+}
+
+void put_counters(Bytes& payload, const LineCardReply& reply, std::size_t wordWidth) {
+    const SwitchState& state = runtime().state;
+    for (const auto& [offset, counter] : reply.words)
+        put(payload, offset, wordWidth, state.value(counter));
+    for (const auto& [offset, counter] : reply.longs)
+        put(payload, offset, 8, state.value(counter));
+}
+
+// The port's reply to this kind of request, and for TCP what follows it; a status alone if it has none.
+CardAnswer answer_of_port(const Request& request, const Exchange& exchange) {
+    const Port* port = runtime().state.find_port(requested_interface(request));
+    const std::uint16_t status = status_for(request, exchange, port);
+    CardAnswer answer;
+    if (status != CARD_OK) {
+        answer.payload.resize(exchange.replySize);
+        put(answer.payload, STATUS_OFFSET, 2, status);
+        return answer;
+    }
+    const LineCardReply& reply = *(port->*exchange.reply);
+    answer.payload.resize(reply.size != 0 ? reply.size : exchange.replySize);
+    put_counters(answer.payload, reply, exchange.wordWidth);
+    if (request.code == CODE_ETHERNET_STATS && !port->device.empty())
+        if (const auto host = read_host_interface(port->device)) put_host_counters(answer.payload, *host);
+    put(answer.payload, STATUS_OFFSET, 2, reply.status);
+    if (request.code == CODE_TCP_STATS) {
+        for (std::uint32_t left = reply.continuations; left > 0; --left)
+            answer.continuations.push_back(continuation(left > 1));
+    }
+    return answer;
+}
+
+bool reports_success(const Bytes& payload) {
+    return payload.size() >= STATUS_OFFSET + 2 &&
+           big_endian(std::span(payload).subspan(STATUS_OFFSET, 2)) == CARD_OK;
+}
+
+void enqueue(std::uint32_t token, const Bytes& payload, bool inTime) {
+    auto message = std::make_unique<Message>(token, payload);
+    message->arrived = inTime;
+    runtime().transport.enqueue(std::move(message));
 }
 
 } // namespace
@@ -147,39 +179,19 @@ void answer_request(const Request& request) {
     const Verdict& verdict = call.verdict();
     if (verdict.effect == Effect::NoAnswer || verdict.effect == Effect::Fail) return;
 
-    Bytes payload;
-    std::vector<Bytes> following;
     const auto fixed = runtime().fixedReplies.find(request.code);
-    if (fixed != runtime().fixedReplies.end()) {
-        payload = fixed->second.payload;
-        following = fixed->second.continuations;
-    } else {
-        std::uint32_t continuations = 0;
-        payload = make_reply(request, *exchange, continuations);
-        if (request.code == CODE_TCP_STATS) {
-            for (std::uint32_t left = continuations; left > 0; --left)
-                following.push_back(continuation(left > 1));
-        }
-    }
+    const bool isFixed = fixed != runtime().fixedReplies.end();
+    CardAnswer answer = isFixed ? fixed->second : answer_of_port(request, *exchange);
     if (verdict.effect == Effect::ReplyStatus)
-        put(payload, STATUS_OFFSET, 2, static_cast<std::uint64_t>(verdict.status));
-    if (verdict.effect == Effect::ShortPayload) payload.resize(verdict.size);
-
+        put(answer.payload, STATUS_OFFSET, 2, static_cast<std::uint64_t>(verdict.status));
+    if (verdict.effect == Effect::ShortPayload) answer.payload.resize(verdict.size);
     // A card that reports an error sends nothing more.
-    const bool success =
-        payload.size() >= STATUS_OFFSET + 2 &&
-        big_endian(std::span<const std::uint8_t>(payload).subspan(STATUS_OFFSET, 2)) == CARD_OK;
+    if (!isFixed && !reports_success(answer.payload)) answer.continuations.clear();
+
     const bool inTime = verdict.effect != Effect::LateAnswer;
-    const auto enqueue = [&](std::uint32_t token, const Bytes& bytes) {
-        auto message = std::make_unique<Message>(token, bytes);
-        message->arrived = inTime;
-        runtime().transport.enqueue(std::move(message));
-    };
-    enqueue(request.token, payload);
-    if (success || fixed != runtime().fixedReplies.end()) {
-        for (const Bytes& bytes : following)
-            enqueue(0, bytes);
-    }
+    enqueue(request.token, answer.payload, inTime);
+    for (const Bytes& payload : answer.continuations)
+        enqueue(0, payload, inTime);
 }
 
 } // namespace emulator

@@ -14,7 +14,7 @@ inline constexpr std::uint32_t STATISTICS_SERVICE = 943;
 // What a line card answers at byte 10 of its reply.
 enum : std::uint16_t {
     CARD_OK = 0,
-    CARD_MALFORMED = 1,    // the request's length, port or constants are not as they should be
+    CARD_MALFORMED = 1,    // the request has a wrong length, port number or constant
     CARD_NO_INTERFACE = 2, // no such interface on this node, or another port number
     CARD_NO_STATISTICS = 3 // the interface has no counters of this kind
 };
@@ -24,11 +24,11 @@ struct Request {
     std::span<const std::uint8_t> payload;
 };
 
-// A node that messages can be sent to: one that carries ports, or the supervisor.
+// Whether messages can be sent to the node: it carries ports, or is the supervisor.
 bool node_exists(std::uint32_t node);
 
-// Puts the line card's reply, and what follows it, on the queue. A service or code that nobody serves is
-// never answered.
+// Puts the line card's reply, and what follows it, on the queue. A request to another service, or with
+// another code, is never answered.
 void answer_request(const Request& request);
 
 } // namespace emulator

@@ -1,8 +1,20 @@
-// The message transport as its callers see it. A request is answered at once by the line card it is sent to;
-// the answer waits on the queue until it is received.
+// The message transport as its callers see it. The line card that a request is sent to answers at once; the
+// answer waits on the queue until it is received.
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <span>
+#include <utility>
+#include <vector>
+
 #include "emulator/call.h"
+#include "emulator/control.h"
 #include "emulator/exported_services.h"
 #include "emulator/line_card.h"
+#include "emulator/runtime.h"
+#include "emulator/text_format.h"
+#include "emulator/transport.h"
+#include "platform/platform_records.h"
 
 using namespace emulator;
 
@@ -17,7 +29,7 @@ Message* message_of(const Call& call, const MtsMessage* slot) {
 } // namespace
 
 int init_mts(std::uint32_t* queue) {
-    const Call call("init_mts", CallerLock::Needed, [] { return std::string(); });
+    const Call call("init_mts", CallerLock::Needed);
     if (!call.require(queue != nullptr, "the out-parameter is NULL")) return FAILED;
     if (call.failed()) return call.status() < 0 ? call.status() : FAILED; // only a negative result is failure
     if (runtime().refused) return FAILED;
@@ -51,7 +63,7 @@ int mts_send(std::uint32_t queue, std::uint32_t node, std::uint32_t service, std
 }
 
 std::uint32_t mts_rr_token_get(const MtsMessage* request) {
-    const Call call("mts_rr_token_get", CallerLock::NotNeeded, [] { return std::string(); });
+    const Call call("mts_rr_token_get", CallerLock::NotNeeded);
     const Message* message = message_of(call, request);
     return message == nullptr ? 0 : message->token();
 }
@@ -77,19 +89,19 @@ int mts_recv(std::uint32_t queue, MtsMessage* reply, const void* selector) {
 }
 
 void* mts_payload_get(const MtsMessage* message) {
-    const Call call("mts_payload_get", CallerLock::NotNeeded, [] { return std::string(); });
+    const Call call("mts_payload_get", CallerLock::NotNeeded);
     Message* held = message_of(call, message);
     return held == nullptr ? nullptr : held->payload();
 }
 
 std::uint32_t mts_payload_size(const MtsMessage* message) {
-    const Call call("mts_payload_size", CallerLock::NotNeeded, [] { return std::string(); });
+    const Call call("mts_payload_size", CallerLock::NotNeeded);
     const Message* held = message_of(call, message);
     return held == nullptr ? 0 : held->size();
 }
 
 int mts_drop(std::uint32_t queue, MtsMessage* message) {
-    const Call call("mts_drop", CallerLock::Needed, [] { return std::string(); });
+    const Call call("mts_drop", CallerLock::Needed);
     if (!call.usable(queue)) return FAILED;
     const bool dropped = runtime().transport.drop(message);
     call.require(dropped, "no message, or one that was dropped");
@@ -98,6 +110,6 @@ int mts_drop(std::uint32_t queue, MtsMessage* message) {
 }
 
 std::uint32_t mts_sap_get(std::uint32_t queue) {
-    const Call call("mts_sap_get", CallerLock::Needed, [] { return std::string(); });
+    const Call call("mts_sap_get", CallerLock::Needed);
     return call.usable(queue) ? SERVICE_ACCESS_POINT : 0;
 }

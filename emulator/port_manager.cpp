@@ -2,9 +2,20 @@
 // interface of the host answers with the kernel's values.
 #include <arpa/inet.h>
 
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <string>
+
 #include "emulator/call.h"
+#include "emulator/control.h"
 #include "emulator/exported_services.h"
 #include "emulator/host_interface.h"
+#include "emulator/runtime.h"
+#include "emulator/switch_state.h"
+#include "emulator/text_format.h"
+#include "platform/platform_records.h"
 
 using namespace emulator;
 
@@ -44,7 +55,8 @@ PortCounters counters_of(const Port& port) {
     return row;
 }
 
-// The kernel counts multicast frames among the received packets and tells no broadcast frames apart.
+// The kernel counts multicast frames among the received packets, and does not count broadcast frames
+// separately.
 PortCounters counters_of(const HostInterface& host) {
     const std::uint64_t multicast = host.statistic("multicast");
     const std::uint64_t packets = host.statistic("rx_packets");
@@ -76,7 +88,7 @@ PortInfo* pm_cim_find_interface(int op, std::uint32_t ifIndex, std::uint32_t que
     call.require(op == OP_EXACT, "an operation other than 1");
     PortInfo* row = nullptr;
     if (answer_port(call, &row, runtime().state.find_port(ifIndex)) == OK) return row;
-    std::free(row); // this service has no status beside the row
+    std::free(row); // this service returns no status along with the row
     return nullptr;
 }
 

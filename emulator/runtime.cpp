@@ -1,11 +1,11 @@
-// The process's emulated switch: how it starts, how its faults are judged, how misuse is told.
+// How the emulated switch starts, how its faults are judged, and how misuse is reported.
 #include "emulator/runtime.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <stdexcept>
+#include <utility>
 
 #include "emulator/exported_services.h"
 #include "emulator/scenario.h"
@@ -67,14 +67,14 @@ constexpr std::array SERVICES = {
     "fcport_fill_reference_pm",
 };
 
-constexpr std::size_t LONGEST_MISUSE_REPORT = 100;
+constexpr std::size_t MOST_REPORTED_MISUSES = 100;
 
 void start(Runtime& emulated) {
     const char* file = std::getenv("KESTO_SWITCH");
     try {
         emulated.load(file == nullptr || *file == '\0' ? builtin_switch() : parse_scenario_file(file));
     } catch (const ScenarioError& error) {
-        // A CIM server must survive a bad file: the switch stays dark, and init_mts tells its caller so.
+        // A CIM server must survive a bad file: every table stays empty, and init_mts fails.
         std::fprintf(stderr, "emulated switch: %s\n", error.what());
         emulated.refused = true;
     }
@@ -120,7 +120,7 @@ void Runtime::load(SwitchState loaded) {
 }
 
 void Runtime::count_call(const char* symbol) {
-    const auto found = callCounts.find(symbol); // without making a string of every symbol that is called
+    const auto found = callCounts.find(symbol); // makes no string, unlike operator[]
     if (found != callCounts.end()) {
         ++found->second;
     } else {
@@ -130,7 +130,7 @@ void Runtime::count_call(const char* symbol) {
 
 void Runtime::misuse(const std::string& what) {
     ++misuses;
-    if (misuseTexts.size() < LONGEST_MISUSE_REPORT) misuseTexts.push_back(what);
+    if (misuseTexts.size() < MOST_REPORTED_MISUSES) misuseTexts.push_back(what);
     std::fprintf(stderr, "emulated switch: %s\n", what.c_str());
 }
 

@@ -3,11 +3,11 @@
 #ifndef KESTO_EMULATOR_RUNTIME_H
 #define KESTO_EMULATOR_RUNTIME_H
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <mutex>
-#include <optional>
 #include <random>
 #include <set>
 #include <string>
@@ -20,7 +20,7 @@
 
 namespace emulator {
 
-// What a fault makes of one call.
+// What the faults make of one call.
 struct Verdict {
     Effect effect = Effect::None;
     int status = 0;
@@ -33,7 +33,7 @@ class Faults {
     void add(Fault fault);
     void clear() { armed_.clear(); }
     bool empty() const { return armed_.empty(); }
-    // Counts the call with every fault of the symbol; `actions` receives those that the call sets off.
+    // Counts the call for every fault of the symbol; `actions` receives those of the faults that hit it.
     Verdict judge(std::string_view symbol, const std::string& arguments,
                   std::vector<std::function<void()>>& actions);
 
@@ -46,7 +46,8 @@ class Faults {
     std::vector<Armed> armed_;
 };
 
-struct FixedReply {
+// A line card's reply and the messages that follow it.
+struct CardAnswer {
     std::vector<std::uint8_t> payload;
     std::vector<std::vector<std::uint8_t>> continuations;
 };
@@ -60,7 +61,7 @@ class Runtime {
     bool refused = false; // the scenario of KESTO_SWITCH was bad: the tables are empty, init_mts fails
     Faults faults;
     Transport transport;
-    std::map<std::uint32_t, FixedReply> fixedReplies; // by message code
+    std::map<std::uint32_t, CardAnswer> fixedReplies; // by message code
 
     bool recording = false;
     std::vector<std::string> callLog;
@@ -79,11 +80,11 @@ class Runtime {
     std::set<std::string> kept_;
 };
 
-// Made at the first use, from KESTO_SWITCH or the built-in switch; never destroyed, since threads of the
-// process may still call while it exits.
+// Made at its first use, from KESTO_SWITCH or the built-in switch, and never destroyed, since threads may
+// still call while the process exits.
 Runtime& runtime();
 
-bool is_service(std::string_view symbol); // or LINE_CARD
+bool is_service(std::string_view symbol); // LINE_CARD is one, too
 
 } // namespace emulator
 

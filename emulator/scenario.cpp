@@ -6,6 +6,7 @@
 #include <sstream>
 #include <utility>
 
+#include "emulator/builtin_switch.h"
 #include "emulator/control.h"
 #include "emulator/scenario_draft.h"
 #include "emulator/scenario_faults.h"
@@ -14,6 +15,7 @@
 #include "emulator/scenario_reader.h"
 #include "emulator/scenario_tunnels.h"
 #include "emulator/scenario_values.h"
+#include "platform/platform_records.h"
 
 namespace emulator {
 namespace {

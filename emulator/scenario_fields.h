@@ -1,4 +1,4 @@
-// The members of a scenario's objects that stand for numbers of a record: their names and their places.
+// The members of a scenario's objects that set one number of a record: their names and their places.
 //
 // The names are those of the platform's fields without their common prefix: kfmFcipLinkExtWriteAccel is
 // "writeAccel", kfmFcipEntityTcpPort is "tcpPort".

@@ -1,8 +1,8 @@
-// The members of each object. Those that stand for one number of a record come from scenario_fields.h.
+// The members of each object. Those that set one number of a record come from scenario_fields.h.
 #include "emulator/scenario_objects.h"
 
+#include <iterator>
 #include <string>
-#include <utility>
 
 #include "emulator/scenario_fields.h"
 

@@ -20,10 +20,10 @@ struct ObjectKind {
     std::vector<std::string> members;
 };
 
-// Parses JSON; a syntax error or a member that stands twice is a ScenarioError.
+// Parses JSON; a syntax error or a member that is given twice is a ScenarioError.
 nlohmann::json parse_json(std::string_view text, std::string_view source);
 
-// A value and its place. Whatever is asked of a value of another type or out of range, it refuses.
+// A value and its place. Reading it as another type, or out of range, throws the ScenarioError of refuse().
 class Reader {
   public:
     Reader(const nlohmann::json& value, std::string source) : Reader(value, std::move(source), "") {}

@@ -1,4 +1,4 @@
-// Values that stand in several places of a scenario: numbers in texts, counters, WWNs, addresses and masks.
+// Values that occur in several places of a scenario: numbers in texts, counters, WWNs, addresses and masks.
 #ifndef KESTO_EMULATOR_SCENARIO_VALUES_H
 #define KESTO_EMULATOR_SCENARIO_VALUES_H
 

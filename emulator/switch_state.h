@@ -1,13 +1,12 @@
 // What the emulated switch holds: its tables, each in key order, and the values that move with its clock.
 //
-// A table is a std::map, whose order is the order in which a switch answers get-next requests: numeric,
-// unsigned and, for keys of several numbers, lexicographic.
+// A table is a std::map, which has the order in which a switch answers get-next requests: numeric, unsigned
+// and, for keys of several numbers, lexicographic.
 #ifndef KESTO_EMULATOR_SWITCH_STATE_H
 #define KESTO_EMULATOR_SWITCH_STATE_H
 
 #include <array>
 #include <chrono>
-#include <compare>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -34,7 +33,7 @@ inline TcpConnectionKey table_key(const FcipTcpConnKey& key) {
 // The nine error counters of a link and the four that only its TCP statistics show, in the row's order.
 using LinkErrorCounters = std::array<Counter, 13>;
 
-// Real time since the switch was loaded, or a time that stands still.
+// The real time since the switch was loaded, or a time at which the clock is stopped.
 class Clock {
   public:
     double seconds() const;
@@ -60,13 +59,13 @@ struct SwitchState {
     std::map<std::uint32_t, FcipEntityEntry> entities;
     std::map<std::uint32_t, Port> ports;
     std::map<std::uint32_t, Vsan> vsans;
-    std::vector<Fault> faults; // those that the scenario scripts
+    std::vector<Fault> faults; // those of the scenario
 
     std::uint64_t value(const Counter& counter) const;
     const Port* find_port(std::uint32_t ifIndex) const;
 };
 
-// Fills in what a port leaves open: its names and its node.
+// The port with its names and its node, where they were left open.
 Port completed(Port port);
 
 } // namespace emulator

@@ -2,11 +2,12 @@
 #include "emulator/transport.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace emulator {
 namespace {
 
-// What was sent late and never fetched must not pile up in a server.
+// Late answers that nobody fetches must not pile up in a server.
 constexpr std::size_t LONGEST_QUEUE = 1024;
 
 } // namespace

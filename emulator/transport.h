@@ -1,7 +1,7 @@
 // The message transport's queue and the messages that its callers hold.
 //
-// A message that a caller holds is known by the address in its MtsMessage slot until it is dropped. A waiting
-// message matches a receive that names its token, or one that names none.
+// A message that a caller holds is known by the address in its MtsMessage slot until it is dropped. A receive
+// that names a token takes the message with this token, one that names none takes the next message.
 #ifndef KESTO_EMULATOR_TRANSPORT_H
 #define KESTO_EMULATOR_TRANSPORT_H
 
@@ -11,7 +11,6 @@
 #include <map>
 #include <memory>
 #include <span>
-#include <vector>
 
 #include "platform/platform_records.h"
 
@@ -27,12 +26,12 @@ class Message {
     std::uint32_t size() const { return size_; }
     std::uint8_t* payload() { return payload_.get(); }
 
-    bool arrived = true; // false: only after a receive has waited for it in vain
+    bool arrived = true; // false: it arrives only after a receive has waited for it in vain
 
   private:
     std::uint32_t token_;
     std::uint32_t size_;
-    std::unique_ptr<std::uint8_t[]> payload_; // a block of exactly this size, so that overreads are noticed
+    std::unique_ptr<std::uint8_t[]> payload_; // of exactly this size, so that overreads are noticed
 };
 
 class Transport {
@@ -41,10 +40,10 @@ class Transport {
 
     std::uint32_t next_token() { return ++lastToken_; }
     void enqueue(std::unique_ptr<Message> message);
-    std::unique_ptr<Message> receive(std::uint32_t token); // null: nothing came
+    std::unique_ptr<Message> receive(std::uint32_t token); // null if nothing came
 
     void hand_out(std::unique_ptr<Message> message, MtsMessage* slot);
-    Message* held(const MtsMessage* slot) const; // null: no message, or one that was dropped
+    Message* held(const MtsMessage* slot) const; // null if it is none, or was dropped
     bool drop(MtsMessage* slot);
 
     std::size_t held_count() const { return held_.size(); }

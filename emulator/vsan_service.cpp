@@ -1,9 +1,17 @@
 // VSAN and domain records, and the texts that name a VSAN's computer system.
 //
-// A record is opaque to its owner, who passes it back. What comes back is checked, so that a freed or foreign
-// block is told rather than read.
+// A record is opaque to its owner, who passes it back. It carries a mark of its kind, so that a record of
+// another kind, or another block, is reported rather than read.
+#include <cstdint>
+#include <cstring>
+#include <string>
+
 #include "emulator/call.h"
+#include "emulator/control.h"
 #include "emulator/exported_services.h"
+#include "emulator/runtime.h"
+#include "emulator/switch_state.h"
+#include "emulator/text_format.h"
 
 using namespace emulator;
 
@@ -29,9 +37,10 @@ int answer_record(const Call& call, void** entry, std::uint32_t mark, std::uint3
     return call.answer_bytes(entry, vsan, &record, sizeof record);
 }
 
-// The record behind an argument of the key services; null when it is none. An empty slot is what a caller has
-// from a lookup that succeeded without a record: no key can be made of it, and the caller is not to blame.
-const OpaqueRecord* opened(const Call& call, void** entry, std::uint32_t mark) {
+// The record that an argument of the key services points to; null if there is none. A lookup that succeeded
+// without a record leaves its caller with an empty slot: no key can be made of it, and the caller is not to
+// blame.
+const OpaqueRecord* record_in(const Call& call, void** entry, std::uint32_t mark) {
     if (!call.require(entry != nullptr, "the record's slot is NULL")) return nullptr;
     const auto* record = static_cast<const OpaqueRecord*>(*entry);
     if (record == nullptr) return nullptr;
@@ -64,13 +73,13 @@ int dm_cim_get_dmEntry(std::uint32_t queue, std::uint32_t vsan, std::uint32_t op
 }
 
 int vsan_cim_get_vsan_key(char* text, void** vsanEntry, void** domainEntry) {
-    const Call call("vsan_cim_get_vsan_key", CallerLock::NotNeeded, [] { return std::string(); });
-    const bool vsan = opened(call, vsanEntry, VSAN_RECORD) != nullptr;
-    const OpaqueRecord* domain = opened(call, domainEntry, DOMAIN_RECORD);
+    const Call call("vsan_cim_get_vsan_key", CallerLock::NotNeeded);
+    const bool vsan = record_in(call, vsanEntry, VSAN_RECORD) != nullptr;
+    const OpaqueRecord* domain = record_in(call, domainEntry, DOMAIN_RECORD);
     return write_key(call, text, vsan ? domain : nullptr);
 }
 
 int vsan_cim_get_vsan_admindomain_key(char* text, void** domainEntry) {
-    const Call call("vsan_cim_get_vsan_admindomain_key", CallerLock::NotNeeded, [] { return std::string(); });
-    return write_key(call, text, opened(call, domainEntry, DOMAIN_RECORD));
+    const Call call("vsan_cim_get_vsan_admindomain_key", CallerLock::NotNeeded);
+    return write_key(call, text, record_in(call, domainEntry, DOMAIN_RECORD));
 }
