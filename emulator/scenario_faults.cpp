@@ -38,8 +38,8 @@ Effect read_effect(const Reader& value, const std::string& symbol) {
     const std::string name = value.text(1, 32);
     const auto* const found = std::find_if(std::begin(EFFECTS), std::end(EFFECTS),
                                            [&](const EffectName& effect) { return effect.name == name; });
-    if (found == std::end(EFFECTS)) value.refuse("is no effect of a fault");
-    if (found->ofLineCard && symbol != LINE_CARD) value.refuse("is an effect of the line_card only");
+    if (found == std::end(EFFECTS)) value.refuse("is not an effect of a fault");
+    if (found->ofLineCard && symbol != LINE_CARD) value.refuse("is an effect of line_card only");
     return found->effect;
 }
 
@@ -50,7 +50,7 @@ std::function<void()> read_change(const Reader& object, const Draft& draft) {
     if_there(object, "removeTunnel", [&](const Reader& value) {
         value.expect_object(kind::LINK_KEY);
         removed = {value.at("entityId").u32(), value.at("linkIndex").u32()};
-        if (!draft.state.links.contains(*removed)) value.refuse("is no tunnel of this switch");
+        if (!draft.state.links.contains(*removed)) value.refuse("is not a tunnel of this switch");
     });
     if_there(object, "addTunnel", [&](const Reader& value) { added = tunnel_of(value, draft); });
     if (!removed && !added) return nullptr;
@@ -68,7 +68,7 @@ void read_fault(const Reader& object, Draft& draft) {
     read_description(object);
     Fault fault;
     fault.symbol = object.at("symbol").text(1, 64);
-    if (!is_service(fault.symbol)) object.at("symbol").refuse("is no platform service");
+    if (!is_service(fault.symbol)) object.at("symbol").refuse("is not a platform service");
     if_there(object, "where", [&](const Reader& value) { fault.where = value.text(0, 255); });
     if_there(object, "first", [&](const Reader& value) { fault.first = value.u32(1); });
     if_there(object, "last", [&](const Reader& value) { fault.last = value.u32(fault.first); });

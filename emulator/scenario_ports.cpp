@@ -1,6 +1,7 @@
 // A port: its identity, its configuration, its counters and what its line card answers for it.
 #include "emulator/scenario_ports.h"
 
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -81,7 +82,7 @@ void read_configuration(const Reader& object, const SwitchState& state, Port& po
     if_there(object, "address", [&](const Reader& value) { port.address = value.text(0, 31); });
     if_there(object, "vsan", [&](const Reader& value) {
         port.vsan = value.u32();
-        if (!state.vsans.contains(port.vsan)) value.refuse("is no VSAN of this switch");
+        if (!state.vsans.contains(port.vsan)) value.refuse("is not a VSAN of this switch");
     });
     port.otherVsan = port.vsan;
     if_there(object, "otherVsan", [&](const Reader& value) { port.otherVsan = value.u32(); });
@@ -131,7 +132,7 @@ std::uint32_t read_interface(const Reader& value, const Draft& draft) {
         ifIndex = value.u32();
     }
     if (!ifIndex || (*ifIndex != 0 && !draft.state.ports.contains(*ifIndex)))
-        value.refuse("is no interface of this switch");
+        value.refuse("is not an interface of this switch");
     return *ifIndex;
 }
 

@@ -35,7 +35,7 @@ json parse_json(std::string_view text, std::string_view source) {
     }
     if (!repeated.empty()) {
         throw ScenarioError(std::string(source) + ": the member \"" + repeated +
-                            "\" stands twice in one object");
+                            "\" is given twice in one object");
     }
     return parsed;
 }
@@ -55,7 +55,7 @@ void Reader::expect_object(const ObjectKind& kind) const {
     if (!value_.is_object()) refuse("is not an object");
     for (const auto& [name, value] : value_.items()) {
         if (std::find(kind.members.begin(), kind.members.end(), name) == kind.members.end())
-            inner(value, name).refuse("is not a member of a " + kind.name);
+            inner(value, name).refuse("is not a member of \"" + kind.name + "\"");
     }
 }
 

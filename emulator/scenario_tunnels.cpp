@@ -66,13 +66,13 @@ void read_tcp_connection(const Reader& object, const FcipEntityEntry& profile, c
         object.refuse("has the ports of an earlier connection of the tunnel");
 }
 
-// The link row of a tunnel, apart from what `words` overwrite in it.
+// The link row of a tunnel, before `words` overwrite any of it.
 FcipLinkEntry read_link_row(const Reader& object, const Draft& draft) {
     FcipLinkEntry row{};
     row.kfmFcipEntityId = object.at("entityId").u32();
     row.kfmFcipLinkIndex = object.at("linkIndex").u32();
     if (!draft.state.entities.contains(row.kfmFcipEntityId))
-        object.at("entityId").refuse("is no profile of this switch");
+        object.at("entityId").refuse("is not a profile of this switch");
     object.at("ifIndex"); // every tunnel has one
     row.kfmFcipLinkExtTcpRemPort = FCIP_TCP_PORT;
     row.kfmFcipLinkExtIpCompression = NO_COMPRESSION;

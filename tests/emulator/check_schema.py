@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Checks that the schema of scenarios, the examples, the generator and the loader agree.
 
-Usage: check_schema.py EMULATOR_FOLDER KESTO_SWITCH_PROGRAM
+Usage: check_schema.py EMULATOR_FOLDER KESTO_SWITCH_PROGRAM SCENARIO_MEMBERS_PROGRAM
 
-The schema must accept every example and generated switch, as the loader does. Then every member that the
-schema knows is tried on the loader: each value of an example is replaced by one that the schema refuses, and
-each object gets a member that the schema does not know; the loader must refuse those too.
+The schema must list the members that the loader accepts, object by object, and it must accept every example and
+generated switch, as the loader does. Then every member that the schema lists is tried on the loader: each value
+of an example is replaced by one that the schema refuses, and each object gets a member that the schema does not
+list; the loader must refuse those too.
 """
 import copy
 import json
@@ -17,7 +18,7 @@ import tempfile
 
 import jsonschema
 
-folder, program = pathlib.Path(sys.argv[1]), sys.argv[2]
+folder, program, members_program = pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3]
 schema = json.loads((folder / "switch.schema.json").read_text())
 jsonschema.Draft202012Validator.check_schema(schema)
 validator = jsonschema.Draft202012Validator(schema)
@@ -25,7 +26,7 @@ failures = []
 
 
 def loader_verdicts(candidates):
-    """What the loader says of each scenario: None when it accepts it, otherwise its complaint."""
+    """The loader's complaint about each scenario; None if it accepts it."""
     with tempfile.TemporaryDirectory() as folder_of_candidates:
         files = [os.path.join(folder_of_candidates, f"{number}.json") for number in range(len(candidates))]
         for file, scenario in zip(files, candidates):
@@ -34,7 +35,7 @@ def loader_verdicts(candidates):
     good = {line.removesuffix(": good") for line in result.stdout.splitlines()}
     complaints = dict(line.split(": ", 1) for line in result.stderr.splitlines())
     if good | complaints.keys() != set(files) or (result.returncode == 0) != (not complaints):
-        sys.exit(f"the loader does not speak of every scenario:\n{result.stdout}{result.stderr}")
+        sys.exit(f"the loader does not mention every scenario:\n{result.stdout}{result.stderr}")
     return [complaints.get(file) for file in files]
 
 
@@ -60,6 +61,16 @@ def replaced(scenario, path, replacement):
     at(changed, path[:-1])[path[-1]] = replacement
     return changed
 
+
+printed = subprocess.run([members_program], capture_output=True, text=True, check=True).stdout.splitlines()
+accepted_members = {tuple(line.split(" ")) for line in printed}
+listed_members = {(name, member) for name, definition in schema["$defs"].items()
+                  for member in definition.get("properties", ())}
+if len(accepted_members) != len(printed):
+    failures.append("the loader has a member twice")
+for name, member in sorted(accepted_members ^ listed_members):
+    only = "loader" if (name, member) in accepted_members else "schema"
+    failures.append(f"{name}.{member}: known to the {only} only")
 
 examples = sorted((folder / "examples").glob("*.json"))
 if len(examples) < 2:
@@ -94,8 +105,8 @@ for (what, scenario), complaint in zip(changes.items(), loader_verdicts(list(cha
 if refused < 100:
     failures.append(f"only {refused} changes were refused: the check does not check")
 
-# Every member of the schema reaches the loader, which knows it: an object that has it with a wrong value is
-# refused for that value and not for the member.
+# The loader reads every member of the schema: an object that has the member with a wrong value is refused for
+# that value and not for the member.
 OBJECTS = {
     "scenario": (), "system": ("system",), "ip": ("ip",), "vsan": ("vsans", 0), "domain": ("vsans", 0, "domain"),
     "port": ("ports", 0), "portCounters": ("ports", 0, "counters"), "ipStats": ("ports", 0, "ipStats"),

@@ -1,4 +1,4 @@
-// The CIM objects that the platform makes, seen by a broker that has the members of CMPI 1.0 only.
+// The CIM objects that the platform makes, as seen by a broker that has only the functions of CMPI 1.0.
 #include "tests/emulator/emulator_test.h"
 #include "tests/support/recording_broker.h"
 

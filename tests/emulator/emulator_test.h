@@ -1,9 +1,9 @@
-// What the emulated switch's own tests share: a fixture that starts from the built-in switch and ends with no
+// What the emulated switch's own tests share: a fixture that starts from the built-in switch and allows no
 // misuse, and rows that free themselves.
 #ifndef KESTO_TESTS_EMULATOR_EMULATOR_TEST_H
 #define KESTO_TESTS_EMULATOR_EMULATOR_TEST_H
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -18,7 +18,7 @@ namespace emulator_test {
 // Ports of the built-in switch.
 inline constexpr std::uint32_t ETHERNET_1_1 = 0x9B010001;
 inline constexpr std::uint32_t ETHERNET_1_2 = 0x9B010002;
-inline constexpr std::uint32_t ETHERNET_2_1 = 0x9B020001; // bound to the host
+inline constexpr std::uint32_t ETHERNET_2_1 = 0x9B020001; // shows a network interface of the host
 inline constexpr std::uint32_t MANAGEMENT = 0xA5000000;
 inline constexpr std::uint32_t FCIP_1 = 0x0A000001;
 inline constexpr std::uint32_t FC_1_1 = 0x01010001;
@@ -34,14 +34,14 @@ class EmulatorTest : public testing::Test {
         emulator::reset();
     }
 
-    // Ends a test that misuses the switch on purpose: these misuses and no others were told.
+    // Ends a test that misuses the switch on purpose: these misuses and no others were reported.
     static void expect_misuse(const std::string& report) {
         EXPECT_EQ(emulator::misuse_report(), report);
         emulator::clear_misuse();
     }
 };
 
-// The same with the lock held, as most services ask.
+// The same with the lock held, as most services require.
 class LockedTest : public EmulatorTest {
   protected:
     void SetUp() override {

@@ -11,9 +11,6 @@
 namespace emulator_test {
 namespace {
 
-using testing::HasSubstr;
-using testing::StartsWith;
-
 struct Outcome {
     int status;
     std::string output; // standard output and error
@@ -59,18 +56,18 @@ TEST(Environment, FileIsTheSwitch) {
     EXPECT_EQ(outcome.output, "init_mts good, 1 tunnels, lab-sw9\n");
 }
 
-TEST(Environment, BadFileIsToldAndLeavesADarkSwitch) {
+TEST(Environment, BadFileIsReportedAndLeavesADarkSwitch) {
     const std::string path = file_with("bad-switch.json", R"({"system": {"hostName": 1}})");
     const Outcome outcome = run("KESTO_SWITCH=" + quoted(path) + " " + STARTER);
     EXPECT_EQ(outcome.output, "emulated switch: " + path +
                                   ": /system/hostName: is not a text\ninit_mts failed, 0 tunnels, switch\n");
-    EXPECT_EQ(outcome.status, 0) << "the process goes on";
+    EXPECT_EQ(outcome.status, 0) << "the process keeps running";
 }
 
-TEST(Environment, MissingFileIsTold) {
+TEST(Environment, MissingFileIsReported) {
     const Outcome outcome = run("KESTO_SWITCH=/nowhere.json " + STARTER);
-    EXPECT_THAT(outcome.output,
-                StartsWith("emulated switch: /nowhere.json: cannot be read\ninit_mts failed"));
+    EXPECT_EQ(outcome.output,
+              "emulated switch: /nowhere.json: cannot be read\ninit_mts failed, 0 tunnels, switch\n");
 }
 
 TEST(Program, ChecksAFile) {
@@ -78,7 +75,7 @@ TEST(Program, ChecksAFile) {
     EXPECT_EQ(run(PROGRAM + " check " + quoted(good)).output, good + ": good\n");
     const std::string bad = file_with("bad-member.json", "{\"tunnel\": []}");
     const Outcome outcome = run("KESTO_SWITCH=/nowhere.json " + PROGRAM + " check " + quoted(bad));
-    EXPECT_EQ(outcome.output, bad + ": /tunnel: is not a member of a scenario\n");
+    EXPECT_EQ(outcome.output, bad + ": /tunnel: is not a member of \"scenario\"\n");
     EXPECT_EQ(outcome.status, 1);
 }
 
@@ -86,7 +83,8 @@ TEST(Program, GeneratesWhatItAccepts) {
     const std::string path = testing::TempDir() + "generated-switch.json";
     EXPECT_EQ(run(PROGRAM + " generate --tunnels 25 --seed 3 > " + quoted(path)).status, 0);
     EXPECT_EQ(run(PROGRAM + " check " + quoted(path)).status, 0);
-    EXPECT_THAT(run("KESTO_SWITCH=" + quoted(path) + " " + STARTER).output, HasSubstr("25 tunnels"));
+    EXPECT_EQ(run("KESTO_SWITCH=" + quoted(path) + " " + STARTER).output,
+              "init_mts good, 25 tunnels, generated-sw1\n");
 }
 
 TEST(Program, RefusesWhatItCannotGenerate) {

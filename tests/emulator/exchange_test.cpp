@@ -29,7 +29,7 @@ std::uint64_t big_endian(std::span<const std::uint8_t> bytes, std::size_t offset
 
 class Exchange : public LockedTest {
   protected:
-    // A request as the line card wants it.
+    // A request as the line card expects it.
     static Bytes request_for(std::uint32_t code, std::uint32_t ifIndex) {
         Bytes payload(code == CODE_TCP ? 40 : 32);
         std::uint16_t port = 0xFFFF;
@@ -43,7 +43,7 @@ class Exchange : public LockedTest {
         return payload;
     }
 
-    // Sends and drops a request; its token, or nothing.
+    // Sends and drops a request; returns its token, or nothing when the send failed.
     static std::optional<std::uint32_t> send(std::uint32_t node, std::uint32_t code, const Bytes& payload,
                                              std::uint32_t service = STATISTICS_SERVICE) {
         MtsMessage request{};
@@ -55,7 +55,7 @@ class Exchange : public LockedTest {
         return token;
     }
 
-    // Receives and drops a message; its payload, or nothing.
+    // Receives and drops a message; returns its payload, or nothing when none came.
     static std::optional<Bytes> receive(std::uint32_t token) {
         MtsSelector selector{};
         selector.kind = 1;
@@ -163,7 +163,7 @@ TEST_F(Exchange, EachMalformedByteOfARequestIsNoticed) {
     }
 }
 
-TEST_F(Exchange, AnotherNodeKnowsNothingOfThePort) {
+TEST_F(Exchange, AnotherNodeDoesNotKnowThePort) {
     const Bytes payload = request_for(CODE_IP, ETHERNET_1_1);
     EXPECT_EQ(status_of(receive(send(idxmap_node_by_if_index(ETHERNET_2_1), CODE_IP, payload).value())), 2U);
     EXPECT_FALSE(send(0x4711, CODE_IP, payload)) << "a node that does not exist";
@@ -230,42 +230,32 @@ TEST_F(Exchange, AClosedQueueCarriesNothing) {
 }
 
 TEST_F(Exchange, CardThatNeverAnswers) {
-    emulator::Fault fault;
-    fault.symbol = emulator::LINE_CARD;
-    fault.where = "code=1917";
-    fault.effect = emulator::Effect::NoAnswer;
-    emulator::add_fault(fault);
+    emulator::add_fault(
+        {.symbol = emulator::LINE_CARD, .where = "code=1917", .effect = emulator::Effect::NoAnswer});
     EXPECT_FALSE(ask(CODE_IP, ETHERNET_1_1));
     EXPECT_EQ(ask(CODE_ETHERNET, ETHERNET_1_1)->size(), 256U);
 }
 
 TEST_F(Exchange, LateAnswerArrivesAfterTheReceiveThatWaitedForIt) {
-    emulator::Fault fault;
-    fault.symbol = emulator::LINE_CARD;
-    fault.effect = emulator::Effect::LateAnswer;
-    emulator::add_fault(fault);
+    emulator::add_fault({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::LateAnswer});
     const std::uint32_t token = send(0x0101, CODE_IP, request_for(CODE_IP, ETHERNET_1_1)).value();
     EXPECT_FALSE(receive(token));
-    EXPECT_EQ(receive(0)->size(), 172U) << "whoever takes the next message gets it";
+    EXPECT_EQ(receive(0)->size(), 172U) << "it is the next message for any receiver";
 }
 
 TEST_F(Exchange, ShortPayloadHasJustItsBytes) {
-    emulator::Fault fault;
-    fault.symbol = emulator::LINE_CARD;
-    fault.effect = emulator::Effect::ShortPayload;
-    fault.size = 11;
-    emulator::add_fault(fault);
+    emulator::add_fault(
+        {.symbol = emulator::LINE_CARD, .effect = emulator::Effect::ShortPayload, .size = 11});
     EXPECT_EQ(ask(CODE_TCP, ETHERNET_1_1)->size(), 11U);
     EXPECT_EQ(emulator::messages_queued(), 0U) << "a reply without a status is followed by nothing";
 }
 
 TEST_F(Exchange, ReplyStatusIsTheFaults) {
-    emulator::Fault fault;
-    fault.symbol = emulator::LINE_CARD;
-    fault.first = fault.last = 2;
-    fault.effect = emulator::Effect::ReplyStatus;
-    fault.status = 0x1234;
-    emulator::add_fault(fault);
+    emulator::add_fault({.symbol = emulator::LINE_CARD,
+                         .first = 2,
+                         .last = 2,
+                         .effect = emulator::Effect::ReplyStatus,
+                         .status = 0x1234});
     EXPECT_EQ(status_of(ask(CODE_IP, ETHERNET_1_1)), 0U);
     EXPECT_EQ(status_of(ask(CODE_IP, ETHERNET_1_1)), 0x1234U);
     EXPECT_EQ(status_of(ask(CODE_IP, ETHERNET_1_1)), 0U);

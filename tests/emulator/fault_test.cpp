@@ -7,7 +7,7 @@
 namespace emulator_test {
 namespace {
 
-using testing::ElementsAre;
+using Outcomes = std::vector<bool>; // of calls in order: true = success
 
 class Faults : public LockedTest {
   protected:
@@ -16,16 +16,8 @@ class Faults : public LockedTest {
         return fcip_get_entity_entry(mts_q, op, id, row.slot(), 5);
     }
 
-    static emulator::Fault fault_of(const char* symbol, emulator::Effect effect, int status = 7) {
-        emulator::Fault fault;
-        fault.symbol = symbol;
-        fault.effect = effect;
-        fault.status = status;
-        return fault;
-    }
-
-    static std::vector<bool> outcomes(int calls) {
-        std::vector<bool> results;
+    static Outcomes outcomes(int calls) {
+        Outcomes results;
         for (int i = 0; i < calls; ++i)
             results.push_back(get_entity(1) == 0);
         return results;
@@ -41,30 +33,24 @@ TEST_F(Faults, NthCallFailsOnce) {
 
 TEST_F(Faults, EveryCallFailsUntilTheFaultsAreCleared) {
     emulator::fail_always("fcip_get_entity_entry");
-    EXPECT_THAT(outcomes(3), ElementsAre(false, false, false));
+    EXPECT_EQ(outcomes(3), Outcomes({false, false, false}));
     emulator::clear_faults();
     EXPECT_EQ(get_entity(1), 0);
 }
 
 TEST_F(Faults, CountStartsWhenTheFaultIsAdded) {
-    EXPECT_THAT(outcomes(2), ElementsAre(true, true));
+    EXPECT_EQ(outcomes(2), Outcomes({true, true}));
     emulator::fail_call("fcip_get_entity_entry", 1);
-    EXPECT_THAT(outcomes(2), ElementsAre(false, true));
+    EXPECT_EQ(outcomes(2), Outcomes({false, true}));
 }
 
 TEST_F(Faults, RangeOfCalls) {
-    emulator::Fault fault = fault_of("fcip_get_entity_entry", emulator::Effect::Fail);
-    fault.first = 2;
-    fault.last = 3;
-    emulator::add_fault(fault);
-    EXPECT_THAT(outcomes(4), ElementsAre(true, false, false, true));
+    emulator::add_fault({.symbol = "fcip_get_entity_entry", .first = 2, .last = 3});
+    EXPECT_EQ(outcomes(4), Outcomes({true, false, false, true}));
 }
 
 TEST_F(Faults, OnlyCallsWithTheArgumentsCount) {
-    emulator::Fault fault = fault_of("fcip_get_entity_entry", emulator::Effect::Fail);
-    fault.where = "op=1 id=2";
-    fault.first = 2;
-    emulator::add_fault(fault);
+    emulator::add_fault({.symbol = "fcip_get_entity_entry", .where = "op=1 id=2", .first = 2, .status = 7});
     EXPECT_EQ(get_entity(2), 0);
     EXPECT_EQ(get_entity(1), 0);
     EXPECT_EQ(get_entity(1, 2), 0);
@@ -72,15 +58,12 @@ TEST_F(Faults, OnlyCallsWithTheArgumentsCount) {
 }
 
 TEST_F(Faults, RandomFaultsRepeatWithTheSeed) {
-    emulator::Fault fault = fault_of("fcip_get_entity_entry", emulator::Effect::Fail);
-    fault.probability = 0.5;
-    const auto withSeed = [&](std::uint32_t seed) {
+    const auto withSeed = [](std::uint32_t seed) {
         emulator::clear_faults();
-        fault.seed = seed;
-        emulator::add_fault(fault);
+        emulator::add_fault({.symbol = "fcip_get_entity_entry", .probability = 0.5, .seed = seed});
         return outcomes(200);
     };
-    const std::vector<bool> first = withSeed(1);
+    const Outcomes first = withSeed(1);
     EXPECT_EQ(withSeed(1), first);
     EXPECT_NE(withSeed(2), first);
     const auto failures = std::count(first.begin(), first.end(), false);
@@ -89,13 +72,14 @@ TEST_F(Faults, RandomFaultsRepeatWithTheSeed) {
 }
 
 TEST_F(Faults, FailureMayStoreARow) {
-    emulator::add_fault(fault_of("fcip_get_entity_entry", emulator::Effect::FailWithRow));
+    emulator::add_fault(
+        {.symbol = "fcip_get_entity_entry", .effect = emulator::Effect::FailWithRow, .status = 7});
     Row<FcipEntityEntry> row;
     EXPECT_EQ(fcip_get_entity_entry(mts_q, 1, 3, row.slot(), 5), 7);
     ASSERT_TRUE(row);
     EXPECT_EQ(row->kfmFcipEntityId, 3U);
     EXPECT_EQ(fcip_get_entity_entry(mts_q, 1, 999, row.slot(), 5), 7);
-    ASSERT_TRUE(row) << "also where the switch has no such row";
+    ASSERT_TRUE(row) << "even where the switch has no such row";
     EXPECT_EQ(row->kfmFcipEntityId, 0U);
 }
 
@@ -108,7 +92,7 @@ TEST_F(Faults, FailureLeavesTheSlotAlone) {
 }
 
 TEST_F(Faults, SuccessMayComeWithoutARow) {
-    emulator::add_fault(fault_of("fcip_get_entity_entry", emulator::Effect::SucceedWithoutRow));
+    emulator::add_fault({.symbol = "fcip_get_entity_entry", .effect = emulator::Effect::SucceedWithoutRow});
     FcipEntityEntry mark{};
     FcipEntityEntry* row = &mark;
     EXPECT_EQ(fcip_get_entity_entry(mts_q, 1, 1, &row, 5), 0);
@@ -118,7 +102,8 @@ TEST_F(Faults, SuccessMayComeWithoutARow) {
 TEST_F(Faults, ServicesWithoutAStatusGiveNothing) {
     emulator::fail_always("pm_cim_find_interface");
     EXPECT_EQ(pm_cim_find_interface(1, FCIP_1, mts_q), nullptr);
-    emulator::add_fault(fault_of("pm_cim_find_interface", emulator::Effect::FailWithRow));
+    emulator::clear_faults();
+    emulator::add_fault({.symbol = "pm_cim_find_interface", .effect = emulator::Effect::FailWithRow});
     EXPECT_EQ(pm_cim_find_interface(1, FCIP_1, mts_q), nullptr);
 }
 
@@ -197,10 +182,13 @@ TEST_F(Faults, EachServiceWithAStatusCanFail) {
 }
 
 TEST_F(Faults, TablesMayChangeBetweenTwoCalls) {
-    emulator::Fault fault = fault_of("fcip_get_link_entry", emulator::Effect::None);
-    fault.first = fault.last = 2;
-    fault.action = [] { emulator::remove_link({1, 1}); };
-    emulator::add_fault(fault);
+    emulator::add_fault({.symbol = "fcip_get_link_entry",
+                         .first = 2,
+                         .last = 2,
+                         .effect = emulator::Effect::None,
+                         .action = [] {
+                             emulator::remove_link({1, 1});
+                         }});
     FcipLinkKey key{0, 0};
     Row<FcipLinkEntry> row;
     std::vector<std::uint32_t> indexes;
@@ -208,13 +196,13 @@ TEST_F(Faults, TablesMayChangeBetweenTwoCalls) {
         key = {row->kfmFcipEntityId, row->kfmFcipLinkIndex};
         indexes.push_back(key.linkIndex);
     }
-    EXPECT_THAT(indexes, ElementsAre(0, 2, 3, 4));
+    EXPECT_EQ(indexes, (std::vector<std::uint32_t>{0, 2, 3, 4}));
 }
 
 TEST_F(Faults, ActionMayClearTheFaults) {
-    emulator::Fault fault = fault_of("getCSName", emulator::Effect::None);
-    fault.action = [] { emulator::clear_faults(); };
-    emulator::add_fault(fault);
+    emulator::add_fault({.symbol = "getCSName", .effect = emulator::Effect::None, .action = [] {
+                             emulator::clear_faults();
+                         }});
     EXPECT_STRNE(getCSName(), "");
     EXPECT_STRNE(getCSName(), "");
 }
@@ -225,7 +213,7 @@ TEST_F(Faults, ScenarioScriptsFaultsAndChanges) {
     mutex_lock();
     Row<PortCounters> row;
     EXPECT_EQ(pm_get_port_counters(mts_q, ETHERNET_1_1, 0, 6, row.slot(), 0), 0);
-    EXPECT_EQ(row->inBytes + 0, 2000U) << "the clock stands at 10 seconds";
+    EXPECT_EQ(row->inBytes + 0, 2000U) << "the clock is stopped at 10 seconds";
     EXPECT_EQ(pm_get_port_counters(mts_q, ETHERNET_1_1, 0, 6, row.slot(), 0), 0);
     EXPECT_EQ(pm_get_port_counters(mts_q, ETHERNET_1_1, 0, 6, row.slot(), 0), 5);
     EXPECT_TRUE(row);

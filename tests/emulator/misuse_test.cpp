@@ -1,4 +1,4 @@
-// What the emulated switch tells its callers off for.
+// What counts as misuse of the emulated switch.
 #include <atomic>
 #include <cstring>
 #include <thread>
@@ -13,7 +13,7 @@ class Misuse : public EmulatorTest {};
 
 TEST_F(Misuse, ServiceWithoutTheLock) {
     Row<FcipEntityEntry> row;
-    EXPECT_EQ(fcip_get_entity_entry(mts_q, 1, 1, row.slot(), 5), 0) << "it answers all the same";
+    EXPECT_EQ(fcip_get_entity_entry(mts_q, 1, 1, row.slot(), 5), 0) << "it answers nevertheless";
     EXPECT_EQ(emulator::misuse_count(), 1U);
     expect_misuse("fcip_get_entity_entry: called without the lock\n");
 }
@@ -169,12 +169,12 @@ TEST_F(Misuse, FailingInitMtsIsNegativeAndLeavesTheHandle) {
     EXPECT_EQ(mts_q, 0U);
 }
 
-TEST_F(Misuse, IsToldOnStderrAndTheReportIsBounded) {
+TEST_F(Misuse, IsPrintedOnStderrAndTheReportIsBounded) {
     testing::internal::CaptureStderr();
     for (int i = 0; i < 150; ++i)
         CSgetName(mts_q);
-    const std::string told = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(told.substr(0, told.find('\n')), "emulated switch: CSgetName: called without the lock");
+    const std::string printed = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(printed.substr(0, printed.find('\n')), "emulated switch: CSgetName: called without the lock");
     EXPECT_EQ(emulator::misuse_count(), 150U);
     const std::string report = emulator::misuse_report();
     EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 100);

@@ -1,4 +1,4 @@
-// Scenarios: what is refused and how that is told, and what the loader makes of the members.
+// Scenarios: what is refused and with which message, and what the loader makes of the members.
 #include <cstring>
 #include <fstream>
 #include <ostream>
@@ -10,9 +10,6 @@
 
 namespace emulator_test {
 namespace {
-
-using testing::HasSubstr;
-using testing::StartsWith;
 
 std::string refusal(const std::string& text) {
     try {
@@ -65,11 +62,11 @@ TEST_P(BadScenario, IsRefusedWithItsPlace) {
 }
 
 const Refused REFUSED[] = {
-    {"UnknownMember", R"("vsans")", R"("vlans")", "/vlans: is not a member of a scenario"},
+    {"UnknownMember", R"("vsans")", R"("vlans")", "/vlans: is not a member of \"scenario\""},
     {"UnknownMemberOfATunnel", R"("linkIndex")", R"("index")",
-     "/tunnels/0/index: is not a member of a tunnel"},
+     "/tunnels/0/index: is not a member of \"tunnel\""},
     {"UnknownCounter", R"("inBytes")", R"("in/~Bytes")",
-     "/ports/1/counters/in~1~0Bytes: is not a member of a portCounters"},
+     "/ports/1/counters/in~1~0Bytes: is not a member of \"portCounters\""},
     {"MissingSystem", R"("system")", R"("description")", "/description: is not a text"},
     {"MissingName", R"("name": "n", )", "", "/system: has no member \"name\""},
     {"WrongTypeOfArray", R"([{"id": 1, "domain": {"systemName": "one"}}, {"id": 2}])", "{}",
@@ -103,7 +100,7 @@ const Refused REFUSED[] = {
     {"BadIfIndex", R"("0x9b010001")", R"("9b010001")",
      "/ports/1/ifIndex: is neither a number nor a text such as \"0x9b010001\""},
     {"NegativeRate", R"("rate": 2)", R"("rate": -2)", "/ports/1/counters/inBytes/rate: is out of range"},
-    {"OffsetBehindTheReply", R"({"168": 4})", R"({"169": 4})",
+    {"OffsetBeyondTheReply", R"({"168": 4})", R"({"169": 4})",
      "/ports/1/ipStats/words/169: is not named by a number from 0 to 168"},
     {"OffsetThatIsNoNumber", R"({"168": 4})", R"({"one": 4})",
      "/ports/1/ipStats/words/one: is not named by a number from 0 to 168"},
@@ -116,24 +113,25 @@ const Refused REFUSED[] = {
      "/profiles/1/entityId: is the entityId of an earlier profile"},
     {"DuplicateConnection", R"([{"connectionPurpose": 1}])", R"([{}, {"localPort": 3225}])",
      "/tunnels/0/tcpConnections/1: has the ports of an earlier connection of the tunnel"},
-    {"DuplicateMember", R"("id": 2)", R"("id": 2, "id": 3)", "the member \"id\" stands twice in one object"},
-    {"MissingVsan", R"("vsan": 1)", R"("vsan": 9)", "/ports/0/vsan: is no VSAN of this switch"},
+    {"DuplicateMember", R"("id": 2)", R"("id": 2, "id": 3)",
+     "the member \"id\" is given twice in one object"},
+    {"MissingVsan", R"("vsan": 1)", R"("vsan": 9)", "/ports/0/vsan: is not a VSAN of this switch"},
     {"MissingProfile", R"("entityId": 1, "linkIndex")", R"("entityId": 2, "linkIndex")",
-     "/tunnels/0/entityId: is no profile of this switch"},
+     "/tunnels/0/entityId: is not a profile of this switch"},
     {"MissingInterface", R"("ifIndex": "fcip1")", R"("ifIndex": "fcip2")",
-     "/tunnels/0/ifIndex: is no interface of this switch"},
+     "/tunnels/0/ifIndex: is not an interface of this switch"},
     {"MissingInterfaceNumber", R"("ethIfIndex": "GigabitEthernet1/1")", R"("ethIfIndex": 7)",
-     "/tunnels/0/ethIfIndex: is no interface of this switch"},
-    {"UnknownSymbol", "getCSName", "getName", "/faults/0/symbol: is no platform service"},
+     "/tunnels/0/ethIfIndex: is not an interface of this switch"},
+    {"UnknownSymbol", "getCSName", "getName", "/faults/0/symbol: is not a platform service"},
     {"UnknownEffect", R"("effect": "fail")", R"("effect": "explode")",
-     "/faults/0/effect: is no effect of a fault"},
+     "/faults/0/effect: is not an effect of a fault"},
     {"EffectOfTheLineCard", R"("effect": "fail")", R"("effect": "noAnswer")",
-     "/faults/0/effect: is an effect of the line_card only"},
+     "/faults/0/effect: is an effect of line_card only"},
     {"LastBeforeFirst", R"("effect": "fail")", R"("effect": "fail", "first": 3, "last": 2)",
      "/faults/0/last: is not in the range 3 to 4294967295"},
     {"TunnelToRemove", R"("effect": "fail")",
      R"("effect": "none", "removeTunnel": {"entityId": 1, "linkIndex": 1})",
-     "/faults/0/removeTunnel: is no tunnel of this switch"},
+     "/faults/0/removeTunnel: is not a tunnel of this switch"},
 };
 
 INSTANTIATE_TEST_SUITE_P(, BadScenario, testing::ValuesIn(REFUSED),
@@ -142,9 +140,10 @@ INSTANTIATE_TEST_SUITE_P(, BadScenario, testing::ValuesIn(REFUSED),
 class Scenario : public EmulatorTest {};
 
 TEST_F(Scenario, SyntaxErrorNamesItsLine) {
-    EXPECT_THAT(refusal("{\n  \"system\": {,}\n}"), StartsWith("bad.json: parse error at line 2, column 14"));
-    EXPECT_THAT(refusal(""), StartsWith("bad.json: parse error at line 1"));
-    EXPECT_THAT(refusal("[]"), HasSubstr("/: is not an object"));
+    const auto startOf = [](const std::string& text) { return text.substr(0, text.find(": ", 10)); };
+    EXPECT_EQ(startOf(refusal("{\n  \"system\": {,}\n}")), "bad.json: parse error at line 2, column 14");
+    EXPECT_EQ(startOf(refusal("")), "bad.json: parse error at line 1, column 1");
+    EXPECT_EQ(refusal("[]"), "bad.json: /: is not an object");
 }
 
 TEST_F(Scenario, DuplicateTunnelIsRefused) {

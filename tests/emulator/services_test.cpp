@@ -10,13 +10,13 @@
 namespace emulator_test {
 namespace {
 
-using testing::ElementsAre;
-using testing::StartsWith;
+using Numbers = std::vector<std::uint32_t>;
+using Texts = std::vector<std::string>;
 
 class PortManager : public LockedTest {
   protected:
-    static std::vector<std::uint32_t> walk_from(std::uint32_t ifIndex) {
-        std::vector<std::uint32_t> found;
+    static Numbers walk_from(std::uint32_t ifIndex) {
+        Numbers found;
         Row<PortInfo> row;
         while (pm_cim_get_port_info(row.slot(), 0, ifIndex, mts_q) == 0)
             found.push_back(ifIndex = row->ifIndex);
@@ -24,16 +24,12 @@ class PortManager : public LockedTest {
         return found;
     }
     static emulator::Port port(std::uint32_t ifIndex, std::uint8_t type) {
-        emulator::Port made;
-        made.ifIndex = ifIndex;
-        made.type = type;
-        made.name = "port" + std::to_string(ifIndex);
-        return made;
+        return {.ifIndex = ifIndex, .type = type, .name = "port" + std::to_string(ifIndex)};
     }
 };
 
 TEST_F(PortManager, EthernetPortsAreOneRunAfterTheStartIndex) {
-    EXPECT_THAT(walk_from(0x9AFFFFFF), ElementsAre(ETHERNET_1_1, ETHERNET_1_2, ETHERNET_2_1, MANAGEMENT));
+    EXPECT_EQ(walk_from(0x9AFFFFFF), Numbers({ETHERNET_1_1, ETHERNET_1_2, ETHERNET_2_1, MANAGEMENT}));
     std::uint8_t type = 0;
     for (const std::uint32_t ifIndex : {ETHERNET_1_1, ETHERNET_1_2, ETHERNET_2_1}) {
         EXPECT_EQ(if_index_get_type(ifIndex, &type), 0);
@@ -47,8 +43,8 @@ TEST_F(PortManager, OrderIsUnsigned) {
     emulator::clear_ports();
     for (const std::uint32_t ifIndex : {0xFFFFFFFFU, 0x7FFFFFFFU, 1U, 0x80000000U, 0U})
         emulator::add_port(port(ifIndex, 26));
-    EXPECT_THAT(walk_from(0), ElementsAre(1, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF));
-    EXPECT_THAT(emulator::port_indexes(), ElementsAre(0, 1, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF));
+    EXPECT_EQ(walk_from(0), Numbers({1, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF}));
+    EXPECT_EQ(emulator::port_indexes(), Numbers({0, 1, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF}));
 }
 
 TEST_F(PortManager, RowCarriesTheVsansOfThePort) {
@@ -182,10 +178,7 @@ TEST_F(VsanService, UnknownVsanAndVsanWithoutDomainFail) {
     Row<void> entry;
     EXPECT_NE(vsan_cim_get_vsanEntry(mts_q, 3, entry.slot()), 0);
     EXPECT_NE(dm_cim_get_dmEntry(mts_q, 3, 1, entry.slot()), 0);
-    emulator::Vsan bare;
-    bare.id = 3;
-    bare.hasDomain = false;
-    emulator::add_vsan(bare);
+    emulator::add_vsan({.id = 3, .hasDomain = false});
     EXPECT_NE(dm_cim_get_dmEntry(mts_q, 3, 1, entry.slot()), 0);
     EXPECT_FALSE(entry);
     EXPECT_EQ(vsan_cim_get_vsanEntry(mts_q, 3, entry.slot()), 0);
@@ -200,7 +193,7 @@ TEST_F(VsanService, ForeignRecordIsRefused) {
     Row<void> vsan;
     ASSERT_EQ(vsan_cim_get_vsanEntry(mts_q, 1, vsan.slot()), 0);
     EXPECT_NE(vsan_cim_get_vsan_key(text, vsan.current(), vsan.current()), 0)
-        << "a VSAN record is no domain record";
+        << "a VSAN record is not a domain record";
     expect_misuse(
         "vsan_cim_get_vsan_admindomain_key: not the record that this key is made of\n"
         "vsan_cim_get_vsan_key: not the record that this key is made of\n");
@@ -234,7 +227,7 @@ TEST_F(EmulatorTest, AddressTextIsCutAndAlwaysTerminated) {
 TEST_F(EmulatorTest, AddressComparisonLooksAtFamilyAndItsBytes) {
     IpAddr four = address(AF_INET, "10.0.0.1");
     IpAddr same = four;
-    same.addr[15] = 9; // behind the four bytes of an IPv4 address
+    same.addr[15] = 9; // after the four bytes of an IPv4 address
     EXPECT_EQ(ip_addr_compare(&four, &same), 0);
     same.addr[3] = 2;
     EXPECT_NE(ip_addr_compare(&four, &same), 0);
@@ -265,9 +258,9 @@ TEST_F(IpConfiguration, SwitchWideValues) {
     Row<void> reply;
     std::uint32_t length = 8;
     ASSERT_EQ(cmi_req_resp(873, 1, 0, reply.slot(), &length, 0, 0, 35, mts_q, 5), 0);
-    std::uint32_t words[2];
-    std::memcpy(words, reply.get(), sizeof words);
-    EXPECT_THAT(words, ElementsAre(1, 77));
+    Numbers words(2);
+    std::memcpy(words.data(), reply.get(), 8);
+    EXPECT_EQ(words, Numbers({1, 77}));
     EXPECT_EQ(length, 8U);
 }
 
@@ -293,14 +286,14 @@ TEST_F(LockedTest, CallLogHoldsTheArguments) {
     fcip_get_link_entry(mts_q, 2, &key, link.slot(), 30, 1);
     pm_cim_get_port_info(port.slot(), 1, ETHERNET_1_1, mts_q);
     mutex_unlock();
-    EXPECT_THAT(emulator::calls(), ElementsAre("fcip_get_link_entry op=2 key={1,0} 30 1",
-                                               "pm_cim_get_port_info op=1 if=0x9b010001", "mutex_unlock"));
-    EXPECT_THAT(emulator::calls("pm_cim_get_port_info"), ElementsAre(StartsWith("pm_cim_get_port_info ")));
+    EXPECT_EQ(emulator::calls(), Texts({"fcip_get_link_entry op=2 key={1,0} 30 1",
+                                        "pm_cim_get_port_info op=1 if=0x9b010001", "mutex_unlock"}));
+    EXPECT_EQ(emulator::calls("pm_cim_get_port_info"), Texts({"pm_cim_get_port_info op=1 if=0x9b010001"}));
     EXPECT_EQ(emulator::count("fcip_get_link_entry"), 1U);
     emulator::record_calls(false);
     getCSName();
     EXPECT_TRUE(emulator::calls("getCSName").empty());
-    EXPECT_EQ(emulator::count("getCSName"), 1U) << "calls are counted all the same";
+    EXPECT_EQ(emulator::count("getCSName"), 1U) << "calls are counted even then";
 }
 
 } // namespace

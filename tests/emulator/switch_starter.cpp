@@ -1,4 +1,4 @@
-// Meets the emulated switch as a CIM server's process does: nothing but the platform services.
+// Uses the emulated switch as a CIM server's process does: through nothing but the platform services.
 #include <cstdio>
 #include <cstdlib>
 

@@ -7,8 +7,7 @@
 namespace emulator_test {
 namespace {
 
-using testing::ElementsAre;
-using testing::Pair;
+using Keys = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
 
 class FcipTables : public LockedTest {
   protected:
@@ -19,30 +18,30 @@ class FcipTables : public LockedTest {
         return row;
     }
 
-    static std::vector<std::pair<std::uint32_t, std::uint32_t>> walk_links() {
-        std::vector<std::pair<std::uint32_t, std::uint32_t>> keys;
+    static Keys walk_links() {
+        Keys keys;
         FcipLinkKey key{0, 0};
         Row<FcipLinkEntry> row;
         while (fcip_get_link_entry(mts_q, 2, &key, row.slot(), 30, 1) == 0) {
             key = {row->kfmFcipEntityId, row->kfmFcipLinkIndex};
             keys.emplace_back(key.entityId, key.linkIndex);
         }
-        EXPECT_FALSE(row) << "the end of a table comes without a row";
+        EXPECT_FALSE(row) << "no row comes at the end of a table";
         return keys;
     }
 };
 
 TEST_F(FcipTables, LinksAreWalkedInUnsignedKeyOrder) {
     emulator::clear_links();
-    for (const auto& [entityId, linkIndex] : std::vector<std::pair<std::uint32_t, std::uint32_t>>{
-             {0x80000001, 2}, {2, 0xFFFFFFFF}, {10, 1}, {2, 0x7FFFFFFF}, {2, 0x80000000}, {1, 5}})
+    for (const auto& [entityId, linkIndex] :
+         Keys{{0x80000001, 2}, {2, 0xFFFFFFFF}, {10, 1}, {2, 0x7FFFFFFF}, {2, 0x80000000}, {1, 5}})
         emulator::add_link(link_row(entityId, linkIndex));
-    EXPECT_THAT(walk_links(), ElementsAre(Pair(1, 5), Pair(2, 0x7FFFFFFF), Pair(2, 0x80000000),
-                                          Pair(2, 0xFFFFFFFF), Pair(10, 1), Pair(0x80000001, 2)));
+    EXPECT_EQ(walk_links(),
+              Keys({{1, 5}, {2, 0x7FFFFFFF}, {2, 0x80000000}, {2, 0xFFFFFFFF}, {10, 1}, {0x80000001, 2}}));
 }
 
 TEST_F(FcipTables, BuiltInSwitchHasFiveTunnels) {
-    EXPECT_THAT(walk_links(), ElementsAre(Pair(1, 0), Pair(1, 1), Pair(2, 2), Pair(2, 3), Pair(3, 4)));
+    EXPECT_EQ(walk_links(), Keys({{1, 0}, {1, 1}, {2, 2}, {2, 3}, {3, 4}}));
 }
 
 TEST_F(FcipTables, GetNextTakesAnyKeyNotOnlyExistingOnes) {
@@ -91,7 +90,7 @@ TEST_F(FcipTables, EntitiesAreWalkedInUnsignedOrder) {
     Row<FcipEntityEntry> row;
     while (fcip_get_entity_entry(mts_q, 2, id, row.slot(), 5) == 0)
         ids.push_back(id = row->kfmFcipEntityId);
-    EXPECT_THAT(ids, ElementsAre(1, 2, 3, 0xFFFFFFFF));
+    EXPECT_EQ(ids, (std::vector<std::uint32_t>{1, 2, 3, 0xFFFFFFFF}));
 }
 
 TEST_F(FcipTables, EntityRowCarriesTheProfile) {
@@ -161,9 +160,9 @@ TEST_F(FcipTables, ProfileInterfacesAreThoseOfItsTunnels) {
         fcip_send_recv_with_mts_q(8946, 0xFE000000, 60, &entityId, 4, mts_q, reply.slot(), &length, &buffer),
         0);
     ASSERT_EQ(length, 12U);
-    std::uint32_t words[3];
-    std::memcpy(words, reply.get(), sizeof words);
-    EXPECT_THAT(words, ElementsAre(2, 0x0A000003, 0x0A000004));
+    std::vector<std::uint32_t> words(3);
+    std::memcpy(words.data(), reply.get(), 12);
+    EXPECT_EQ(words, (std::vector<std::uint32_t>{2, 0x0A000003, 0x0A000004}));
 }
 
 TEST_F(FcipTables, ProfileWithoutTunnelsHasAnEmptyListAndAnUnknownProfileNone) {
