@@ -4,10 +4,12 @@
 #include <cstdlib>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <regex>
 #include <set>
 #include <sstream>
 
+#include "tests/e2e/cimxml_client.h"
 #include "tests/e2e/traversal.h"
 
 namespace e2e {
@@ -93,13 +95,17 @@ struct Row {
 
 class AssociationDocumentation : public Traversal {
   protected:
+    void SetUp() override {
+        Traversal::SetUp();
+        if (!HasFatalFailure()) connection_ = std::make_unique<CimXmlClient>(url());
+    }
+
     Answer ask(const CimPath& object, const std::string& association) const {
-        const Filter through = {association, "", "", ""};
-        const Filter named = {"", association, "", ""};
-        Answer answer = {classes_of(client().associator_names(object, through)),
-                         classes_of(client().associators(object, through)),
-                         classes_of(client().reference_names(object, named)),
-                         classes_of(client().references(object, named))};
+        const auto classes = [&](const char* operation, const char* filter) {
+            return connection_->classes_answered(operation, object, filter, association);
+        };
+        Answer answer = {classes("AssociatorNames", "AssocClass"), classes("Associators", "AssocClass"),
+                         classes("ReferenceNames", "ResultClass"), classes("References", "ResultClass")};
         for (Names* names :
              {&answer.associatorNames, &answer.associators, &answer.referenceNames, &answer.references}) {
             std::transform(names->begin(), names->end(), names->begin(), usual_spelling);
@@ -202,6 +208,9 @@ class AssociationDocumentation : public Traversal {
         }
         return text;
     }
+
+  private:
+    std::unique_ptr<CimXmlClient> connection_;
 };
 
 TEST_F(AssociationDocumentation, IsWhatTheSwitchAnswers) {
