@@ -22,8 +22,20 @@ fail() {
     exit "$status"
 }
 
+# configure PRESET [CMAKE OPTION]...
+configure() {
+    local preset=$1
+    shift
+    local log=$project_root/build/$preset/configure.log
+    mkdir -p "$(dirname "$log")"
+    if ! (cd "$project_root" && cmake --preset "$preset" "$@") >"$log" 2>&1; then
+        cat "$log" >&2
+        fail 1 "cmake could not configure the preset $preset"
+    fi
+}
+
 # configure_and_build PRESET [CMAKE OPTION]... -- [TARGET]...
-# Ninja tells its progress; without targets everything is built.
+# Ninja shows its progress; without targets everything is built.
 configure_and_build() {
     local preset=$1 options=()
     shift
@@ -32,12 +44,7 @@ configure_and_build() {
         shift
     done
     shift
-    local log=$project_root/build/$preset/configure.log
-    mkdir -p "$(dirname "$log")"
-    if ! (cd "$project_root" && cmake --preset "$preset" "${options[@]}") >"$log" 2>&1; then
-        cat "$log" >&2
-        fail 1 "cmake could not configure the preset $preset"
-    fi
+    configure "$preset" "${options[@]}"
     local targets=()
     [ $# -eq 0 ] || targets=(--target "$@")
     (cd "$project_root" && cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}") ||
