@@ -1,5 +1,10 @@
 // The association builders: five families that tie two object paths together, as an instance or as a path.
-#include <functional>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <vector>
 
 #include "include/associations.h"
 #include "tests/assoc/association_test.h"
@@ -17,49 +22,33 @@ namespace {
 
 constexpr const char* CLASS = "KESTO_SomeAssociation";
 
-using InstanceBuilder = CMPIInstance*(const CMPIObjectPath*, const CMPIObjectPath*, const CMPIBroker*);
-using PathBuilder = CMPIObjectPath*(const CMPIObjectPath*, const CMPIObjectPath*, const CMPIBroker*);
-
-// The two builders that take no broker use the one of the latest factory call.
-enum class BrokerFrom { Argument, Factory };
+using InstanceBuilder = CMPIInstance*(const char*, const char*, const CMPIObjectPath*, const CMPIObjectPath*,
+                                      const CMPIBroker*);
+// Takes no broker, and uses the one of the latest factory call.
+using OwnBrokerBuilder = CMPIInstance*(const char*, const char*, const CMPIObjectPath*,
+                                       const CMPIObjectPath*);
+using PathBuilder = CMPIObjectPath*(const char*, const char*, const CMPIObjectPath*, const CMPIObjectPath*,
+                                    const CMPIBroker*);
 
 struct Family {
-    const char* name;
-    InstanceBuilder* instance;
-    BrokerFrom broker;
-    PathBuilder* path; // null: the family has none
-    const char *role1, *role2;
-    bool flags;          // IsDefault and IsCurrent
-    bool tracesNullPath; // "path : NULL" when the instance's path cannot be made
+    const char *name, *role1, *role2;
+    InstanceBuilder* instance; // nullptr: the family has the next one
+    OwnBrokerBuilder* ownBrokerInstance;
+    PathBuilder* path;           // nullptr: the family has none
+    bool flags = false;          // IsDefault and IsCurrent
+    bool tracesNullPath = false; // "path : NULL" when the instance's path cannot be made
 };
 
-// clang-format off
 const std::vector<Family> FAMILIES{
-    {"realize",
-     [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return realize_build_instance(CLASS, NAMESPACE, a, b, broker); },
-     BrokerFrom::Argument,
-     [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return realize_fill_reference(CLASS, NAMESPACE, a, b, broker); },
-     "Antecedent", "Dependent", false, false},
-    {"managed_setting",
-     [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker*) { return managed_setting_build_instance(CLASS, NAMESPACE, a, b); },
-     BrokerFrom::Factory,
-     [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return managed_setting_fill_reference(CLASS, NAMESPACE, a, b, broker); },
-     "ManagedElement", "SettingData", true, false},
-    {"managed_stats",
-     [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return managed_stats_build_instance(CLASS, NAMESPACE, a, b, broker); },
-     BrokerFrom::Argument,
-     [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return managed_stats_fill_reference(CLASS, NAMESPACE, a, b, broker); },
-     "ManagedElement", "Stats", false, true},
-    {"group_part",
-     [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker*) { return group_part_build_instance(CLASS, NAMESPACE, a, b); },
-     BrokerFrom::Factory,
-     [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return group_part_fill_reference(CLASS, NAMESPACE, a, b, broker); },
-     "GroupComponent", "PartComponent", false, false},
-    {"hba_si",
-     [](const CMPIObjectPath* a, const CMPIObjectPath* b, const CMPIBroker* broker) { return hba_si_build_instance(CLASS, NAMESPACE, a, b, broker); },
-     BrokerFrom::Argument, nullptr, "System", "InstalledSoftware", false, false},
+    {"realize", "Antecedent", "Dependent", realize_build_instance, nullptr, realize_fill_reference},
+    {"managed_setting", "ManagedElement", "SettingData", nullptr, managed_setting_build_instance,
+     managed_setting_fill_reference, true},
+    {"managed_stats", "ManagedElement", "Stats", managed_stats_build_instance, nullptr,
+     managed_stats_fill_reference, false, true},
+    {"group_part", "GroupComponent", "PartComponent", nullptr, group_part_build_instance,
+     group_part_fill_reference},
+    {"hba_si", "System", "InstalledSoftware", hba_si_build_instance, nullptr, nullptr},
 };
-// clang-format on
 
 void PrintTo(const Family& family, std::ostream* out) {
     *out << family.name;
@@ -78,22 +67,28 @@ class AssociationBuilder : public AssociationTest, public testing::WithParamInte
 
     const Family& family() const { return GetParam(); }
     // The broker that makes the instance: a second one, where the builder takes it as an argument.
-    RecordingBroker& instance_broker() { return family().broker == BrokerFrom::Argument ? other : broker; }
+    bool takes_a_broker() const { return family().instance != nullptr; }
+    RecordingBroker& instance_broker() { return takes_a_broker() ? other : broker; }
 
     RecordedInstance instance(const CMPIObjectPath* a, const CMPIObjectPath* b) {
         RecordedInstance made;
         output = test_support::printed_by([&] {
-            made = instance_broker().recorded(locked([&] { return family().instance(a, b, other.cmpi()); }));
+            made = instance_broker().recorded(locked([&] {
+                return takes_a_broker() ? family().instance(CLASS, NAMESPACE, a, b, other.cmpi())
+                                        : family().ownBrokerInstance(CLASS, NAMESPACE, a, b);
+            }));
         });
         return made;
     }
     RecordedPath path(const CMPIObjectPath* a, const CMPIObjectPath* b) {
         RecordedPath made;
-        output = test_support::printed_by(
-            [&] { made = other.recorded(locked([&] { return family().path(a, b, other.cmpi()); })); });
+        output = test_support::printed_by([&] {
+            made =
+                other.recorded(locked([&] { return family().path(CLASS, NAMESPACE, a, b, other.cmpi()); }));
+        });
         return made;
     }
-    Sets members() const {
+    Sets keys() const {
         Sets all{{family().role1, CMPI_ref, broker.recorded(first)},
                  {family().role2, CMPI_ref, broker.recorded(second)}};
         if (family().flags) {
@@ -109,6 +104,9 @@ class AssociationBuilder : public AssociationTest, public testing::WithParamInte
         return names;
     }
 
+    // What cannot be referred to.
+    std::vector<const CMPIObjectPath*> no_paths() const { return {nullptr, &withoutHandle}; }
+
     RecordingBroker other;
     CMPIObjectPath* first = nullptr;
     CMPIObjectPath* second = nullptr;
@@ -120,12 +118,10 @@ struct FamilyName {
     std::string operator()(const testing::TestParamInfo<Family>& info) const { return info.param.name; }
 };
 
-// ---- Instances. ----
-
 TEST_P(AssociationBuilder, MakesAnInstanceOfTwoReferencesInOrder) {
     const RecordedInstance made = instance(first, second);
     EXPECT_EQ(made.path(), RecordedPath(NAMESPACE, CLASS, {}, HOST));
-    EXPECT_EQ(made.sets(), members());
+    EXPECT_EQ(made.sets(), keys());
     EXPECT_TRUE(made.filters().empty());
     EXPECT_EQ(output, "");
 
@@ -153,8 +149,7 @@ TEST_P(AssociationBuilder, InstanceThatTheBrokerCannotMakeIsNull) {
 }
 
 TEST_P(AssociationBuilder, InstanceWithoutItsFirstReferenceIsNullAndTracesSwop) {
-    for (const CMPIObjectPath* missing :
-         {static_cast<const CMPIObjectPath*>(nullptr), static_cast<const CMPIObjectPath*>(&withoutHandle)}) {
+    for (const CMPIObjectPath* missing : no_paths()) {
         EXPECT_EQ(instance(missing, second).kind(), Object::Null);
         EXPECT_EQ(output, "swop : NULL\n");
         EXPECT_EQ(instance_broker().call_texts("setProperty").size(), 0U);
@@ -164,8 +159,7 @@ TEST_P(AssociationBuilder, InstanceWithoutItsFirstReferenceIsNullAndTracesSwop) 
 }
 
 TEST_P(AssociationBuilder, InstanceWithoutItsSecondReferenceIsNullAndTracesPeop) {
-    for (const CMPIObjectPath* missing :
-         {static_cast<const CMPIObjectPath*>(nullptr), static_cast<const CMPIObjectPath*>(&withoutHandle)}) {
+    for (const CMPIObjectPath* missing : no_paths()) {
         EXPECT_EQ(instance(first, missing).kind(), Object::Null);
         EXPECT_EQ(output, "peop : NULL\n");
         EXPECT_EQ(instance_broker().call_texts("setProperty").size(), 0U);
@@ -187,18 +181,16 @@ TEST_P(AssociationBuilder, InstanceTestsThePathBeforeTheReferences) {
 
 TEST_P(AssociationBuilder, InstanceIsMadeByTheRightBroker) {
     instance(first, second);
-    EXPECT_EQ(other.made(Make::Instance), family().broker == BrokerFrom::Argument ? 1U : 0U);
-    EXPECT_EQ(broker.made(Make::Instance), family().broker == BrokerFrom::Argument ? 0U : 1U);
+    EXPECT_EQ(other.made(Make::Instance), takes_a_broker() ? 1U : 0U);
+    EXPECT_EQ(broker.made(Make::Instance), takes_a_broker() ? 0U : 1U);
 }
 
 INSTANTIATE_TEST_SUITE_P(Family, AssociationBuilder, testing::ValuesIn(FAMILIES), FamilyName());
 
-// ---- Paths. ----
-
 class AssociationPathBuilder : public AssociationBuilder {};
 
 TEST_P(AssociationPathBuilder, MakesAPathOfTwoReferencesInOrder) {
-    EXPECT_EQ(path(first, second), RecordedPath(NAMESPACE, CLASS, members(), HOST));
+    EXPECT_EQ(path(first, second), RecordedPath(NAMESPACE, CLASS, keys(), HOST));
     EXPECT_EQ(output, "");
 
     std::vector<std::string> wanted{"newObjectPath", "setHostname", "addKey", "addKey"};
@@ -216,8 +208,7 @@ TEST_P(AssociationPathBuilder, PathThatTheBrokerCannotMakeIsNullWithoutATrace) {
 }
 
 TEST_P(AssociationPathBuilder, PathWithoutItsFirstReferenceIsNullAndTracesSwop) {
-    for (const CMPIObjectPath* missing :
-         {static_cast<const CMPIObjectPath*>(nullptr), static_cast<const CMPIObjectPath*>(&withoutHandle)}) {
+    for (const CMPIObjectPath* missing : no_paths()) {
         EXPECT_EQ(path(missing, second).kind(), Object::Null);
         EXPECT_EQ(output, "swop : NULL\n");
         EXPECT_EQ(other.call_texts("addKey").size(), 0U);
@@ -225,8 +216,7 @@ TEST_P(AssociationPathBuilder, PathWithoutItsFirstReferenceIsNullAndTracesSwop) 
 }
 
 TEST_P(AssociationPathBuilder, PathWithoutItsSecondReferenceIsNullAndTracesPeop) {
-    for (const CMPIObjectPath* missing :
-         {static_cast<const CMPIObjectPath*>(nullptr), static_cast<const CMPIObjectPath*>(&withoutHandle)}) {
+    for (const CMPIObjectPath* missing : no_paths()) {
         EXPECT_EQ(path(first, missing).kind(), Object::Null);
         EXPECT_EQ(output, "peop : NULL\n");
         EXPECT_EQ(other.call_texts("addKey").size(), 0U);

@@ -1,4 +1,9 @@
 // The association getters: a request for one association is answered with the references of its own keys.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
 #include "include/associations.h"
 #include "tests/assoc/association_test.h"
 
@@ -153,49 +158,5 @@ struct GetterName {
     std::string operator()(const testing::TestParamInfo<GetterRow>& info) const { return info.param.name; }
 };
 INSTANTIATE_TEST_SUITE_P(Each, AssociationGetter, testing::ValuesIn(GETTERS), GetterName());
-
-// ---- Through get-instance. ----
-
-class GetAssociation : public AssociationTest {};
-
-TEST_F(GetAssociation, OfAProfileWithTheGroupComponentOnlyReturnsNothing) {
-    const CMPIObjectPath* profile = broker.path(NAMESPACE, "KESTO_FCIPProfile", {{"InstanceID", "7"}});
-    const Answer answer = get_instance("KESTO_FCIPPEBasedOn", {{"GroupComponent", profile}});
-    EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(answer.rc, CMPI_RC_OK);
-    EXPECT_EQ(answer.message, std::nullopt);
-}
-
-struct Routed {
-    const char *className, *role1, *role2;
-};
-
-TEST_F(GetAssociation, OfEachClassGoesToTheGetterOfItsRoles) {
-    const CMPIObjectPath* one = broker.path(NAMESPACE, "KESTO_First", {{"Name", "one"}});
-    const CMPIObjectPath* two = broker.path(NAMESPACE, "KESTO_Second", {{"Name", "two"}});
-    for (const Routed& row : {Routed{"KESTO_SANFCIPEndpoint", "Antecedent", "Dependent"},
-                              {"KESTO_SANIPEndpoint", "Antecedent", "Dependent"},
-                              {"KESTO_FCIPTCPEndpoint", "Antecedent", "Dependent"},
-                              {"KESTO_TCPIPEndpoint", "Antecedent", "Dependent"},
-                              {"KESTO_SANTCPEndpoint", "Antecedent", "Dependent"},
-                              {"KESTO_IPEthernetEndpoint", "Antecedent", "Dependent"},
-                              {"KESTO_SwitchHostedFCIPAccessPoint", "Antecedent", "Dependent"},
-                              {"KESTO_SwitchHostedIPAccessPoint", "Antecedent", "Dependent"},
-                              {"KESTO_SwitchHostedTCPAccessPoint", "Antecedent", "Dependent"},
-                              {"KESTO_FCIPPEBasedOn", "GroupComponent", "PartComponent"},
-                              {"KESTO_FCIPElementSettingData", "ManagedElement", "SettingData"},
-                              {"KESTO_TCPElementSettingData", "ManagedElement", "SettingData"},
-                              {"KESTO_IPElementSettingData", "ManagedElement", "SettingData"},
-                              {"KESTO_IPEndPointStatisticalData", "ManagedElement", "Stats"},
-                              {"KESTO_TCPEndPointStatisticalData", "ManagedElement", "Stats"},
-                              {"KESTO_EthernetPortStatisticalData", "ManagedElement", "Stats"}}) {
-        SCOPED_TRACE(row.className);
-        const Answer answer = get_instance(row.className, {{row.role1, one}, {row.role2, two}});
-        ASSERT_EQ(answer.instances.size(), 1U);
-        EXPECT_EQ(answer.instances[0].class_name(), row.className);
-        EXPECT_EQ(answer.instances[0].sets(), (Sets{{row.role1, CMPI_ref, broker.recorded(one)},
-                                                    {row.role2, CMPI_ref, broker.recorded(two)}}));
-    }
-}
 
 } // namespace

@@ -1,24 +1,29 @@
-// The fixture of the association suites: a provider on the golden switch, and its traversal members called as
-// an operation calls them, under the lock.
+// The fixture of the association suites: a provider on the golden switch, and its traversal functions called
+// as an operation calls them, under the lock.
 #ifndef KESTO_TESTS_ASSOC_ASSOCIATION_TEST_H
 #define KESTO_TESTS_ASSOC_ASSOCIATION_TEST_H
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cctype>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "emulator/control.h"
 #include "include/traversal.h"
+#include "tests/assoc/golden_objects.h"
 #include "tests/assoc/golden_switch.h"
+#include "tests/support/faults.h"
 #include "tests/support/provider_test.h"
+#include "tests/support/traces.h"
 
 namespace golden {
 
 class AssociationTest : public test_support::ProviderTest {
   protected:
+    using Answer = test_support::Answer;
+
     void SetUp() override {
         ProviderTest::SetUp();
         nameSpace = NAMESPACE;
@@ -26,64 +31,56 @@ class AssociationTest : public test_support::ProviderTest {
         emulator::clear_calls();
     }
 
-    // One call of a member with this key and association class. `status` is what the member returned.
-    test_support::Answer call(AssociatorNamesFn* member, const char* key, const char* asked) {
+    // One call of a traversal function with this key and association class. `status` is what it returned.
+    Answer call(AssociatorNamesFn* function, const char* key, const char* asked) {
         return walk(
             [&](const CMPIResult* result) {
-                return member(key, asked, nullptr, nullptr, nullptr, result, NAMESPACE);
+                return function(key, asked, nullptr, nullptr, nullptr, result, NAMESPACE);
             },
             &status);
     }
-    test_support::Answer call(AssociatorsFn* member, const char* key, const char* asked,
-                              const char** properties = nullptr) {
+    Answer call(AssociatorsFn* function, const char* key, const char* asked,
+                const char** properties = nullptr) {
         return walk(
             [&](const CMPIResult* result) {
-                return member(key, asked, nullptr, nullptr, nullptr, properties, result, NAMESPACE);
+                return function(key, asked, nullptr, nullptr, nullptr, properties, result, NAMESPACE);
             },
             &status);
     }
-    test_support::Answer call(ReferenceNamesFn* member, const char* key, const char* asked) {
-        return walk([&](const CMPIResult* result) { return member(key, asked, nullptr, result, NAMESPACE); },
-                    &status);
-    }
-    test_support::Answer call(ReferencesFn* member, const char* key, const char* asked) {
+    Answer call(ReferenceNamesFn* function, const char* key, const char* asked) {
         return walk(
-            [&](const CMPIResult* result) { return member(key, asked, nullptr, nullptr, result, NAMESPACE); },
+            [&](const CMPIResult* result) { return function(key, asked, nullptr, result, NAMESPACE); },
             &status);
+    }
+    Answer call(ReferencesFn* function, const char* key, const char* asked,
+                const char** properties = nullptr) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return function(key, asked, nullptr, properties, result, NAMESPACE);
+            },
+            &status);
+    }
+    // The same of the source's function in this form.
+    template <typename Source>
+    Answer call(Form form, const Source& source, const std::string& key, const char* asked) {
+        return form == Form::Names ? call(source.names, key.c_str(), asked)
+                                   : call(source.instances, key.c_str(), asked);
     }
 
     int status = 0;
 };
 
-// The trace that a function wrote itself: the lines that name it, and the one with the association class that
-// reference members write. Builders and lookups below it write their own, some without an end of line.
-inline std::string trace_of(const std::string& output, const std::string& function) {
-    const std::string beginnings[] = {"Entering " + function, "Exiting " + function,
-                                      " Function : " + function, " ****** Result Class", "Result Class"};
-    std::string found;
-    for (std::size_t at = 0; at < output.size(); ++at) {
-        for (const std::string& beginning : beginnings) {
-            if (output.compare(at, beginning.size(), beginning) != 0) continue;
-            const std::size_t end = std::min(output.find('\n', at), output.size() - 1);
-            found += output.substr(at, end + 1 - at);
-            at = end;
-            break;
-        }
-    }
-    return found;
+// The function's own trace: its entry and what it prints at once, and at the end its exit.
+inline void expect_whole_trace(const std::string& output, const std::string& function,
+                               const std::string& opening = "") {
+    EXPECT_TRUE(output.starts_with(test_support::entering(function) + opening)) << output;
+    EXPECT_TRUE(output.ends_with(test_support::exiting(function))) << output;
+    EXPECT_EQ(test_support::occurrences(output, function + "\n"), 2U) << output;
 }
-
-// A key that names a tunnel when it is read in this mode. Every mode has one.
-inline const Probe& hit_of(int mode) {
-    return *std::find_if(PROBES.begin(), PROBES.end(),
-                         [&](const Probe& probe) { return probe.tunnel[mode] != nullptr; });
-}
-
-inline std::string entering(const std::string& function) {
-    return "Entering " + function + "\n";
-}
-inline std::string exiting(const std::string& function) {
-    return "Exiting " + function + "\n";
+inline void expect_trace_without_exit(const std::string& output, const std::string& function,
+                                      const std::string& opening = "") {
+    EXPECT_TRUE(output.starts_with(test_support::entering(function) + opening)) << output;
+    EXPECT_EQ(test_support::occurrences(output, function + "\n"), 1U) << output;
 }
 
 // The same class name in letters that no table uses.
@@ -97,12 +94,6 @@ inline std::string in_mixed_case(std::string text) {
     return text;
 }
 
-// Nothing that is an object reached the result.
-inline void expect_no_object(const test_support::Answer& answer) {
-    for (const test_support::Returned& returned : answer.returned)
-        ADD_FAILURE() << "returned " << testing::PrintToString(returned);
-}
-
 // The services that one request calls, and how often, without the lock's.
 inline std::map<std::string, std::uint32_t> services_called(const test_support::Answer& answer) {
     std::map<std::string, std::uint32_t> counts;
@@ -113,14 +104,6 @@ inline std::map<std::string, std::uint32_t> services_called(const test_support::
     return counts;
 }
 
-// The failures of the platform that a service which hands out rows can have.
-inline const std::vector<emulator::Effect> ROW_FAILURES{emulator::Effect::Fail, emulator::Effect::FailWithRow,
-                                                        emulator::Effect::SucceedWithoutRow};
-
-// Those of a service whose success without a row means nothing.
-inline const std::vector<emulator::Effect> STATUS_FAILURES{emulator::Effect::Fail,
-                                                           emulator::Effect::FailWithRow};
-
 // Runs request() with each call of each service below it failing alone, in every way that the service can,
 // and hands each answer to check. Whatever happens, no service may be misused: the fixture looks at that.
 template <typename Request, typename Check>
@@ -128,28 +111,13 @@ void for_each_failing_call(Request request, Check check) {
     const std::map<std::string, std::uint32_t> services = services_called(request());
     ASSERT_FALSE(services.empty());
     for (const auto& [symbol, count] : services) {
-        for (const emulator::Effect effect : ROW_FAILURES) {
-            for (std::uint32_t nth = 1; nth <= count; ++nth) {
-                SCOPED_TRACE(symbol + " call " + std::to_string(nth) + " effect " +
-                             std::to_string(static_cast<int>(effect)));
-                emulator::Fault alone;
-                alone.symbol = symbol;
-                alone.first = alone.last = nth;
-                alone.effect = effect;
-                emulator::add_fault(alone);
-                check(request());
-                emulator::clear_faults();
-            }
+        for (std::uint32_t nth = 1; nth <= count; ++nth) {
+            SCOPED_TRACE("call " + std::to_string(nth));
+            test_support::for_each_effect(test_support::ROW_FAILURES,
+                                          {.symbol = symbol, .first = nth, .last = nth},
+                                          [&] { check(request()); });
         }
     }
-}
-
-inline emulator::Fault fault(const char* symbol, emulator::Effect effect, const char* where = "") {
-    emulator::Fault made;
-    made.symbol = symbol;
-    made.where = where;
-    made.effect = effect;
-    return made;
 }
 
 } // namespace golden

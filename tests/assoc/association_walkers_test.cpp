@@ -1,117 +1,110 @@
-// The walkers that enumerate associations: for each association class, what its two references point to.
-#include <algorithm>
+// The walkers that enumerate associations, as names and as instances: for each association class, what its
+// two references point to.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
+#include <vector>
 
 #include "include/associations.h"
-#include "tests/assoc/reference_suite.h"
+#include "tests/assoc/association_test.h"
 
 using namespace golden;
 using emulator::Effect;
-using test_support::Answer;
+using test_support::entering;
+using test_support::exiting;
 using test_support::Failure;
+using test_support::for_each_effect;
+using test_support::inject;
 using test_support::Make;
 using test_support::Object;
+using test_support::occurrences;
 using test_support::RecordedPath;
+using test_support::Value;
 
 namespace {
 
-// Which end's path is made first: that of the local endpoint. Where both are local endpoints, or neither is,
-// the order is free.
-enum class MadeFirst { First, Second, Either };
+using Paths = std::vector<RecordedPath>;
+using Texts = std::vector<std::string>;
 
 struct Reference {
     End end;
     const char* className;
 };
+constexpr Reference FCIP_ENDPOINT{End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"};
+constexpr Reference TCP_ENDPOINT{End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"};
+constexpr Reference IP_ENDPOINT{End::IpEndpoint, "KESTO_IPProtocolEndPoint"};
+constexpr Reference SYSTEM_OF_VSAN{End::VsanSystem, "KESTO_LogicalComputerSystem"};
+constexpr Reference FCIP_SETTINGS{End::FcipSettings, "KESTO_FCIPSettings"};
+// The settings associations of TCP and IP name the TCP settings with the keys of an IP endpoint.
+constexpr Reference TCP_SETTINGS{End::IpEndpoint, "KESTO_TCPSettings"};
+constexpr Reference REMOTE_FCIP_PORT{End::RemoteFcipPort, "KESTO_RemoteFCIPPort"};
+constexpr Reference REMOTE_IP_PORT{End::RemoteIpAccessPoint, "KESTO_RemoteIPPort"};
+constexpr Reference LAN_ENDPOINT{End::LanEndpoint, "KESTO_LANEndPoint"};
+constexpr Reference PROFILE{End::Profile, "KESTO_FCIPProfile"};
+constexpr Reference TCP_STATISTICS{End::Statistics, "KESTO_TCPEndPointStatistics"};
+constexpr Reference IP_STATISTICS{End::Statistics, "KESTO_IPEndPointStatistics"};
+constexpr Reference ETHERNET_STATISTICS{End::Statistics, "KESTO_EthernetPortStatistics"};
+constexpr Reference ETHERNET_PORT{End::IpEndpoint, "KESTO_EthernetPort"};
 
-struct WalkerRow {
-    const char* className;
+// Which end's path is made first: that of the local endpoint. Where both are local endpoints, or neither is,
+// the order is free.
+enum class MadeFirst { First, Second, Either };
+
+struct WalkedClass {
+    const char* name;
     Kind kind;
     Reference first, second; // as in the instances
-    bool swappedInNames;
     MadeFirst madeFirst;
+    bool swappedInNames = false;
 };
 
-void PrintTo(const WalkerRow& row, std::ostream* out) {
-    *out << row.className;
-}
-
-constexpr bool SWAPPED = true;
-constexpr bool SAME = false;
-
-// clang-format off
-const std::vector<WalkerRow> CLASSES{
-    {"KESTO_SANFCIPEndpoint", Kind::Realize, {End::RemoteFcipPort, "KESTO_RemoteFCIPPort"},
-     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_SANIPEndpoint", Kind::Realize, {End::RemoteIpAccessPoint, "KESTO_RemoteIPPort"},
-     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_FCIPTCPEndpoint", Kind::Realize, {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"},
-     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Either},
-    {"KESTO_TCPIPEndpoint", Kind::Realize, {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"},
-     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::Either},
-    {"KESTO_IPEthernetEndpoint", Kind::Realize, {End::LanEndpoint, "KESTO_LANEndPoint"},
-     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_SwitchHostedFCIPAccessPoint", Kind::Realize, {End::VsanSystem, "KESTO_LogicalComputerSystem"},
-     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_SwitchHostedIPAccessPoint", Kind::Realize, {End::VsanSystem, "KESTO_LogicalComputerSystem"},
-     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_SwitchHostedTCPAccessPoint", Kind::Realize, {End::VsanSystem, "KESTO_LogicalComputerSystem"},
-     {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_FCIPElementSettingData", Kind::ManagedSetting, {End::FcipSettings, "KESTO_FCIPSettings"},
-     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_TCPElementSettingData", Kind::ManagedSetting, {End::IpEndpoint, "KESTO_TCPSettings"},
-     {End::TcpEndpoint, "KESTO_TCPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_IPElementSettingData", Kind::ManagedSetting, {End::IpEndpoint, "KESTO_TCPSettings"},
-     {End::IpEndpoint, "KESTO_IPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_FCIPPEBasedOn", Kind::GroupPart, {End::Profile, "KESTO_FCIPProfile"},
-     {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"}, SAME, MadeFirst::Second},
-    {"KESTO_TCPEndPointStatisticalData", Kind::ManagedStats, {End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint"},
-     {End::Statistics, "KESTO_TCPEndPointStatistics"}, SWAPPED, MadeFirst::First},
-    {"KESTO_IPEndPointStatisticalData", Kind::ManagedStats, {End::IpEndpoint, "KESTO_IPProtocolEndPoint"},
-     {End::Statistics, "KESTO_IPEndPointStatistics"}, SWAPPED, MadeFirst::First},
+const std::vector<WalkedClass> CLASSES{
+    {"KESTO_SANFCIPEndpoint", Kind::Realize, REMOTE_FCIP_PORT, FCIP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_SANIPEndpoint", Kind::Realize, REMOTE_IP_PORT, FCIP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_FCIPTCPEndpoint", Kind::Realize, TCP_ENDPOINT, FCIP_ENDPOINT, MadeFirst::Either},
+    {"KESTO_TCPIPEndpoint", Kind::Realize, TCP_ENDPOINT, IP_ENDPOINT, MadeFirst::Either},
+    {"KESTO_IPEthernetEndpoint", Kind::Realize, LAN_ENDPOINT, IP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_SwitchHostedFCIPAccessPoint", Kind::Realize, SYSTEM_OF_VSAN, FCIP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_SwitchHostedIPAccessPoint", Kind::Realize, SYSTEM_OF_VSAN, IP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_SwitchHostedTCPAccessPoint", Kind::Realize, SYSTEM_OF_VSAN, TCP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_FCIPElementSettingData", Kind::ManagedSetting, FCIP_SETTINGS, FCIP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_TCPElementSettingData", Kind::ManagedSetting, TCP_SETTINGS, TCP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_IPElementSettingData", Kind::ManagedSetting, TCP_SETTINGS, IP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_FCIPPEBasedOn", Kind::GroupPart, PROFILE, FCIP_ENDPOINT, MadeFirst::Second},
+    {"KESTO_TCPEndPointStatisticalData", Kind::ManagedStats, FCIP_ENDPOINT, TCP_STATISTICS, MadeFirst::First,
+     true},
+    {"KESTO_IPEndPointStatisticalData", Kind::ManagedStats, IP_ENDPOINT, IP_STATISTICS, MadeFirst::First,
+     true},
 };
 
 // Walked by the names only; its instances are the port walk's.
-const WalkerRow ETHERNET_STATISTICAL_DATA{
-    "KESTO_EthernetPortStatisticalData", Kind::ManagedStats, {End::Statistics, "KESTO_EthernetPortStatistics"},
-    {End::IpEndpoint, "KESTO_EthernetPort"}, SAME, MadeFirst::Either};
-// clang-format on
-
-std::vector<WalkerRow> classes_of_names() {
-    std::vector<WalkerRow> all = CLASSES;
-    all.push_back(ETHERNET_STATISTICAL_DATA);
-    return all;
-}
+const WalkedClass ETHERNET_STATISTICAL_DATA{"KESTO_EthernetPortStatisticalData", Kind::ManagedStats,
+                                            ETHERNET_STATISTICS, ETHERNET_PORT, MadeFirst::Either};
 
 // In the order of the link table: by profile, then by link index.
 const std::vector<const Tunnel*> TABLE_ORDER{&BY_PROFILE, &BY_NUMBER, &BY_IF_INDEX, &BY_ETHERNET,
                                              &BY_ADDRESS};
 
-template <Form form>
-RecordedPath expected_association(const WalkerRow& row, const std::string& className, const Tunnel& tunnel) {
-    const RecordedPath first = path(row.first.end, row.first.className, tunnel);
-    const RecordedPath second = path(row.second.end, row.second.className, tunnel);
-    return form == Form::Names && row.swappedInNames ? association(row.kind, className, second, first)
-                                                     : association(row.kind, className, first, second);
-}
-
-template <Form form>
-std::vector<RecordedPath> expected_associations(const WalkerRow& row, const std::string& className,
-                                                std::size_t count = TABLE_ORDER.size()) {
-    std::vector<RecordedPath> all;
-    for (std::size_t at = 0; at < count; ++at)
-        all.push_back(expected_association<form>(row, className, *TABLE_ORDER[at]));
+Paths expected_associations(Form form, const WalkedClass& walked, const std::string& asked,
+                            std::size_t count = TABLE_ORDER.size()) {
+    Paths all;
+    for (std::size_t at = 0; at < count; ++at) {
+        const RecordedPath first = path(walked.first.end, walked.first.className, *TABLE_ORDER[at]);
+        const RecordedPath second = path(walked.second.end, walked.second.className, *TABLE_ORDER[at]);
+        const bool swapped = form == Form::Names && walked.swappedInNames;
+        all.push_back(swapped ? association(walked.kind, asked, second, first)
+                              : association(walked.kind, asked, first, second));
+    }
     return all;
 }
 
-template <Form form>
-class Walker : public AssociationTest {
+class WalkerTest : public AssociationTest {
   protected:
-    using Paths = std::vector<RecordedPath>;
-
-    static std::string function() {
+    static std::string function(Form form) {
         return form == Form::Names ? "get_all_binds_to_references" : "get_all_binds_to_instances";
     }
-    Answer all(const std::string& className) {
+    Answer all(Form form, const std::string& className) {
         return walk(
             [&](const CMPIResult* result) {
                 return form == Form::Names
@@ -120,470 +113,271 @@ class Walker : public AssociationTest {
             },
             &status);
     }
-    static std::string own_trace(const Answer& answer) { return trace_of(answer.output, function()); }
-    static std::string line_trace(int line) {
-        return " Function : " + function() + " Line " + std::to_string(line) + " \n";
-    }
-    static std::string whole_trace(const std::string& within = "") {
-        return entering(function()) + within + exiting(function());
+    static std::string line(Form form, int number) {
+        return test_support::line_trace(function(form), number);
     }
     static std::size_t links_asked_for() {
-        const std::vector<std::string> calls = emulator::calls("fcip_get_link_entry");
-        return static_cast<std::size_t>(
-            std::count_if(calls.begin(), calls.end(),
-                          [](const std::string& text) { return text.find(" op=2 ") != std::string::npos; }));
+        std::size_t asked = 0;
+        for (const std::string& call : emulator::calls("fcip_get_link_entry"))
+            asked += occurrences(call, " op=2 ");
+        return asked;
     }
-    static std::string class_of(const std::string& newObjectPath) {
-        return newObjectPath.substr(newObjectPath.rfind(' ') + 1);
+    std::vector<std::string> classes_of_paths_made() const {
+        Texts classes;
+        for (const std::string& made : broker.call_texts("newObjectPath"))
+            classes.push_back(made.substr(made.rfind(' ') + 1));
+        return classes;
     }
 };
 
-template <Form form>
-class WalkerRowSuite : public Walker<form>, public testing::WithParamInterface<WalkerRow> {
+// Each class in each form that it is walked in.
+class WalkedAssociations : public WalkerTest,
+                           public testing::WithParamInterface<std::tuple<Form, WalkedClass>> {
   protected:
-    using Base = Walker<form>;
-    const WalkerRow& row() const { return this->GetParam(); }
-    Answer all() { return Base::all(row().className); }
-    auto expected(std::size_t count = TABLE_ORDER.size()) {
-        return expected_associations<form>(row(), row().className, count);
+    Form form() const { return std::get<0>(GetParam()); }
+    const WalkedClass& walked() const { return std::get<1>(GetParam()); }
+    Answer all() { return WalkerTest::all(form(), walked().name); }
+    Paths expected(std::size_t count = TABLE_ORDER.size()) const {
+        return expected_associations(form(), walked(), walked().name, count);
     }
-
-    void one_association_a_tunnel() {
-        const Answer answer = all();
-        EXPECT_EQ(associations_of(answer), expected());
-        EXPECT_EQ(form == Form::Names ? answer.instances.size() : answer.paths.size(), 0U);
-        EXPECT_EQ(this->status, 0);
-        EXPECT_EQ(answer.doneCalls, 0U);
-        EXPECT_EQ(Base::own_trace(answer).rfind(entering(Base::function()), 0), 0U);
-        EXPECT_NE(Base::own_trace(answer).find(exiting(Base::function())), std::string::npos);
+    void expect_exit(const Answer& answer) const {
+        EXPECT_EQ(status, 0);
+        expect_whole_trace(answer.output, function(form()));
     }
-
-    void the_association_has_the_clients_spelling() {
-        const std::string asked = in_mixed_case(row().className);
-        EXPECT_EQ(associations_of(Base::all(asked)), expected_associations<form>(row(), asked));
-    }
-
-    void the_local_endpoint_is_made_first() {
-        all();
-        const std::vector<std::string> made = this->broker.call_texts("newObjectPath");
-        ASSERT_EQ(made.size(), 3 * TABLE_ORDER.size());
-        const bool firstFirst =
-            row().madeFirst == MadeFirst::First ||
-            (row().madeFirst == MadeFirst::Either && Base::class_of(made[0]) == row().first.className);
-        for (std::size_t at = 0; at < made.size(); at += 3) {
-            EXPECT_EQ(Base::class_of(made[at]), firstFirst ? row().first.className : row().second.className);
-            EXPECT_EQ(Base::class_of(made[at + 1]),
-                      firstFirst ? row().second.className : row().first.className);
-            EXPECT_EQ(Base::class_of(made[at + 2]), row().className);
-        }
-    }
-
-    // Each tunnel takes three paths: its two ends and the association.
-    void a_path_that_the_broker_cannot_make() {
-        const std::size_t failures =
-            this->for_each_broker_failure(Make::ObjectPath, Failure::Null, [&](std::size_t nth) {
-                const Answer answer = all();
-                if (!this->broker.fault_hit()) {
-                    EXPECT_EQ(associations_of(answer), expected());
-                } else if (nth % 3 == 0) { // the association: its NULL is returned, and the walk goes on
-                    auto wanted = expected();
-                    wanted[nth / 3 - 1] = RecordedPath::of(Object::Null);
-                    EXPECT_EQ(associations_of(answer), wanted);
-                    EXPECT_EQ(this->status, 0);
-                } else { // an end: the walk stops
-                    EXPECT_EQ(associations_of(answer), expected(nth / 3));
-                    EXPECT_EQ(this->status, -1);
-                    EXPECT_EQ(Base::own_trace(answer).find("Exiting"), std::string::npos);
-                }
-            });
-        EXPECT_EQ(failures, 3 * TABLE_ORDER.size());
-    }
-
-    void stops_at_the_first_tunnel_without_its_profile() {
-        emulator::remove_entity(BY_IF_INDEX.entity);
-        const Answer answer = all();
-        EXPECT_EQ(associations_of(answer), expected(2));
-        EXPECT_EQ(this->status, -1);
-        EXPECT_EQ(Base::own_trace(answer).find("Exiting"), std::string::npos) << answer.output;
-        EXPECT_EQ(Base::links_asked_for(), 3U) << "tunnels behind the one that failed are not visited";
-    }
-
-    void the_end_of_the_table_ends_the_walk() {
-        for (const Effect effect : ROW_FAILURES) {
-            SCOPED_TRACE("effect " + std::to_string(static_cast<int>(effect)));
-            emulator::clear_faults();
-            emulator::Fault third = fault("fcip_get_link_entry", effect, "op=2");
-            third.first = third.last = 3;
-            emulator::add_fault(third);
-            const Answer answer = all();
-            EXPECT_EQ(associations_of(answer), expected(2));
-            EXPECT_EQ(this->status, 0);
-            EXPECT_NE(Base::own_trace(answer).find(exiting(Base::function())), std::string::npos);
-        }
-    }
-
-    void without_tunnels_nothing_but_the_trace() {
-        emulator::clear_links();
-        const Answer answer = all();
-        EXPECT_EQ(answer.returned.size(), 0U);
-        EXPECT_EQ(answer.output, Base::whole_trace());
-        EXPECT_EQ(this->status, 0);
+    void expect_stop(const Answer& answer) const {
+        EXPECT_EQ(status, -1);
+        expect_trace_without_exit(answer.output, function(form()));
     }
 };
 
-struct WalkerRowName {
-    std::string operator()(const testing::TestParamInfo<WalkerRow>& info) const {
-        return info.param.className;
-    }
-};
+TEST_P(WalkedAssociations, AreOneATunnelInTableOrder) {
+    const Answer answer = all();
+    EXPECT_EQ(associations_of(answer), expected());
+    EXPECT_TRUE(form() == Form::Names ? answer.instances.empty() : answer.paths.empty());
+    EXPECT_EQ(answer.doneCalls, 0U);
+    expect_exit(answer);
+}
 
-class AssociationInstances : public WalkerRowSuite<Form::Instances> {};
-TEST_P(AssociationInstances, AreOneATunnelInTableOrder) {
-    one_association_a_tunnel();
+TEST_P(WalkedAssociations, HaveTheClientsSpellingOfTheClass) {
+    const std::string asked = in_mixed_case(walked().name);
+    EXPECT_EQ(associations_of(WalkerTest::all(form(), asked)),
+              expected_associations(form(), walked(), asked));
 }
-TEST_P(AssociationInstances, HaveTheClientsSpellingOfTheClass) {
-    the_association_has_the_clients_spelling();
+
+TEST_P(WalkedAssociations, AreMadeLocalEndpointFirst) {
+    all();
+    const Texts made = classes_of_paths_made();
+    ASSERT_EQ(made.size(), 3 * TABLE_ORDER.size());
+    const bool firstFirst = walked().madeFirst == MadeFirst::First ||
+                            (walked().madeFirst == MadeFirst::Either && made[0] == walked().first.className);
+    for (std::size_t at = 0; at < made.size(); at += 3) {
+        EXPECT_EQ(made[at], firstFirst ? walked().first.className : walked().second.className);
+        EXPECT_EQ(made[at + 1], firstFirst ? walked().second.className : walked().first.className);
+        EXPECT_EQ(made[at + 2], walked().name);
+    }
 }
-TEST_P(AssociationInstances, AreMadeLocalEndpointFirst) {
-    the_local_endpoint_is_made_first();
+
+// Each tunnel takes three paths: its two ends and the association.
+TEST_P(WalkedAssociations, StopAtAnEndThatTheBrokerCannotMake) {
+    const auto request = [&](std::size_t nth) {
+        const Answer answer = all();
+        if (!broker.fault_hit()) {
+            EXPECT_EQ(associations_of(answer), expected());
+        } else if (nth % 3 == 0) { // the association: its NULL is returned, and the walk goes on
+            Paths wanted = expected();
+            wanted[nth / 3 - 1] = RecordedPath::of(Object::Null);
+            EXPECT_EQ(associations_of(answer), wanted);
+            EXPECT_EQ(status, 0);
+        } else { // an end: the walk stops
+            EXPECT_EQ(associations_of(answer), expected(nth / 3));
+            expect_stop(answer);
+        }
+    };
+    EXPECT_EQ(for_each_broker_failure(Make::ObjectPath, Failure::Null, request), 3 * TABLE_ORDER.size());
 }
-TEST_P(AssociationInstances, StopAtAnEndThatTheBrokerCannotMake) {
-    a_path_that_the_broker_cannot_make();
+
+TEST_P(WalkedAssociations, StopAtTheFirstTunnelWithoutItsProfile) {
+    emulator::remove_entity(BY_IF_INDEX.entity);
+    const Answer answer = all();
+    EXPECT_EQ(associations_of(answer), expected(2));
+    expect_stop(answer);
+    EXPECT_EQ(links_asked_for(), 3U) << "tunnels after the one that failed are not visited";
 }
-TEST_P(AssociationInstances, StopAtTheFirstTunnelWithoutItsProfile) {
-    stops_at_the_first_tunnel_without_its_profile();
+
+TEST_P(WalkedAssociations, EndWithTheLinkTable) {
+    for_each_effect(test_support::ROW_FAILURES,
+                    {.symbol = "fcip_get_link_entry", .where = "op=2", .first = 3, .last = 3}, [&] {
+                        const Answer answer = all();
+                        EXPECT_EQ(associations_of(answer), expected(2));
+                        expect_exit(answer);
+                    });
 }
-TEST_P(AssociationInstances, EndWithTheLinkTable) {
-    the_end_of_the_table_ends_the_walk();
+
+TEST_P(WalkedAssociations, WithoutTunnelsAreNone) {
+    emulator::clear_links();
+    const Answer answer = all();
+    EXPECT_TRUE(answer.returned.empty());
+    EXPECT_EQ(answer.output, entering(function(form())) + exiting(function(form())));
+    EXPECT_EQ(status, 0);
 }
-TEST_P(AssociationInstances, WithoutTunnelsAreNone) {
-    without_tunnels_nothing_but_the_trace();
+
+// The Ethernet endpoint's ends, and in the instances the TCP statistics', trace a numbered line a tunnel.
+TEST_P(WalkedAssociations, TraceTheirNumberedLineATunnelAndNoOther) {
+    const std::string name = walked().name;
+    int number = 0;
+    if (name == "KESTO_IPEthernetEndpoint") number = form() == Form::Names ? 1602 : 1893;
+    if (name == "KESTO_TCPEndPointStatisticalData" && form() == Form::Instances) number = 2024;
+    const std::string output = all().output;
+    EXPECT_EQ(occurrences(output, " Function : " + function(form())), number == 0 ? 0U : 5U);
+    EXPECT_EQ(occurrences(output, line(form(), number)), number == 0 ? 0U : 5U);
 }
-TEST_P(AssociationInstances, AreReturnedAsNullWhenTheBrokerCannotMakeThem) {
+
+std::string class_name(const testing::TestParamInfo<std::tuple<Form, WalkedClass>>& info) {
+    return text_of(std::get<0>(info.param)) + "_" + std::get<1>(info.param).name;
+}
+INSTANTIATE_TEST_SUITE_P(All, WalkedAssociations,
+                         testing::Combine(testing::ValuesIn(FORMS), testing::ValuesIn(CLASSES)), class_name);
+INSTANTIATE_TEST_SUITE_P(NamesOnly, WalkedAssociations,
+                         testing::Combine(testing::Values(Form::Names),
+                                          testing::Values(ETHERNET_STATISTICAL_DATA)),
+                         class_name);
+
+class WalkedInstances : public WalkedAssociations {};
+
+TEST_P(WalkedInstances, AreReturnedAsNullWhenTheBrokerCannotMakeThem) {
     for_each_broker_failure(Make::Instance, Failure::Null, [&](std::size_t nth) {
         const Answer answer = all();
-        auto wanted = expected();
+        Paths wanted = expected();
         if (broker.fault_hit()) wanted[nth - 1] = RecordedPath::of(Object::Null);
         EXPECT_EQ(associations_of(answer), wanted);
         EXPECT_EQ(status, 0);
     });
 }
-INSTANTIATE_TEST_SUITE_P(Of, AssociationInstances, testing::ValuesIn(CLASSES), WalkerRowName());
 
-class AssociationNames : public WalkerRowSuite<Form::Names> {};
-TEST_P(AssociationNames, AreOneATunnelInTableOrder) {
-    one_association_a_tunnel();
-}
-TEST_P(AssociationNames, HaveTheClientsSpellingOfTheClass) {
-    the_association_has_the_clients_spelling();
-}
-TEST_P(AssociationNames, AreMadeLocalEndpointFirst) {
-    the_local_endpoint_is_made_first();
-}
-TEST_P(AssociationNames, StopAtAnEndThatTheBrokerCannotMake) {
-    a_path_that_the_broker_cannot_make();
-}
-TEST_P(AssociationNames, StopAtTheFirstTunnelWithoutItsProfile) {
-    stops_at_the_first_tunnel_without_its_profile();
-}
-TEST_P(AssociationNames, EndWithTheLinkTable) {
-    the_end_of_the_table_ends_the_walk();
-}
-TEST_P(AssociationNames, WithoutTunnelsAreNone) {
-    without_tunnels_nothing_but_the_trace();
-}
-INSTANTIATE_TEST_SUITE_P(Of, AssociationNames, testing::ValuesIn(classes_of_names()), WalkerRowName());
+INSTANTIATE_TEST_SUITE_P(All, WalkedInstances,
+                         testing::Combine(testing::Values(Form::Instances), testing::ValuesIn(CLASSES)),
+                         class_name);
 
-// ---- What is particular. ----
-
-class InstanceWalker : public Walker<Form::Instances> {};
-class NameWalker : public Walker<Form::Names> {};
+// What both walkers show.
+class WalkerForms : public WalkerTest, public testing::WithParamInterface<Form> {
+  protected:
+    Form form() const { return GetParam(); }
+    bool names() const { return form() == Form::Names; }
+    Answer all(const std::string& className) { return WalkerTest::all(form(), className); }
+    void expect_stop_after_two(const std::string& className) {
+        const Answer answer = all(className);
+        EXPECT_EQ(answer.returned.size(), 2U) << className;
+        EXPECT_EQ(status, -1);
+        expect_trace_without_exit(answer.output, function(form()));
+    }
+};
 
 // The profile above stands in for any end; these are the ends that can be missing on their own.
-template <typename Walk>
-void expect_stop_after_two(Walk all, const char* className) {
-    const Answer answer = all(className);
-    EXPECT_EQ(answer.returned.size(), 2U) << className;
-    EXPECT_EQ(answer.output.find("Exiting get_all_binds_to_"), std::string::npos) << className;
-}
-
-TEST_F(InstanceWalker, StopsAtATunnelWhoseOtherEndIsMissing) {
+TEST_P(WalkerForms, StopAtATunnelWhoseOtherEndIsMissing) {
     emulator::remove_port(BY_IF_INDEX.ethernet);
-    expect_stop_after_two([&](const char* name) { return all(name); }, "KESTO_IPEthernetEndpoint");
-    EXPECT_EQ(status, -1);
+    expect_stop_after_two("KESTO_IPEthernetEndpoint");
 
     FcipLinkEntry withoutPort = link_row(BY_IF_INDEX);
     withoutPort.kfmFcipLinkExtEthIfIndex = 0;
     emulator::add_link(withoutPort);
-    for (const char* className : {"KESTO_TCPEndPointStatisticalData", "KESTO_IPEndPointStatisticalData"}) {
-        expect_stop_after_two([&](const char* name) { return all(name); }, className);
-        EXPECT_EQ(status, -1);
-    }
+    expect_stop_after_two("KESTO_TCPEndPointStatisticalData");
+    expect_stop_after_two("KESTO_IPEndPointStatisticalData");
+    if (names()) expect_stop_after_two("KESTO_EthernetPortStatisticalData");
     for (const char* className : {"KESTO_SwitchHostedFCIPAccessPoint", "KESTO_SwitchHostedIPAccessPoint",
                                   "KESTO_SwitchHostedTCPAccessPoint"}) {
         emulator::clear_faults();
         emulator::fail_call("switch_fill_reference_str", 3);
-        expect_stop_after_two([&](const char* name) { return all(name); }, className);
-        EXPECT_EQ(status, -1);
+        expect_stop_after_two(className);
     }
 }
 
-TEST_F(NameWalker, StopsAtATunnelWhoseOtherEndIsMissing) {
-    emulator::remove_port(BY_IF_INDEX.ethernet);
-    expect_stop_after_two([&](const char* name) { return all(name); }, "KESTO_IPEthernetEndpoint");
-    EXPECT_EQ(status, -1);
-
-    FcipLinkEntry withoutPort = link_row(BY_IF_INDEX);
-    withoutPort.kfmFcipLinkExtEthIfIndex = 0;
-    emulator::add_link(withoutPort);
-    for (const char* className : {"KESTO_TCPEndPointStatisticalData", "KESTO_IPEndPointStatisticalData",
-                                  "KESTO_EthernetPortStatisticalData"}) {
-        expect_stop_after_two([&](const char* name) { return all(name); }, className);
-        EXPECT_EQ(status, -1);
-    }
-    for (const char* className : {"KESTO_SwitchHostedFCIPAccessPoint", "KESTO_SwitchHostedIPAccessPoint",
-                                  "KESTO_SwitchHostedTCPAccessPoint"}) {
-        emulator::clear_faults();
-        emulator::fail_call("switch_fill_reference_str", 3);
-        expect_stop_after_two([&](const char* name) { return all(name); }, className);
-        EXPECT_EQ(status, -1);
-    }
-}
-
-TEST_F(InstanceWalker, MakesBothEndsBeforeItTestsEither) {
-    emulator::add_fault(fault("fcip_get_entity_entry", Effect::Fail)); // no endpoint path can be made
+TEST_P(WalkerForms, MakeBothEndsBeforeTheyTestEither) {
+    inject({.symbol = "fcip_get_entity_entry"}); // no endpoint path can be made
     all("KESTO_SwitchHostedFCIPAccessPoint");
     EXPECT_EQ(emulator::count("switch_fill_reference_str"), 1U);
     EXPECT_EQ(status, -1);
 }
 
-TEST_F(NameWalker, MakesBothEndsBeforeItTestsEither) {
-    emulator::add_fault(fault("fcip_get_entity_entry", Effect::Fail));
-    all("KESTO_SwitchHostedFCIPAccessPoint");
-    EXPECT_EQ(emulator::count("switch_fill_reference_str"), 1U);
-    EXPECT_EQ(status, -1);
-}
-
-TEST_F(NameWalker, SwapsTheRolesOfStatisticsAgainstTheInstances) {
-    const Answer ip = all("KESTO_IPEndPointStatisticalData");
-    ASSERT_EQ(ip.paths.size(), 5U);
-    EXPECT_EQ(ip.paths[0].key("ManagedElement"),
-              test_support::Value(path(End::Statistics, "KESTO_IPEndPointStatistics", BY_PROFILE)));
-    EXPECT_EQ(ip.paths[0].key("Stats"),
-              test_support::Value(path(End::IpEndpoint, "KESTO_IPProtocolEndPoint", BY_PROFILE)));
-    const Answer tcp = all("KESTO_TCPEndPointStatisticalData");
-    ASSERT_EQ(tcp.paths.size(), 5U);
-    EXPECT_EQ(tcp.paths[0].key("ManagedElement"),
-              test_support::Value(path(End::Statistics, "KESTO_TCPEndPointStatistics", BY_PROFILE)));
-    EXPECT_EQ(tcp.paths[0].key("Stats"),
-              test_support::Value(path(End::FcipEndpoint, "KESTO_FCIPProtocolEndPoint", BY_PROFILE)));
-}
-
-TEST_F(InstanceWalker, HasTheEndpointAsTheManagedElementOfStatistics) {
-    const Answer ip = all("KESTO_IPEndPointStatisticalData");
-    ASSERT_EQ(ip.instances.size(), 5U);
-    EXPECT_EQ(ip.instances[0].value("ManagedElement"),
-              test_support::Value(path(End::IpEndpoint, "KESTO_IPProtocolEndPoint", BY_PROFILE)));
-    EXPECT_EQ(ip.instances[0].value("Stats"),
-              test_support::Value(path(End::Statistics, "KESTO_IPEndPointStatistics", BY_PROFILE)));
-}
-
-TEST_F(NameWalker, CarriesTheTwoFlagsOfSettingAssociationsAsKeys) {
-    for (const char* className :
-         {"KESTO_FCIPElementSettingData", "KESTO_TCPElementSettingData", "KESTO_IPElementSettingData"}) {
-        SCOPED_TRACE(className);
-        for (const RecordedPath& name : all(className).paths) {
-            ASSERT_EQ(name.keys().size(), 4U);
-            EXPECT_EQ(name.keys()[2], (test_support::Set{"IsDefault", CMPI_uint16, 1}));
-            EXPECT_EQ(name.keys()[3], (test_support::Set{"IsCurrent", CMPI_uint16, 1}));
-        }
+TEST_P(WalkerForms, MakeAnIpEndpointPathForEachRemoteTcpAssociationAndDropIt) {
+    for (const char* className : {"KESTO_SANTCPEndpoint", "kesto_santcpendpoint"}) {
+        broker.clear_calls();
+        const Answer answer = all(className);
+        EXPECT_TRUE(answer.returned.empty());
+        EXPECT_EQ(classes_of_paths_made(), Texts(5, "KESTO_IPProtocolEndPoint"));
+        EXPECT_EQ(status, 0);
+        expect_whole_trace(answer.output, function(form()));
     }
+    const Answer operation =
+        names() ? enumerate_names("KESTO_SANTCPEndpoint") : enumerate("KESTO_SANTCPEndpoint");
+    EXPECT_TRUE(operation.returned.empty());
 }
 
-TEST_F(InstanceWalker, IpSettingsAssociationPointsToTheTcpSettingsPath) {
-    const Answer answer = all("KESTO_IPElementSettingData");
-    ASSERT_EQ(answer.instances.size(), 5U);
-    EXPECT_EQ(answer.instances[0].value("ManagedElement"),
-              test_support::Value(path(End::IpEndpoint, "KESTO_TCPSettings", BY_PROFILE)));
-}
-
-TEST_F(InstanceWalker, HasTheTcpEndpointAsTheAntecedentOfTheIpEndpoint) {
-    const Answer answer = all("KESTO_TCPIPEndpoint");
-    ASSERT_EQ(answer.instances.size(), 5U);
-    EXPECT_EQ(answer.instances[0].value("Antecedent"),
-              test_support::Value(path(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_PROFILE)));
-}
-
-// ---- The class that produces nothing, the classes that are not walked. ----
-
-const std::vector<std::string> FIVE_IP_ENDPOINTS(5, "newObjectPath root/kesto KESTO_IPProtocolEndPoint");
-
-TEST_F(InstanceWalker, MakesAnIpEndpointPathForEachRemoteTcpAssociationAndDropsIt) {
-    const Answer answer = all("KESTO_SANTCPEndpoint");
-    EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(broker.call_texts("newObjectPath"), FIVE_IP_ENDPOINTS);
-    EXPECT_EQ(own_trace(answer), whole_trace());
-    EXPECT_EQ(status, 0);
-}
-
-TEST_F(NameWalker, MakesAnIpEndpointPathForEachRemoteTcpAssociationAndDropsIt) {
-    const Answer answer = all("kesto_santcpendpoint");
-    EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(broker.call_texts("newObjectPath"), FIVE_IP_ENDPOINTS);
-    EXPECT_EQ(own_trace(answer), whole_trace());
-    EXPECT_EQ(status, 0);
-}
-
-TEST_F(InstanceWalker, WalksNoEthernetStatisticalData) {
-    const Answer answer = all("KESTO_EthernetPortStatisticalData");
-    EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(broker.call_texts("newObjectPath").size(), 0U);
-}
-
-TEST_F(InstanceWalker, VisitsEveryTunnelForAClassThatItDoesNotKnow) {
-    for (const char* className :
-         {"KESTO_NoSuchAssociation", "", "KESTO_FCPortProtocolEndPoint", "CIM_HostedAccessPoint"}) {
+TEST_P(WalkerForms, VisitEveryTunnelForAClassThatTheyDoNotKnow) {
+    for (const char* className : {"KESTO_NoSuchAssociation", "", "KESTO_FCPortProtocolEndPoint",
+                                  "CIM_HostedAccessPoint", "KESTO_RemoteIPPort"}) {
         emulator::clear_calls();
         const Answer answer = all(className);
-        EXPECT_EQ(answer.returned.size(), 0U);
-        EXPECT_EQ(answer.output, whole_trace());
+        EXPECT_TRUE(answer.returned.empty());
+        EXPECT_EQ(answer.output, entering(function(form())) + exiting(function(form())));
         EXPECT_EQ(links_asked_for(), 6U);
         EXPECT_EQ(status, 0);
     }
 }
 
-TEST_F(NameWalker, VisitsEveryTunnelForAClassThatItDoesNotKnow) {
-    const Answer answer = all("KESTO_RemoteIPPort");
-    EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(answer.output, whole_trace());
-    EXPECT_EQ(links_asked_for(), 6U);
-}
-
-// ---- Tunnels of entity 65535, which have no Ethernet endpoint. ----
-
-void add_tunnel_of_entity_65535() {
-    FcipLinkEntry row = link_row(BY_ADDRESS);
-    row.kfmFcipEntityId = 65535;
-    emulator::add_link(row);
-    FcipEntityEntry profile = emulator::find_entity(BY_ADDRESS.entity).value();
-    profile.kfmFcipEntityId = 65535;
-    emulator::add_entity(profile);
-}
-
-TEST_F(InstanceWalker, SkipsEntity65535ForTheEthernetEndpointOnly) {
-    add_tunnel_of_entity_65535();
-    const Answer answer = all("KESTO_IPEthernetEndpoint");
-    EXPECT_EQ(answer.instances.size(), 5U);
-    EXPECT_EQ(broker.call_texts("newObjectPath").size(), 15U) << "skipped before anything is built";
+// A tunnel of entity 65535 has no Ethernet endpoint. The one added stands before a tunnel of entity 65536.
+TEST_P(WalkerForms, SkipEntity65535ForTheEthernetEndpointOnly) {
+    for (const std::uint32_t entity : {65535U, 65536U}) {
+        FcipLinkEntry row = link_row(BY_ADDRESS);
+        row.kfmFcipEntityId = entity;
+        row.kfmFcipLinkIndex = 0;
+        emulator::add_link(row);
+        FcipEntityEntry profile = emulator::find_entity(BY_ADDRESS.entity).value();
+        profile.kfmFcipEntityId = entity;
+        emulator::add_entity(profile);
+    }
+    EXPECT_EQ(all("KESTO_IPEthernetEndpoint").returned.size(), 6U);
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(all("KESTO_SwitchHostedIPAccessPoint").instances.size(), 6U);
+    EXPECT_EQ(broker.call_texts("newObjectPath").size(), 18U) << "skipped before anything is built";
+    EXPECT_EQ(all("KESTO_SwitchHostedIPAccessPoint").returned.size(), 7U);
+    EXPECT_EQ(all("KESTO_FCIPPEBasedOn").returned.size(), 7U);
 }
 
-TEST_F(NameWalker, SkipsEntity65535ForTheEthernetEndpointOnly) {
-    add_tunnel_of_entity_65535();
-    EXPECT_EQ(all("KESTO_IPEthernetEndpoint").paths.size(), 5U);
-    EXPECT_EQ(broker.call_texts("newObjectPath").size(), 15U);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(all("KESTO_FCIPPEBasedOn").paths.size(), 6U);
-}
-
-TEST_F(NameWalker, GoesOnBehindATunnelOfEntity65535) {
-    FcipLinkEntry skipped = link_row(BY_ADDRESS);
-    skipped.kfmFcipEntityId = 65535;
-    skipped.kfmFcipLinkIndex = 0;
-    emulator::add_link(skipped);
-    FcipLinkEntry behind = link_row(BY_ADDRESS);
-    behind.kfmFcipEntityId = 65536;
-    emulator::add_link(behind);
-    FcipEntityEntry profile = emulator::find_entity(BY_ADDRESS.entity).value();
-    profile.kfmFcipEntityId = 65536;
-    emulator::add_entity(profile);
-    EXPECT_EQ(all("KESTO_IPEthernetEndpoint").paths.size(), 6U);
-}
-
-// ---- The system that hosts a tunnel. ----
-
-TEST_F(InstanceWalker, NamesTheHostingSystemWithoutALookAtItsLookup) {
+TEST_P(WalkerForms, NameTheHostingSystemWithoutALookAtItsLookup) {
     emulator::add_vsan({BY_PROFILE.vsan, "VSAN20", false, "unused"}); // no domain: the lookup writes "NULL"
-    const Answer answer = all("KESTO_SwitchHostedTCPAccessPoint");
-    ASSERT_EQ(answer.instances.size(), 5U);
-    EXPECT_EQ(answer.instances[0].value("Antecedent"),
-              test_support::Value(system_path("KESTO_LogicalComputerSystem", "NULL")));
+    const Paths found = associations_of(all("KESTO_SwitchHostedTCPAccessPoint"));
+    ASSERT_EQ(found.size(), 5U);
+    EXPECT_EQ(found[0].key("Antecedent"), Value(system_path("KESTO_LogicalComputerSystem", "NULL")));
 }
 
-TEST_F(NameWalker, NamesTheHostingSystemWithoutALookAtItsLookup) {
-    emulator::add_vsan({BY_PROFILE.vsan, "VSAN20", false, "unused"});
-    const Answer answer = all("KESTO_SwitchHostedTCPAccessPoint");
-    ASSERT_EQ(answer.paths.size(), 5U);
-    EXPECT_EQ(answer.paths[0].key("Antecedent"),
-              test_support::Value(system_path("KESTO_LogicalComputerSystem", "NULL")));
-}
-
-// ---- Numbered trace lines. ----
-
-std::string five_times(const std::string& line) {
-    return line + line + line + line + line;
-}
-
-TEST_F(InstanceWalker, TracesLine1893ForEachEthernetEndpointAnd2024ForEachTcpStatistics) {
-    EXPECT_EQ(own_trace(all("KESTO_IPEthernetEndpoint")), whole_trace(five_times(line_trace(1893))));
-    EXPECT_EQ(own_trace(all("KESTO_TCPEndPointStatisticalData")), whole_trace(five_times(line_trace(2024))));
-}
-
-TEST_F(NameWalker, TracesLine1602ForEachEthernetEndpoint) {
-    EXPECT_EQ(own_trace(all("KESTO_IPEthernetEndpoint")), whole_trace(five_times(line_trace(1602))));
-}
-
-TEST_F(InstanceWalker, TracesTheLineBehindTheIpEndpointsPath) {
+TEST_P(WalkerForms, TraceTheLineAfterTheIpEndpointsPath) {
     const std::string output = all("KESTO_IPEthernetEndpoint").output;
-    EXPECT_LT(output.find(exiting("ip_pe_fill_reference")), output.find(line_trace(1893))) << output;
-    EXPECT_LT(output.find(line_trace(1893)),
-              output.find(entering("ip_pe_fill_reference"), output.find(line_trace(1893))));
+    const std::size_t at = output.find(line(form(), names() ? 1602 : 1893));
+    EXPECT_LT(output.find(exiting("ip_pe_fill_reference")), at) << output;
+    EXPECT_LT(at, output.find(entering("ip_pe_fill_reference"), at));
 }
 
-TEST_F(NameWalker, TracesTheLineBehindTheIpEndpointsPath) {
-    const std::string output = all("KESTO_IPEthernetEndpoint").output;
-    EXPECT_LT(output.find(exiting("ip_pe_fill_reference")), output.find(line_trace(1602))) << output;
+TEST_P(WalkerForms, AreWhatTheOperationsEnumerate) {
+    const Answer answer =
+        names() ? enumerate_names("KESTO_FCIPTCPEndpoint") : enumerate("KESTO_FCIPTCPEndpoint");
+    EXPECT_EQ(associations_of(answer), expected_associations(form(), CLASSES[2], "KESTO_FCIPTCPEndpoint"));
 }
 
-TEST_F(NameWalker, TracesNoOtherLines) {
-    for (const WalkerRow& row : classes_of_names()) {
-        if (std::string(row.className) == "KESTO_IPEthernetEndpoint") continue;
-        EXPECT_EQ(own_trace(all(row.className)), whole_trace()) << row.className;
-    }
+INSTANTIATE_TEST_SUITE_P(Of, WalkerForms, testing::ValuesIn(FORMS), testing::PrintToStringParamName());
+
+TEST_F(WalkerTest, WalksNoInstancesOfEthernetStatisticalData) {
+    EXPECT_TRUE(all(Form::Instances, "KESTO_EthernetPortStatisticalData").returned.empty());
+    EXPECT_EQ(classes_of_paths_made(), Texts{});
 }
 
-TEST_F(InstanceWalker, TracesNoOtherLines) {
-    for (const WalkerRow& row : CLASSES) {
-        const std::string name = row.className;
-        if (name == "KESTO_IPEthernetEndpoint" || name == "KESTO_TCPEndPointStatisticalData") continue;
-        EXPECT_EQ(own_trace(all(name)), whole_trace()) << name;
-    }
-}
-
-// ---- The rest of the contract. ----
-
-TEST_F(InstanceWalker, DoesNotUseThePropertyList) {
+TEST_F(WalkerTest, DoesNotUseThePropertyList) {
     const char* properties[] = {"Antecedent", nullptr};
     const Answer answer = walk([&](const CMPIResult* result) {
         return get_all_binds_to_instances("KESTO_FCIPTCPEndpoint", result, properties, NAMESPACE);
     });
     EXPECT_EQ(associations_of(answer),
-              expected_associations<Form::Instances>(CLASSES[2], "KESTO_FCIPTCPEndpoint"));
+              expected_associations(Form::Instances, CLASSES[2], "KESTO_FCIPTCPEndpoint"));
     for (const test_support::RecordedInstance& instance : answer.instances)
         EXPECT_TRUE(instance.filters().empty());
-}
-
-TEST_F(NameWalker, AreWhatTheOperationsEnumerate) {
-    EXPECT_EQ(associations_of(enumerate_names("KESTO_FCIPTCPEndpoint")),
-              expected_associations<Form::Names>(CLASSES[2], "KESTO_FCIPTCPEndpoint"));
-    EXPECT_EQ(associations_of(enumerate("KESTO_FCIPTCPEndpoint")),
-              expected_associations<Form::Instances>(CLASSES[2], "KESTO_FCIPTCPEndpoint"));
-}
-
-TEST_F(NameWalker, ReturnsNothingForRemoteTcpAssociationsHoweverManyTunnelsThereAre) {
-    EXPECT_EQ(enumerate("KESTO_SANTCPEndpoint").returned.size(), 0U);
-    EXPECT_EQ(enumerate_names("KESTO_SANTCPEndpoint").returned.size(), 0U);
 }
 
 } // namespace

@@ -1,76 +1,195 @@
-// The associators members, row by row: the instance at the far end of each association they know.
-#include <sys/mman.h>
-#include <unistd.h>
+// The associator functions, row by row and in both forms: the objects at the far end of each association.
+#include <gtest/gtest.h>
 
-#include <new>
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <vector>
 
-#include "include/classes.h"
-#include "tests/assoc/associator_suite.h"
+#include "tests/assoc/association_test.h"
+#include "tests/assoc/associator_rows.h"
 
 using namespace golden;
 using emulator::Effect;
-using test_support::Answer;
 using test_support::Failure;
 using test_support::Filter;
+using test_support::for_each_effect;
 using test_support::Make;
 using test_support::Object;
-using test_support::RecordedInstance;
+using test_support::ROW_FAILURES;
+using test_support::STATUS_FAILURES;
 
 namespace {
 
-// ---- Every row. ----
+using Texts = std::vector<std::string>;
+using FarEnds = std::vector<FarEnd>;
 
-class AssociatorsTunnelRow : public AssociatorSuite<AssociatorsRow> {};
+class AssociatorRows : public AssociationTest, public testing::WithParamInterface<AssociatorRow> {
+  protected:
+    const AssociatorRow& row() const { return GetParam(); }
+    bool returns_names() const { return row().form == Form::Names; }
 
-TEST_P(AssociatorsTunnelRow, EachKeyNamesItsTunnelInTheRowsMode) {
-    each_key_names_its_tunnel();
-}
-TEST_P(AssociatorsTunnelRow, LetterCaseOfTheAssociationClassDoesNotMatter) {
-    letter_case_does_not_matter();
-}
-TEST_P(AssociatorsTunnelRow, AFailedLookupReturnsNothing) {
-    a_failed_lookup_returns_nothing();
-}
-TEST_P(AssociatorsTunnelRow, EachCallMayFailOnItsOwn) {
-    each_call_may_fail_on_its_own();
-}
+    Answer ask(const std::string& key, const std::string& asked) {
+        return call(row().form, *row().source, key, asked.c_str());
+    }
+    Answer ask_hit(const std::string& asked) { return ask(hit_key(row().reading), asked); }
+    Answer ask_hit() { return ask_hit(row().asked); }
 
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsTunnelRow, testing::ValuesIn(tunnel_rows(ASSOCIATORS_ROWS)),
-                         RowName());
+    Texts expected(const FarEnds& ends, const Tunnel& tunnel) const {
+        Texts texts;
+        for (const FarEnd& far : ends)
+            texts.push_back(object(row().form, far.end, far.className, tunnel));
+        return texts;
+    }
+    Texts expected_of_port(const FarEnds& ends) const {
+        Texts texts;
+        for (const FarEnd& far : ends)
+            texts.push_back(port_object(row().form, far.end, far.className, GIGABIT_PORT));
+        return texts;
+    }
+    Texts expected_of_hit(const FarEnds& ends) const {
+        return row().reading == Reading::Port ? expected_of_port(ends)
+                                              : expected(ends, *hit_of(row().reading).tunnel(row().reading));
+    }
+    Texts expected_of_hit() const { return expected_of_hit(row().far); }
 
-class AssociatorsPortRow : public AssociatorSuite<AssociatorsRow> {};
+    // What was returned, identified by the ends that it should be.
+    Texts returned(const Answer& answer, const FarEnds& ends) const {
+        Texts texts;
+        for (std::size_t at = 0; at < answer.returned.size(); ++at) {
+            if (returns_names() && at < answer.paths.size()) {
+                texts.push_back(answer.paths[at].text());
+            } else if (!returns_names() && at < answer.instances.size() && at < ends.size()) {
+                texts.push_back(identity(ends[at].end, answer.instances[at]));
+            } else {
+                texts.push_back(testing::PrintToString(answer.returned[at]));
+            }
+        }
+        return texts;
+    }
+    Texts returned(const Answer& answer) const { return returned(answer, row().far); }
 
-TEST_P(AssociatorsPortRow, TheKeyIsThePortsIfIndex) {
-    const Answer hit = ask_hit();
-    EXPECT_EQ(returned(hit), expected_of_port(GIGABIT_PORT));
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(own_trace(hit), whole_trace());
-    EXPECT_EQ(returned(ask(std::string(GIGABIT_PORT_TEXT) + "_text behind it", row().tested)),
-              expected_of_port(GIGABIT_PORT));
-}
-TEST_P(AssociatorsPortRow, AnUnknownPortReturnsNothing) {
-    for (const char* key : {"999", "", "no number"}) {
-        SCOPED_TRACE(key);
-        const Answer miss = ask(key, row().tested);
-        EXPECT_EQ(returned(miss), Texts{});
+    void expect_success(const Answer& answer) const {
         EXPECT_EQ(status, 0);
-        EXPECT_EQ(own_trace(miss), whole_trace());
+        EXPECT_EQ(answer.doneCalls, 0U);
+        expect_whole_trace(answer.output, row().source->function(row().form));
+    }
+};
+
+std::string row_name(const testing::TestParamInfo<AssociatorRow>& info) {
+    const AssociatorRow& row = info.param;
+    return text_of(row.form) + "_" + row.source->name + "_" + row.asked;
+}
+
+template <typename Predicate>
+std::vector<AssociatorRow> rows_that(Predicate predicate) {
+    std::vector<AssociatorRow> found;
+    std::copy_if(associator_rows().begin(), associator_rows().end(), std::back_inserter(found), predicate);
+    return found;
+}
+
+TEST_P(AssociatorRows, LetterCaseOfTheAssociationClassDoesNotMatter) {
+    for (const std::string& spelled :
+         {in_mixed_case(row().asked), in_mixed_case("x" + std::string(row().asked)).substr(1)}) {
+        SCOPED_TRACE(spelled);
+        EXPECT_EQ(returned(ask_hit(spelled)), expected_of_hit());
     }
 }
-TEST_P(AssociatorsPortRow, LetterCaseOfTheAssociationClassDoesNotMatter) {
-    letter_case_does_not_matter();
+
+INSTANTIATE_TEST_SUITE_P(All, AssociatorRows, testing::ValuesIn(associator_rows()), row_name);
+
+// Rows whose key names a tunnel.
+class TunnelAssociators : public AssociatorRows {};
+
+TEST_P(TunnelAssociators, EachKeyNamesItsTunnelAsTheRowReadsIt) {
+    for (const Probe& probe : PROBES) {
+        SCOPED_TRACE(std::string("key \"") + probe.key + "\"");
+        const Tunnel* tunnel = probe.tunnel(row().reading);
+        const Answer answer = ask(probe.key, row().asked);
+        EXPECT_EQ(returned(answer), tunnel == nullptr ? Texts{} : expected(row().far, *tunnel));
+        expect_success(answer);
+    }
 }
-TEST_P(AssociatorsPortRow, NoTunnelIsLookedUp) {
+
+TEST_P(TunnelAssociators, FailedLookupReturnsNothing) {
+    for_each_effect(ROW_FAILURES, {.symbol = "fcip_get_link_entry"}, [&] {
+        const Answer answer = ask_hit();
+        EXPECT_EQ(returned(answer), Texts{});
+        expect_success(answer);
+    });
+}
+
+// Only objects are returned, and the function comes to its end.
+TEST_P(TunnelAssociators, EachCallMayFailOnItsOwn) {
+    const auto check = [&](const Answer& answer) {
+        for (const test_support::Returned& object : answer.returned) {
+            EXPECT_TRUE(object.path.is_valid() && object.instance.is_valid())
+                << testing::PrintToString(object);
+        }
+        expect_success(answer);
+    };
+    for_each_failing_call([&] { return ask_hit(); }, check);
+}
+
+TEST_P(TunnelAssociators, ObjectThatTheBrokerCannotMakeIsSkipped) {
+    const std::vector<Make> names{Make::ObjectPath};
+    const std::vector<Make> instances{Make::ObjectPath, Make::Instance};
+    for (const Make what : returns_names() ? names : instances) {
+        for_each_broker_failure(what, Failure::Null, [&](std::size_t nth) {
+            const Answer answer = ask_hit();
+            FarEnds left = row().far;
+            if (broker.fault_hit() && nth <= left.size())
+                left.erase(left.begin() + static_cast<std::ptrdiff_t>(nth - 1));
+            EXPECT_EQ(returned(answer, left), expected_of_hit(left));
+            expect_success(answer);
+        });
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TunnelAssociators, testing::ValuesIn(rows_that([](const AssociatorRow& row) {
+                             return row.reading != Reading::Port;
+                         })),
+                         row_name);
+
+// Rows whose key is a port's if-index.
+class PortAssociators : public AssociatorRows {};
+
+TEST_P(PortAssociators, KeyIsThePortsIfIndexWhateverFollowsIt) {
+    for (const std::string key : {GIGABIT_PORT_TEXT, "-1694433280_text after it"}) {
+        const Answer hit = ask(key, row().asked);
+        EXPECT_EQ(returned(hit), expected_of_hit());
+        expect_success(hit);
+    }
+}
+
+TEST_P(PortAssociators, UnknownPortReturnsNothing) {
+    for (const char* key : {"999", "", "no number"}) {
+        SCOPED_TRACE(key);
+        const Answer miss = ask(key, row().asked);
+        EXPECT_EQ(returned(miss), Texts{});
+        expect_success(miss);
+    }
+}
+
+TEST_P(PortAssociators, NoTunnelIsLookedUp) {
     ask_hit();
     EXPECT_EQ(emulator::count("fcip_get_link_entry"), 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsPortRow, testing::ValuesIn(port_rows(ASSOCIATORS_ROWS)), RowName());
+INSTANTIATE_TEST_SUITE_P(All, PortAssociators, testing::ValuesIn(rows_that([](const AssociatorRow& row) {
+                             return row.reading == Reading::Port;
+                         })),
+                         row_name);
 
-// Each service below a row failing, and the broker failing.
-class AssociatorsFailure : public AssociatorSuite<AssociatorsRow> {};
+// A failure of the platform, and the ends that cannot be made when it happens.
+struct PlatformFailure {
+    const char* symbol;
+    const char* where;
+    std::vector<Effect> effects;
+    std::vector<End> breaks;
+};
 
-const std::vector<PlatformFailure>& instance_failures() {
+const std::vector<PlatformFailure>& failures_of_both() {
     static const std::vector<PlatformFailure> FAILURES{
         {"fcip_get_entity_entry",
          "",
@@ -78,347 +197,139 @@ const std::vector<PlatformFailure>& instance_failures() {
          {End::FcipEndpoint, End::TcpEndpoint, End::IpEndpoint, End::FcipSettings, End::TcpSettings,
           End::IpSettings, End::RemoteFcipPort, End::RemoteIpAccessPoint, End::RemoteTcpPort, End::Profile}},
         {"fcip_snmp_get_link_errors", "", ROW_FAILURES, {End::Statistics}},
-        {emulator::LINE_CARD, "", {Effect::NoAnswer}, {End::Statistics}},
-        {"cmi_req_resp", "", ROW_FAILURES, {End::IpSettings}},
-        {"fcip_get_link_entry", "op=1", ROW_FAILURES, {End::TcpSettings}},
         {"pm_cim_get_port_info",
          "",
          STATUS_FAILURES,
          {End::LanEndpoint, End::EthernetStatistics, End::EthernetPort}},
-        {"pm_get_port_counters", "", STATUS_FAILURES, {End::EthernetStatistics}},
         {"pm_cim_find_interface", "", {Effect::Fail}, {End::FcPort}},
-        {"fcport_build_instance_pm", "", {Effect::Fail}, {End::FcPort}},
         {"vsan_cim_get_vsanEntry", "", STATUS_FAILURES, {End::HostingSystem}},
         {"dm_cim_get_dmEntry", "", STATUS_FAILURES, {End::HostingSystem}},
-        {"switch_build_instance_str", "", {Effect::Fail}, {End::HostingSystem}},
     };
     return FAILURES;
 }
 
-bool fails_below(const AssociatorsRow& row) {
-    return std::any_of(instance_failures().begin(), instance_failures().end(),
-                       [&](const PlatformFailure& failure) { return failure.breaks_end(row.far[0].end); });
-}
-std::vector<AssociatorsRow> rows_with_platform_failures() {
-    std::vector<AssociatorsRow> found;
-    std::copy_if(ASSOCIATORS_ROWS.begin(), ASSOCIATORS_ROWS.end(), std::back_inserter(found), fails_below);
-    return found;
+const std::vector<PlatformFailure>& failures_of_one(Form form) {
+    static const std::vector<PlatformFailure> NAMES{
+        {"fcip_get_entity_entry", "", STATUS_FAILURES, {End::Statistics}},
+        {"fcip_get_link_entry", "op=1", STATUS_FAILURES, {End::Statistics}},
+        {"fcport_fill_reference_pm", "", {Effect::Fail}, {End::FcPort}},
+        {"switch_fill_reference_str", "", {Effect::Fail}, {End::HostingSystem}},
+        {"switch_fill_reference", "", {Effect::Fail}, {End::PhysicalSystem}},
+    };
+    static const std::vector<PlatformFailure> INSTANCES{
+        {emulator::LINE_CARD, "", {Effect::NoAnswer}, {End::Statistics}},
+        {"cmi_req_resp", "", ROW_FAILURES, {End::IpSettings}},
+        {"fcip_get_link_entry", "op=1", ROW_FAILURES, {End::TcpSettings}},
+        {"pm_get_port_counters", "", STATUS_FAILURES, {End::EthernetStatistics}},
+        {"fcport_build_instance_pm", "", {Effect::Fail}, {End::FcPort}},
+        {"switch_build_instance_str", "", {Effect::Fail}, {End::HostingSystem}},
+    };
+    return form == Form::Names ? NAMES : INSTANCES;
 }
 
-TEST_P(AssociatorsFailure, AnEndThatThePlatformFailsIsSkipped) {
-    an_end_that_the_platform_fails_is_skipped(instance_failures());
+// The IP endpoint's functions use the port block of IPEthernetEndpoint without a look at the status.
+bool takes_the_block_whatever_the_status(const AssociatorRow& row, const PlatformFailure& failure) {
+    return row.reading == Reading::IfIndexToken && std::string(failure.symbol) == "pm_cim_get_port_info";
 }
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsFailure, testing::ValuesIn(rows_with_platform_failures()),
-                         RowName());
 
-class AssociatorsBrokerFailure : public AssociatorSuite<AssociatorsRow> {};
+// Rows below which a service can fail: all that return something but TCP statistical data.
+class FailingAssociators : public AssociatorRows {};
 
-TEST_P(AssociatorsBrokerFailure, AnInstanceWithoutAPathIsSkipped) {
-    an_object_that_the_broker_cannot_make_is_skipped(Make::ObjectPath);
+TEST_P(FailingAssociators, EndThatThePlatformFailsIsSkipped) {
+    std::vector<PlatformFailure> failures = failures_of_both();
+    const std::vector<PlatformFailure>& others = failures_of_one(row().form);
+    failures.insert(failures.end(), others.begin(), others.end());
+    std::size_t tried = 0;
+    for (const PlatformFailure& failure : failures) {
+        FarEnds left = row().far;
+        std::erase_if(left, [&](const FarEnd& far) {
+            return std::find(failure.breaks.begin(), failure.breaks.end(), far.end) != failure.breaks.end();
+        });
+        if (left.size() == row().far.size()) continue; // not below this row
+        std::vector<Effect> effects = failure.effects;
+        if (takes_the_block_whatever_the_status(row(), failure)) std::erase(effects, Effect::FailWithRow);
+        const Texts wanted = expected_of_hit(left); // before the platform, which makes some of it, fails
+        for_each_effect(effects, {.symbol = failure.symbol, .where = failure.where}, [&] {
+            const Answer answer = ask_hit();
+            EXPECT_EQ(returned(answer, left), wanted);
+            expect_success(answer);
+            ++tried;
+        });
+    }
+    EXPECT_GT(tried, 0U) << "no platform service stands below this row";
 }
-TEST_P(AssociatorsBrokerFailure, AnInstanceThatTheBrokerCannotMakeIsSkipped) {
-    an_object_that_the_broker_cannot_make_is_skipped(Make::Instance);
-}
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsBrokerFailure, testing::ValuesIn(tunnel_rows(ASSOCIATORS_ROWS)),
-                         RowName());
+
+INSTANTIATE_TEST_SUITE_P(All, FailingAssociators, testing::ValuesIn(rows_that([](const AssociatorRow& row) {
+                             return !row.far.empty() && row.far[0].end != End::TcpStatisticalData;
+                         })),
+                         row_name);
 
 // Rows whose instance the library builds: it hands the request's properties on, and an instance without a
 // handle as it is.
-class AssociatorsBuiltRow : public AssociatorSuite<AssociatorsRow> {};
+class BuiltAssociators : public AssociatorRows {};
 
-TEST_P(AssociatorsBuiltRow, ThePropertyListIsHandedToTheBuilderUnchanged) {
+TEST_P(BuiltAssociators, PropertyListReachesTheBuilderUnchanged) {
     const char* properties[] = {"InstanceID", "Caption", nullptr};
-    const Answer answer = call(row().member->function, hit_key().c_str(), row().tested, properties);
+    const Answer answer =
+        call(row().source->instances, hit_key(row().reading).c_str(), row().asked, properties);
     ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].filters(),
-              (std::vector<Filter>{
-                  {std::vector<std::string>{"InstanceID", "Caption"}, std::vector<std::string>{}}}));
+              (std::vector<Filter>{test_support::filter_for(Texts{"InstanceID", "Caption"})}));
+    const Answer without = ask_hit();
+    ASSERT_EQ(without.instances.size(), 1U);
+    EXPECT_EQ(without.instances[0].filters(), (std::vector<Filter>{test_support::filter_for(std::nullopt)}));
 }
-TEST_P(AssociatorsBuiltRow, WithoutAPropertyListTheFilterGetsNone) {
-    const Answer answer = ask_hit();
-    ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(answer.instances[0].filters(),
-              (std::vector<Filter>{{std::nullopt, std::vector<std::string>{}}}));
-}
-TEST_P(AssociatorsBuiltRow, AnInstanceWithoutAHandleIsReturnedAsItIs) {
+
+TEST_P(BuiltAssociators, InstanceWithoutAHandleIsReturnedAsItIs) {
     broker.fail_every(Make::Instance, Failure::WithoutHandle);
     const Answer answer = ask_hit();
     ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].kind(), Object::WithoutHandle);
 }
 
-bool built_by_the_library(const AssociatorsRow& row) {
+bool built_by_the_library(const AssociatorRow& row) {
+    if (row.form == Form::Names) return false;
     const End end = row.far[0].end;
     return end != End::HostingSystem && end != End::FcPort && end != End::EthernetPort;
 }
-std::vector<AssociatorsRow> rows_built_by_the_library() {
-    std::vector<AssociatorsRow> found;
-    std::copy_if(ASSOCIATORS_ROWS.begin(), ASSOCIATORS_ROWS.end(), std::back_inserter(found),
-                 built_by_the_library);
-    return found;
-}
-INSTANTIATE_TEST_SUITE_P(Rows, AssociatorsBuiltRow, testing::ValuesIn(rows_built_by_the_library()),
-                         RowName());
+INSTANTIATE_TEST_SUITE_P(All, BuiltAssociators, testing::ValuesIn(rows_that(built_by_the_library)), row_name);
 
-// ---- Every member. ----
-
-class AssociatorsOfMember : public AssociationTest, public testing::WithParamInterface<AssociatorsMember> {
+// What every source's two functions do with an association class that they do not know.
+class AssociatorSources : public AssociationTest,
+                          public testing::WithParamInterface<std::tuple<Form, const AssociatorSource*>> {
   protected:
-    std::string function() const { return GetParam().name; }
+    Form form() const { return std::get<0>(GetParam()); }
+    const AssociatorSource& source() const { return *std::get<1>(GetParam()); }
+    Answer ask(const char* key, const char* asked) { return call(form(), source(), key, asked); }
 };
 
-TEST_P(AssociatorsOfMember, WithoutAnAssociationClassReturnsNothingAndDoesNotTraceItsExit) {
+TEST_P(AssociatorSources, WithoutAnAssociationClassReturnNothingAndDoNotTraceTheirExit) {
     for (const char* key : {"7_anything", "0_10.0.0.7", "0_7", GIGABIT_PORT_TEXT}) {
-        const Answer answer = call(GetParam().function, key, nullptr);
-        expect_no_object(answer);
+        const Answer answer = ask(key, nullptr);
+        EXPECT_TRUE(answer.returned.empty());
         EXPECT_EQ(status, 0);
-        EXPECT_EQ(trace_of(answer.output, function()), entering(function()));
+        expect_trace_without_exit(answer.output, source().function(form()));
     }
 }
 
-TEST_P(AssociatorsOfMember, AnUnknownAssociationClassReturnsNothing) {
+TEST_P(AssociatorSources, UnknownAssociationClassReturnsNothing) {
     for (const char* asked : {"KESTO_NoSuchAssociation", "", "KESTO_FCIPElementSettingDat"}) {
         SCOPED_TRACE(asked);
-        const Answer answer = call(GetParam().function, "7_anything", asked);
-        expect_no_object(answer);
+        const Answer answer = ask("7_anything", asked);
         EXPECT_EQ(status, 0);
-        EXPECT_EQ(trace_of(answer.output, function()), entering(function()) + exiting(function()));
-        EXPECT_EQ(answer.platformCalls, (std::vector<std::string>{"mutex_lock", "mutex_unlock"}));
+        expect_whole_trace(answer.output, source().function(form()));
+        // The IP endpoint names its hosting system for any other class.
+        if (form() == Form::Names && source().names == get_ip_pe_associator_names) continue;
+        EXPECT_TRUE(answer.returned.empty());
+        EXPECT_EQ(answer.platformCalls, (Texts{"mutex_lock", "mutex_unlock"}));
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Members, AssociatorsOfMember, testing::ValuesIn(ASSOCIATORS_MEMBERS), MemberName());
-
-// ---- What is particular. ----
-
-class AssociatorsTest : public AssociationTest {
-  protected:
-    using Texts = std::vector<std::string>;
-
-    Texts found(End end, AssociatorsFn* member, const char* key, const char* asked) {
-        Texts texts;
-        for (const RecordedInstance& made : call(member, key, asked).instances)
-            texts.push_back(identity(end, made));
-        return texts;
-    }
-    Answer ip_statistics() { return call(get_ip_pe_associators, "7_x", "KESTO_IPEndPointStatisticalData"); }
-    Answer tcp_statistics() {
-        return call(get_tcp_pe_associators, "7_x", "KESTO_TCPEndPointStatisticalData");
-    }
-};
-
-TEST_F(AssociatorsTest, IpEndpointReturnsOneInstanceForItsSettingsAssociation) {
-    EXPECT_EQ(found(End::IpSettings, get_ip_pe_associators, "7_x", "KESTO_IPElementSettingData"),
-              Texts{instance(End::IpSettings, "KESTO_IPSettings", BY_IF_INDEX)});
-    emulator::clear_calls();
-    call(get_ip_pe_associators, "7_x", "KESTO_IPElementSettingData");
-    EXPECT_EQ(emulator::count("vsan_cim_get_vsanEntry"), 0U) << "the hosting system is for the names only";
+std::string source_name(const testing::TestParamInfo<std::tuple<Form, const AssociatorSource*>>& info) {
+    return text_of(std::get<0>(info.param)) + "_" + std::get<1>(info.param)->name;
 }
-
-TEST_F(AssociatorsTest, IpEndpointReturnsTheHostingSystemForItsHostedAccessPoint) {
-    EXPECT_EQ(found(End::HostingSystem, get_ip_pe_associators, "7_x", "KESTO_SwitchHostedIPAccessPoint"),
-              Texts{instance(End::HostingSystem, "KESTO_LogicalComputerSystem", BY_IF_INDEX)});
-}
-
-TEST_F(AssociatorsTest, IpEndpointReturnsNothingForAnAssociationItDoesNotKnow) {
-    expect_no_object(call(get_ip_pe_associators, "7_x", "KESTO_NoSuchAssociation"));
-    expect_no_object(call(get_ip_pe_associators, "7_x", "KESTO_FCIPTCPEndpoint"));
-}
-
-TEST_F(AssociatorsTest, IpEndpointSpellingsOfTheRemoteAccessPointAssociationMatchAlike) {
-    for (const char* asked : {"KESTO_SANIPEndPoint", "KESTO_SANIpEndPoint", "KESTO_SANIPEndpoint"}) {
-        EXPECT_EQ(found(End::RemoteIpAccessPoint, get_ip_pe_associators, "7_x", asked),
-                  Texts{instance(End::RemoteIpAccessPoint, "KESTO_RemoteIPServiceAccessPoint", BY_IF_INDEX)});
-        EXPECT_EQ(found(End::IpEndpoint, get_ip_remote_pe_associators, "0_10.0.0.7_10.25.0.1", asked),
-                  Texts{instance(End::IpEndpoint, "KESTO_IPProtocolEndPoint", BY_ADDRESS)});
-    }
-}
-
-TEST_F(AssociatorsTest, IpEndpointTracesTheAssociationClassBeforeItLooksAtIt) {
-    const Answer known = call(get_ip_pe_associators, "7_x", "KESTO_TCPIPEndpoint");
-    EXPECT_EQ(
-        known.output.rfind("Entering get_ip_pe_associators\nAssociation Class KESTO_TCPIPEndpoint \n", 0), 0U)
-        << known.output;
-    const Answer none = call(get_ip_pe_associators, "7_x", nullptr);
-    EXPECT_NE(none.output.find("Association Class "), std::string::npos) << none.output;
-}
-
-TEST_F(AssociatorsTest, IpEndpointTakesTheEthernetPortsBlockWhateverTheStatus) {
-    const Texts wanted{instance(End::EthernetPort, "KESTO_EthernetPort", BY_IF_INDEX)};
-    emulator::add_fault(fault("pm_cim_get_port_info", Effect::FailWithRow));
-    EXPECT_EQ(found(End::EthernetPort, get_ip_pe_associators, "7_x", "KESTO_IPEthernetEndpoint"), wanted);
-}
-
-// ---- Statistics: the IP endpoint hands its builder the link's error row in place of the link. ----
-
-TEST_F(AssociatorsTest, IpStatisticsAreBuiltFromTheErrorRowInPlaceOfTheLink) {
-    const Answer answer = ip_statistics();
-    ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(answer.instances[0].class_name(), "KESTO_IPEndPointStatistics");
-    // The error row's first counter stands where a link has its if-index, word 26 where it has its Ethernet
-    // port.
-    EXPECT_EQ(answer.instances[0].value("InstanceID"), "500022");
-    ASSERT_EQ(emulator::sent_requests().size(), 1U);
-    EXPECT_EQ(emulator::sent_requests()[0].code, 1917U);
-    EXPECT_EQ(emulator::calls("fcip_snmp_get_link_errors"),
-              std::vector<std::string>{"fcip_snmp_get_link_errors op=1 key={22,31} 10"});
-}
-
-TEST_F(AssociatorsTest, IpStatisticsWithoutErrorCountersAreSkipped) {
-    for (const Effect effect : ROW_FAILURES) {
-        emulator::clear_faults();
-        emulator::add_fault(fault("fcip_snmp_get_link_errors", effect));
-        const Answer answer = ip_statistics();
-        EXPECT_EQ(answer.returned.size(), 0U);
-        EXPECT_EQ(status, 0);
-        EXPECT_NE(answer.output.find(entering("ip_statistics_build_instance")), std::string::npos)
-            << "the builder is called with no row";
-    }
-}
-
-// The error row ends with its word 27. Here it ends with its page too, so that a read behind it is a fault.
-TEST_F(AssociatorsTest, IpStatisticsReadNothingBehindWord27OfTheErrorRow) {
-    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    void* pages = mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    ASSERT_NE(pages, MAP_FAILED);
-    auto* bytes = static_cast<unsigned char*>(pages);
-    ASSERT_EQ(mprotect(bytes + page, page, PROT_NONE), 0);
-    void* place = bytes + page - sizeof(FcipLinkErrors);
-    auto* errors = new (place) FcipLinkErrors{22, 31, {}};
-    errors->counters[0] = 4711;
-    errors->counters[24] = BY_IF_INDEX.ethernet;
-
-    const RecordedInstance made = built([&] {
-        return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE,
-                                            static_cast<const FcipLinkEntry*>(place), nullptr);
-    });
-    EXPECT_EQ(made.value("InstanceID"), "4711");
-    munmap(pages, 2 * page);
-}
-
-TEST_F(AssociatorsTest, TcpEndpointAnswersItsStatisticsWithStatisticalData) {
-    const Answer answer = tcp_statistics();
-    ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(identity(End::TcpStatisticalData, answer.instances[0]),
-              instance(End::TcpStatisticalData, "KESTO_TCPStatisticalData", BY_IF_INDEX));
-    EXPECT_EQ(answer.instances[0].value("InstanceID"), "32"); // the tunnel number, not the if-index
-    EXPECT_EQ(emulator::calls("fcip_snmp_get_link_errors"),
-              std::vector<std::string>{"fcip_snmp_get_link_errors op=1 key={22,31} 10"});
-}
-
-TEST_F(AssociatorsTest, TcpEndpointReturnsStatisticalDataEvenWithoutErrorCounters) {
-    for (const Effect effect : ROW_FAILURES) {
-        emulator::clear_faults();
-        emulator::add_fault(fault("fcip_snmp_get_link_errors", effect));
-        const Answer answer = tcp_statistics();
-        ASSERT_EQ(answer.instances.size(), 1U);
-        EXPECT_EQ(identity(End::TcpStatisticalData, answer.instances[0]),
-                  instance(End::TcpStatisticalData, "KESTO_TCPStatisticalData", BY_IF_INDEX));
-    }
-}
-
-// The builders look the tunnel up once more by its index, and return the value -1 when it is gone. The first
-// three requests belong to the member's own lookup, which finds the tunnel in the third row.
-TEST_F(AssociatorsTest, StatisticalDataOfATunnelThatVanishesIsSkipped) {
-    emulator::Fault later = fault("fcip_get_link_entry", Effect::Fail, "op=2");
-    later.first = 4;
-    emulator::add_fault(later);
-    const Answer answer = tcp_statistics();
-    EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(trace_of(answer.output, "get_tcp_pe_associators"),
-              entering("get_tcp_pe_associators") + exiting("get_tcp_pe_associators"));
-}
-
-TEST_F(AssociatorsTest, TcpSettingsOfATunnelThatVanishesAreSkipped) {
-    emulator::Fault later = fault("fcip_get_link_entry", Effect::Fail, "op=2");
-    later.first = 4;
-    emulator::add_fault(later);
-    const Answer answer = call(get_tcp_pe_associators, "7", "KESTO_TCPElementSettingData");
-    EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(emulator::calls("fcip_get_link_entry").size(), 5U)
-        << "the lookup, the second read, the builder's";
-}
-
-TEST_F(AssociatorsTest, TcpEndpointReadsItsTunnelASecondTimeForItsSettings) {
-    EXPECT_EQ(found(End::TcpSettings, get_tcp_pe_associators, "7", "KESTO_TCPElementSettingData"),
-              Texts{instance(End::TcpSettings, "KESTO_TCPSettings", BY_IF_INDEX)});
-    const std::vector<std::string> reads = emulator::calls("fcip_get_link_entry");
-    ASSERT_GE(reads.size(), 4U);
-    EXPECT_EQ(reads[3], "fcip_get_link_entry op=1 key={22,31} 30 1");
-}
-
-TEST_F(AssociatorsTest, TcpEndpointIsHostedByTheLogicalSystem) {
-    EXPECT_EQ(found(End::HostingSystem, get_tcp_pe_associators, "7", "KESTO_SwitchHostedTCPAccessPoint"),
-              Texts{instance(End::HostingSystem, "KESTO_LogicalComputerSystem", BY_IF_INDEX)});
-}
-
-TEST_F(AssociatorsTest, TcpStatisticalDataReturnsTheTcpEndpointOfItsProfile) {
-    EXPECT_EQ(found(End::TcpEndpoint, get_tcp_statical_data_associators, "7", "KESTO_TCPEndPointStatistics"),
-              Texts{instance(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_PROFILE)});
-}
-
-TEST_F(AssociatorsTest, EthernetPortReturnsItsStatisticsByTheClassOfTheAssociation) {
-    EXPECT_EQ(found(End::EthernetStatistics, get_eth_port_associators, GIGABIT_PORT_TEXT,
-                    "KESTO_EthernetPortStatisticalData"),
-              Texts{port_instance(End::EthernetStatistics, "KESTO_EthernetPortStatistics", GIGABIT_PORT)});
-    EXPECT_EQ(found(End::EthernetStatistics, get_eth_port_associators, GIGABIT_PORT_TEXT,
-                    "KESTO_EthernetPortStatistics"),
-              Texts{});
-}
-
-TEST_F(AssociatorsTest, FcipEndpointWithoutAnInterfaceHasNoFcPort) {
-    emulator::remove_port(BY_NUMBER.ifIndex);
-    expect_no_object(call(get_fcip_pe_associators, "7_x", "KESTO_FCPortProtocolEndPoint"));
-    EXPECT_EQ(emulator::calls("pm_cim_find_interface"),
-              std::vector<std::string>{"pm_cim_find_interface op=1 if=0x0000012d"}); // 301
-}
-
-TEST_F(AssociatorsTest, LanEndpointReadsThePortAtTheStartOfItsKey) {
-    const Texts port{port_instance(End::EthernetPort, "KESTO_EthernetPort", GIGABIT_PORT)};
-    for (const char* key :
-         {"-1694433280:02:00:00:00:00:10", "-1694433280_10.1.1.1", ":-1694433280", "_-1694433280"}) {
-        SCOPED_TRACE(key);
-        EXPECT_EQ(
-            found(End::EthernetPort, get_lan_endpoint_associators, key, "KESTO_EthernetPortProtocolEndpoint"),
-            port);
-    }
-    EXPECT_EQ(
-        found(End::EthernetPort, get_lan_endpoint_associators, "402:x", "KESTO_EthernetPortProtocolEndpoint"),
-        Texts{});
-}
-
-// The port of a LAN endpoint is handed over with the request's properties; a port's instance by the platform
-// is asked for with the list as it came.
-TEST_F(AssociatorsTest, PortsBuiltByThePlatformGetThePropertyListToo) {
-    const char* properties[] = {"DeviceID", nullptr};
-    struct Row {
-        AssociatorsFn* member;
-        const char *key, *asked;
-    };
-    for (const Row& row :
-         {Row{get_lan_endpoint_associators, GIGABIT_PORT_TEXT, "KESTO_EthernetPortProtocolEndpoint"},
-          Row{get_eth_stat_associators, GIGABIT_PORT_TEXT, "KESTO_EthernetPortStatisticalData"},
-          Row{get_ip_pe_associators, "7_x", "KESTO_IPEthernetEndpoint"},
-          Row{get_fcip_pe_associators, "7_x", "KESTO_FCPortProtocolEndPoint"},
-          Row{get_fcip_pe_associators, "7_x", "KESTO_SwitchHostedFCIPAccessPoint"},
-          Row{get_ip_pe_associators, "7_x", "KESTO_SwitchHostedIPAccessPoint"},
-          Row{get_tcp_pe_associators, "7", "KESTO_SwitchHostedTCPAccessPoint"}}) {
-        SCOPED_TRACE(row.asked);
-        const Answer answer = call(row.member, row.key, row.asked, properties);
-        ASSERT_EQ(answer.instances.size(), 1U);
-        ASSERT_EQ(answer.instances[0].filters().size(), 1U);
-        EXPECT_EQ(answer.instances[0].filters()[0].properties, std::vector<std::string>{"DeviceID"});
-    }
-}
-
-TEST_F(AssociatorsTest, ResultClassAndRolesAreNotLookedAt) {
-    const Answer answer = walk([&](const CMPIResult* result) {
-        return get_fcip_pe_associators("7_x", "KESTO_FCIPTCPEndpoint", "KESTO_NoSuchClass", "NoRole",
-                                       "NoRole", nullptr, result, NAMESPACE);
-    });
-    ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(identity(End::TcpEndpoint, answer.instances[0]),
-              instance(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_NUMBER));
-}
+INSTANTIATE_TEST_SUITE_P(All, AssociatorSources,
+                         testing::Combine(testing::ValuesIn(FORMS), testing::ValuesIn(ASSOCIATOR_SOURCES)),
+                         source_name);
 
 } // namespace

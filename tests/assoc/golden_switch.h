@@ -1,21 +1,17 @@
-// The switch that the association tests run on, and the texts that its objects have.
+// The switch that the association tests run on.
 //
 // Five tunnels share the number 7, each in another field: one is tunnel 7, one has the if-index 7, one is
 // carried by Ethernet port 7, one uses profile 7, one's peer is 10.0.0.7. A key with a 7 in it therefore
-// names another tunnel in every way of reading keys, and the tunnel that comes back tells how it was read.
-//
-// The expected objects are made here from the tunnels' facts and the layout of each class's keys, with
-// nothing taken from the library. Only the objects that the platform makes are asked from the platform.
+// names another tunnel in every way of reading keys, and the tunnel that comes back shows how it was read.
 #ifndef KESTO_TESTS_ASSOC_GOLDEN_SWITCH_H
 #define KESTO_TESTS_ASSOC_GOLDEN_SWITCH_H
 
 #include <cstdint>
-#include <iosfwd>
+#include <map>
 #include <string>
 #include <vector>
 
 #include "platform/platform_records.h"
-#include "tests/support/recorded.h"
 
 namespace golden {
 
@@ -24,19 +20,16 @@ inline constexpr const char* HOST = "switch-a.example.net"; // getCSName
 inline constexpr const char* SYSTEM = "switch-a";           // CSgetName
 
 struct Tunnel {
-    const char* label;
     std::uint32_t entity, index, ifIndex, ethernet;
-    std::uint8_t local[4], remote[4];
-    const char *localText, *remoteText;
-    std::uint32_t remoteEntity;
-    std::uint32_t vsan;
+    const char *local, *remote;
+    std::uint32_t remoteEntity, vsan;
 };
 
-extern const Tunnel BY_NUMBER;   // tunnel 7, that is link index 6
-extern const Tunnel BY_IF_INDEX; // if-index 7
-extern const Tunnel BY_ETHERNET; // Ethernet port 7
-extern const Tunnel BY_PROFILE;  // profile 7
-extern const Tunnel BY_ADDRESS;  // peer 10.0.0.7
+inline constexpr Tunnel BY_NUMBER{21, 6, 301, 401, "10.21.0.1", "10.0.1.21", 61, 10}; // tunnel 7: index 6
+inline constexpr Tunnel BY_IF_INDEX{22, 31, 7, 402, "10.22.0.1", "10.0.1.22", 62, 20};
+inline constexpr Tunnel BY_ETHERNET{23, 32, 302, 7, "10.23.0.1", "10.0.1.23", 63, 10};
+inline constexpr Tunnel BY_PROFILE{7, 33, 303, 403, "10.7.0.1", "10.0.1.7", 64, 20};
+inline constexpr Tunnel BY_ADDRESS{25, 34, 304, 404, "10.25.0.1", "10.0.0.7", 65, 10};
 
 // A port of the Ethernet run, and its number as the "%d" of a 32-bit machine prints it.
 inline constexpr std::uint32_t GIGABIT_PORT = 0x9B010000U;
@@ -47,60 +40,38 @@ void install();
 FcipLinkEntry link_row(const Tunnel& tunnel);
 FcipLinkKey link_key(const Tunnel& tunnel);
 
-// The kinds of object at the ends of associations: what makes them, and so what their keys are.
-enum class End {
-    FcipEndpoint,
-    TcpEndpoint,
-    IpEndpoint,
-    FcipSettings,
-    TcpSettings,
-    IpSettings,
-    RemoteFcipPort,
-    RemoteIpAccessPoint,
-    RemoteTcpPort,
-    Profile,
-    Statistics,         // path of the three link statistics classes
-    TcpStatisticalData, // instance only: its key is the tunnel number
-    LanEndpoint,        // of the tunnel's Ethernet port
-    EthernetStatistics, // of the tunnel's Ethernet port
-    HostingSystem,      // of the tunnel's VSAN, by the platform: the whole name of the system is its key
-    VsanSystem,         // the same, by its first 20 characters: what the walkers make
-    PhysicalSystem,     // the switch, by the platform
-    FcPort,             // of the tunnel's FCIP interface, by the platform
-    EthernetPort,       // of the tunnel's Ethernet port, by the platform
+// The name of the system of the tunnel's VSAN, and the 20 characters of it that a SystemName takes.
+const char* vsan_name(const Tunnel& tunnel);
+std::string cut_vsan_name(const Tunnel& tunnel);
+std::string port_address(std::uint32_t ifIndex);
+// The first counter of a tunnel's error row, which is where a link row has its if-index.
+std::uint32_t error_marker(const Tunnel& tunnel);
+
+// The ways of reading a source's key: as a port's if-index, or as a number of the tunnel wanted. A token ends
+// at the first "_".
+enum class Reading {
+    Port,
+    TunnelNumber,
+    IfIndexToken,
+    IfIndex,
+    EthernetIfIndex,
+    Entity,
+    RemoteAddress, // the token after "0_"
+    RemoteIfIndex, // the token after "0_"
 };
-void PrintTo(End end, std::ostream* out);
 
-// The object path of this end of the tunnel, under the class name given.
-test_support::RecordedPath path(End end, const std::string& className, const Tunnel& tunnel);
-// The same for an end that belongs to a port and no tunnel: lanEndpoint, ethernetStatistics, ethernetPort.
-test_support::RecordedPath port_path(End end, const std::string& className, std::uint32_t ifIndex);
-
-// The path that the platform makes of a system with this key.
-test_support::RecordedPath system_path(const std::string& className, const char* key);
-
-// What tells an instance apart, as text: its path and the key property that names the tunnel; of an instance
-// that the platform makes, everything.
-std::string instance(End end, const std::string& className, const Tunnel& tunnel);
-std::string port_instance(End end, const std::string& className, std::uint32_t ifIndex);
-std::string identity(End end, const test_support::RecordedInstance& instance);
-
-// The ways of reading a key (get_fcip_link_entry_from's modes), and the tunnel that a key names in each.
+// A key, and the tunnel that it names in each way of reading it; nullptr where it names none.
 struct Probe {
     const char* key;
-    const Tunnel* tunnel[8]; // by mode 1 to 7; null = none
+    std::map<Reading, const Tunnel*> tunnels;
+
+    const Tunnel* tunnel(Reading reading) const;
 };
 extern const std::vector<Probe> PROBES;
-
-// An association of two ends: roles, and the extras that settings associations carry.
-enum class Kind { Realize, ManagedSetting, ManagedStats, GroupPart };
-void PrintTo(Kind kind, std::ostream* out);
-const char* first_role(Kind kind);
-const char* second_role(Kind kind);
-// The association's path; an instance of it has the same path without keys, and these keys as properties.
-test_support::RecordedPath association(Kind kind, const std::string& className,
-                                       const test_support::RecordedPath& first,
-                                       const test_support::RecordedPath& second);
+// A key that names a tunnel when it is read in this way. Every way has one.
+const Probe& hit_of(Reading reading);
+// A key that names a tunnel or port.
+std::string hit_key(Reading reading);
 
 } // namespace golden
 

@@ -1,23 +1,35 @@
-// The rows of the reference members: which association class each member knows, how it reads the key, and
-// the association that it answers with. The names member and the instances member of a source take the same
-// rows.
+// What the reference functions know: which association classes a source answers, how it reads the key, and
+// the association that it returns. Both functions of a source take the same rows.
 #ifndef KESTO_TESTS_ASSOC_REFERENCE_ROWS_H
 #define KESTO_TESTS_ASSOC_REFERENCE_ROWS_H
 
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <vector>
 
 #include "include/traversal.h"
+#include "tests/assoc/golden_objects.h"
 #include "tests/assoc/golden_switch.h"
+#include "tests/support/recorded.h"
 
 namespace golden {
 
-// The line that a member prints with the association class asked for.
+// The line that a source prints with the association class asked for.
 enum class ResultLine { None, Usual, Starred, Spaced };
-std::string result_line(ResultLine line, const std::string& associationClass);
 
-// Where an end's object comes from when it is not the tunnel that the key names.
+struct ReferenceSource {
+    const char* name; // the x of get_<x>_references
+    ReferenceNamesFn* names;
+    ReferencesFn* instances;
+    ResultLine line;
+
+    std::string function(Form form) const;
+    std::string result_line(const std::string& asked) const;
+};
+extern const std::vector<const ReferenceSource*> REFERENCE_SOURCES;
+
+// Where an end's object comes from: the tunnel that the key names, or the key itself, read as a port.
 enum class From { Tunnel, Key };
 
 struct ReferenceEnd {
@@ -26,36 +38,27 @@ struct ReferenceEnd {
     From from = From::Tunnel;
 };
 
-struct ReferenceMember {
-    const char* source; // the x of get_<x>_references
-    ReferenceNamesFn* names;
-    ReferencesFn* references;
-    ResultLine line;
-};
-
-inline constexpr const char* OWN = nullptr; // the association is named by the caller's own string
+inline constexpr const char* AS_ASKED = nullptr; // the association's class is the caller's own string
 
 struct ReferenceRow {
-    const ReferenceMember* member;
-    const char* tested; // the association class, as the member spells it
-    int mode;           // of the link lookup; 0 = the key is a port's if-index
+    const ReferenceSource* source;
+    const char* asked; // the association class, as the source spells it
+    Reading reading;
     Kind kind;
-    const char* name; // the association's class, or OWN
+    const char* name; // the association's class, or AS_ASKED
     ReferenceEnd first, second;
-};
 
-extern const std::vector<ReferenceMember> REFERENCE_MEMBERS;
+    bool has_end(bool (*matches)(const ReferenceEnd& end)) const { return matches(first) || matches(second); }
+};
 extern const std::vector<ReferenceRow> REFERENCE_ROWS;
 
-std::string row_name(const ReferenceRow& row); // for test names: "fcip_pe_KESTO_FCIPTCPEndpoint"
-// The association of the row for this tunnel (rows with a mode) or port (rows without one). The key is the
-// one asked with, for the ends that are made from it.
+// The association of the row for this tunnel or, where the key is a port's if-index, this port. The key is
+// the one asked with, for the ends that are made from it.
 test_support::RecordedPath expected(const ReferenceRow& row, const std::string& asked, const Tunnel& tunnel,
                                     const std::string& key);
 test_support::RecordedPath expected_for_port(const ReferenceRow& row, const std::string& asked,
                                              std::uint32_t ifIndex);
 void PrintTo(const ReferenceRow& row, std::ostream* out);
-void PrintTo(const ReferenceMember& member, std::ostream* out);
 
 } // namespace golden
 

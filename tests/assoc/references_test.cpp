@@ -1,197 +1,276 @@
-// The references members, row by row: the instance of the association that ties the source to its other end.
-#include "tests/assoc/reference_suite.h"
+// The reference functions, row by row and in both forms: the association that ties the source to its other
+// end. An instance is compared by its path and its properties, which are the keys of the name.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "tests/assoc/association_test.h"
+#include "tests/assoc/reference_rows.h"
 
 using namespace golden;
 using emulator::Effect;
-using test_support::Answer;
 using test_support::Failure;
+using test_support::for_each_effect;
+using test_support::inject;
 using test_support::Make;
 using test_support::Object;
+using test_support::RecordedPath;
+using test_support::ROW_FAILURES;
+using test_support::STATUS_FAILURES;
 
 namespace {
 
-// ---- Every row. ----
+using Paths = std::vector<RecordedPath>;
+using Texts = std::vector<std::string>;
+using Parameter = std::tuple<Form, ReferenceRow>;
 
-class ReferencesRow : public ReferenceRowSuite<Form::Instances> {};
-TEST_P(ReferencesRow, TheAssociationIsNamedAsTheRowSays) {
-    the_association_is_named_as_the_row_says();
+class ReferenceRows : public AssociationTest, public testing::WithParamInterface<Parameter> {
+  protected:
+    Form form() const { return std::get<0>(GetParam()); }
+    const ReferenceRow& row() const { return std::get<1>(GetParam()); }
+    std::string function() const { return row().source->function(form()); }
+
+    Answer ask(const std::string& key, const std::string& asked) {
+        Answer answer = call(form(), *row().source, key, asked.c_str());
+        EXPECT_TRUE(form() == Form::Names ? answer.instances.empty() : answer.paths.empty());
+        return answer;
+    }
+    std::string key() const { return hit_key(row().reading); }
+    Answer ask_hit() { return ask(key(), row().asked); }
+    Paths expected_of_hit(const std::string& asked) const {
+        return {row().reading == Reading::Port
+                    ? expected_for_port(row(), asked, GIGABIT_PORT)
+                    : expected(row(), asked, *hit_of(row().reading).tunnel(row().reading), key())};
+    }
+
+    // The one function that does not look whether its ends were made.
+    bool does_not_test_its_ends() const { return function() == "get_ip_settings_references"; }
+
+    void expect_end(const Answer& answer, const std::string& asked) const {
+        EXPECT_EQ(status, 0);
+        expect_whole_trace(answer.output, function(), row().source->result_line(asked));
+    }
+    void expect_missing_end(const Answer& answer) const {
+        EXPECT_EQ(answer.returned.size(), 0U);
+        EXPECT_EQ(status, -1);
+        expect_trace_without_exit(answer.output, function(), row().source->result_line(row().asked));
+    }
+    void expect_nothing(const Answer& answer) const {
+        EXPECT_EQ(answer.returned.size(), 0U);
+        EXPECT_EQ(status, 0);
+        EXPECT_TRUE(answer.output.starts_with(test_support::entering(function()) +
+                                              row().source->result_line(row().asked)))
+            << answer.output;
+    }
+    // Paths of ends among those that were made or released: all that are not of the association's class.
+    std::size_t of_ends(const char* brokerFunction) const {
+        const Texts calls = broker.call_texts(brokerFunction);
+        const std::string association =
+            std::string(" ") + (row().name != AS_ASKED ? row().name : row().asked);
+        return static_cast<std::size_t>(
+            std::count_if(calls.begin(), calls.end(),
+                          [&](const std::string& text) { return !text.ends_with(association); }));
+    }
+};
+
+std::string row_name(const testing::TestParamInfo<Parameter>& info) {
+    const auto& [form, row] = info.param;
+    return text_of(form) + "_" + row.source->name + "_" + row.asked;
 }
-TEST_P(ReferencesRow, APathThatTheBrokerCannotMake) {
-    a_path_that_the_broker_cannot_make();
+
+// The rows of this kind, in both forms.
+auto rows_that(bool (*belongs)(const ReferenceRow& row)) {
+    std::vector<ReferenceRow> found;
+    std::copy_if(REFERENCE_ROWS.begin(), REFERENCE_ROWS.end(), std::back_inserter(found), belongs);
+    return testing::Combine(testing::ValuesIn(FORMS), testing::ValuesIn(found));
 }
-TEST_P(ReferencesRow, AHitReleasesNothing) {
-    a_hit_releases_nothing();
+
+TEST_P(ReferenceRows, AssociationIsNamedAsTheRowSaysInAnyLetterCase) {
+    const std::string asked = in_mixed_case(row().asked);
+    const Answer answer = ask(key(), asked);
+    EXPECT_EQ(associations_of(answer), expected_of_hit(asked));
+    expect_end(answer, asked);
 }
-TEST_P(ReferencesRow, EachCallMayFailOnItsOwn) {
-    each_call_may_fail_on_its_own();
+
+// The first two paths made are the ends, the third is the association.
+TEST_P(ReferenceRows, PathThatTheBrokerCannotMakeIsAMissingEndOrNoAssociation) {
+    const auto request = [&](std::size_t nth) {
+        broker.clear_calls();
+        const Answer answer = ask_hit();
+        if (!broker.fault_hit()) {
+            EXPECT_EQ(associations_of(answer), expected_of_hit(row().asked));
+        } else if (nth > 2 || does_not_test_its_ends()) {
+            for (const RecordedPath& returned : associations_of(answer))
+                EXPECT_EQ(returned.kind(), Object::Null);
+            expect_end(answer, row().asked);
+        } else {
+            expect_missing_end(answer);
+            EXPECT_EQ(of_ends("releaseObjectPath"), of_ends("newObjectPath") - 1)
+                << "all ends but the one that was not made must be released";
+        }
+    };
+    EXPECT_EQ(for_each_broker_failure(Make::ObjectPath, Failure::Null, request), 3U);
 }
-TEST_P(ReferencesRow, AnInstanceThatTheBrokerCannotMakeIsNotReturned) {
-    broker.fail_every(Make::Instance, Failure::Null);
-    const Answer answer = ask_hit();
-    expect_no_valid_object(answer);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(trace_of(answer.output, function()), whole_trace(row().tested));
+
+TEST_P(ReferenceRows, HitReleasesNothing) {
+    broker.clear_calls();
+    ask_hit();
+    EXPECT_EQ(broker.call_texts("releaseObjectPath"), Texts{});
 }
-TEST_P(ReferencesRow, ThePropertyListIsNotUsed) {
-    const char* properties[] = {"NoSuchProperty", nullptr};
-    const Answer answer = walk([&](const CMPIResult* result) {
-        return row().member->references(hit_key().c_str(), row().tested, nullptr, properties, result,
-                                        NAMESPACE);
+
+// The function gives its association, or nothing, or a missing end.
+TEST_P(ReferenceRows, EachCallMayFailOnItsOwn) {
+    const auto check = [&](const Answer& answer) {
+        EXPECT_LE(answer.returned.size(), 1U);
+        EXPECT_TRUE(status == 0 || status == -1) << status;
+        if (status == -1) expect_missing_end(answer);
+        if (does_not_test_its_ends()) return;
+        for (const RecordedPath& made : associations_of(answer))
+            EXPECT_TRUE(made.is_valid()) << made;
+    };
+    for_each_failing_call([&] { return ask_hit(); }, check);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ReferenceRows, rows_that([](const ReferenceRow&) { return true; }), row_name);
+
+class TunnelReferences : public ReferenceRows {};
+
+TEST_P(TunnelReferences, EachKeyNamesItsTunnelAsTheRowReadsIt) {
+    const bool makesAnEndOfTheKey = row().first.from == From::Key || row().second.from == From::Key;
+    for (const Probe& probe : PROBES) {
+        SCOPED_TRACE(std::string("key \"") + probe.key + "\"");
+        const Tunnel* tunnel = probe.tunnel(row().reading);
+        const Answer answer = ask(probe.key, row().asked);
+        if (tunnel == nullptr) {
+            expect_nothing(answer);
+        } else if (makesAnEndOfTheKey && probe.key[0] != '7') {
+            expect_missing_end(answer); // the key's number, read from its first character, is no port
+        } else {
+            EXPECT_EQ(associations_of(answer), Paths{expected(row(), row().asked, *tunnel, probe.key)});
+            expect_end(answer, row().asked);
+        }
+        EXPECT_EQ(answer.doneCalls, 0U);
+    }
+}
+
+TEST_P(TunnelReferences, FailedLookupReturnsNothing) {
+    for_each_effect(ROW_FAILURES, {.symbol = "fcip_get_link_entry", .where = "op=2"},
+                    [&] { expect_nothing(ask_hit()); });
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TunnelReferences,
+                         rows_that([](const ReferenceRow& row) { return row.reading != Reading::Port; }),
+                         row_name);
+
+// Ends that are made of a tunnel need its profile; those of ports and systems do not.
+class ReferencesOfTunnelEnds : public ReferenceRows {};
+
+TEST_P(ReferencesOfTunnelEnds, EndWithoutItsProfileIsMissing) {
+    for_each_effect(STATUS_FAILURES, {.symbol = "fcip_get_entity_entry"}, [&] {
+        const Answer answer = ask_hit();
+        if (!does_not_test_its_ends()) return expect_missing_end(answer);
+        // The builder complains about its ends and makes nothing, and that nothing is what is returned.
+        EXPECT_NE(answer.output.find("swop : NULL\n"), std::string::npos) << answer.output;
+        EXPECT_EQ(associations_of(answer), Paths{RecordedPath::of(Object::Null)});
+        expect_end(answer, row().asked);
     });
-    ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_TRUE(answer.instances[0].filters().empty());
-    EXPECT_EQ(associations_of(answer), expected_of_hit(row().tested));
 }
-INSTANTIATE_TEST_SUITE_P(Rows, ReferencesRow, testing::ValuesIn(REFERENCE_ROWS), ReferenceRowName());
 
-class ReferencesTunnelRow : public ReferenceRowSuite<Form::Instances> {};
-TEST_P(ReferencesTunnelRow, EachKeyNamesItsTunnelInTheRowsMode) {
-    each_key_names_its_tunnel();
+bool is_of_a_tunnel(const ReferenceEnd& end) {
+    return end.end != End::HostingSystem && end.end != End::FcPort && end.end != End::EthernetPort &&
+           end.end != End::LanEndpoint && end.end != End::EthernetStatistics;
 }
-TEST_P(ReferencesTunnelRow, AFailedLookupReturnsNothing) {
-    a_failed_lookup_returns_nothing();
-}
-INSTANTIATE_TEST_SUITE_P(Rows, ReferencesTunnelRow, testing::ValuesIn(reference_rows_that(looks_a_tunnel_up)),
-                         ReferenceRowName());
+INSTANTIATE_TEST_SUITE_P(All, ReferencesOfTunnelEnds,
+                         rows_that([](const ReferenceRow& row) { return row.has_end(is_of_a_tunnel); }),
+                         row_name);
 
-class ReferencesOfATunnelsEnds : public ReferenceRowSuite<Form::Instances> {};
-TEST_P(ReferencesOfATunnelsEnds, AnEndWithoutItsProfileIsMissing) {
-    ends_fail_with_their_profile();
-}
-INSTANTIATE_TEST_SUITE_P(Rows, ReferencesOfATunnelsEnds,
-                         testing::ValuesIn(reference_rows_that([](const ReferenceRow& row) {
-                             return needs_profile(row) && std::string(row.member->source) != "ip_settings";
-                         })),
-                         ReferenceRowName());
+// The hosting system's lookup reports its failure with the value -1.
+class ReferencesOfHostedEnds : public ReferenceRows {};
 
-class ReferencesOfHostedEnds : public ReferenceRowSuite<Form::Instances> {};
-TEST_P(ReferencesOfHostedEnds, AHostingSystemThatIsMinusOneIsAMissingEnd) {
+TEST_P(ReferencesOfHostedEnds, HostingSystemThatIsMinusOneIsAMissingEnd) {
     for (const char* symbol : {"vsan_cim_get_vsanEntry", "dm_cim_get_dmEntry"}) {
         emulator::clear_faults();
-        emulator::add_fault(fault(symbol, Effect::Fail));
+        inject({.symbol = symbol});
         broker.clear_calls();
         expect_missing_end(ask_hit());
         EXPECT_EQ(broker.call_texts("releaseObjectPath").size(), broker.call_texts("newObjectPath").size());
     }
 }
-INSTANTIATE_TEST_SUITE_P(Rows, ReferencesOfHostedEnds,
-                         testing::ValuesIn(reference_rows_that(has_hosting_system)), ReferenceRowName());
 
-// ---- Every member. ----
-
-class ReferencesOfMember : public ReferenceMemberSuite<Form::Instances> {};
-TEST_P(ReferencesOfMember, WithoutAnAssociationClassReturnsNothing) {
-    without_an_association_class_returns_nothing();
+bool is_the_hosting_system(const ReferenceEnd& end) {
+    return end.end == End::HostingSystem;
 }
-TEST_P(ReferencesOfMember, AnUnknownAssociationClassReturnsNothing) {
-    an_unknown_association_class_returns_nothing();
+INSTANTIATE_TEST_SUITE_P(All, ReferencesOfHostedEnds, rows_that([](const ReferenceRow& row) {
+                             return row.has_end(is_the_hosting_system);
+                         }),
+                         row_name);
+
+// Rows in the form of instances only.
+class ReferenceInstances : public ReferenceRows {};
+
+TEST_P(ReferenceInstances, InstanceThatTheBrokerCannotMakeIsNotReturned) {
+    broker.fail_every(Make::Instance, Failure::Null);
+    const Answer answer = ask_hit();
+    for (const RecordedPath& returned : associations_of(answer))
+        EXPECT_EQ(returned.kind(), Object::Null);
+    expect_end(answer, row().asked);
 }
-INSTANTIATE_TEST_SUITE_P(Members, ReferencesOfMember, testing::ValuesIn(REFERENCE_MEMBERS),
-                         ReferenceMemberName());
 
-// ---- What is particular. ----
+TEST_P(ReferenceInstances, PropertyListIsNotUsed) {
+    const char* properties[] = {"NoSuchProperty", nullptr};
+    const Answer answer = call(row().source->instances, key().c_str(), row().asked, properties);
+    ASSERT_EQ(answer.instances.size(), 1U);
+    EXPECT_TRUE(answer.instances[0].filters().empty());
+    EXPECT_EQ(associations_of(answer), expected_of_hit(row().asked));
+}
 
-class ReferencesTest : public AssociationTest {
+INSTANTIATE_TEST_SUITE_P(All, ReferenceInstances,
+                         testing::Combine(testing::Values(Form::Instances),
+                                          testing::ValuesIn(REFERENCE_ROWS)),
+                         row_name);
+
+// What every source's two functions do with an association class that they do not know.
+class ReferenceSources : public AssociationTest,
+                         public testing::WithParamInterface<std::tuple<Form, const ReferenceSource*>> {
   protected:
-    using Paths = std::vector<test_support::RecordedPath>;
-    Paths found(ReferencesFn* member, const char* key, const char* asked) {
-        return associations_of(call(member, key, asked));
+    const ReferenceSource& source() const { return *std::get<1>(GetParam()); }
+    std::string function() const { return source().function(std::get<0>(GetParam())); }
+
+    // Asks, and expects to be answered at once.
+    Answer ask_for_nothing(const char* key, const char* asked) {
+        Answer answer = call(std::get<0>(GetParam()), source(), key, asked);
+        EXPECT_TRUE(answer.returned.empty());
+        EXPECT_EQ(status, 0);
+        EXPECT_EQ(answer.platformCalls, (Texts{"mutex_lock", "mutex_unlock"}));
+        return answer;
     }
 };
 
-TEST_F(ReferencesTest, FcipEndpointWithoutAnInterfaceHasNoFcPortAssociation) {
-    emulator::remove_port(BY_NUMBER.ifIndex);
-    const Answer answer = call(get_fcip_pe_references, "7_x", "KESTO_FCPortProtocolEndPoint");
-    expect_no_object(answer);
-    EXPECT_EQ(status, -1);
-    EXPECT_EQ(answer.output.find("Exiting get_fcip_pe_references"), std::string::npos);
-}
-
-TEST_F(ReferencesTest, FcPortIsAskedForWithNamespaceAndClassSwapped) {
-    call(get_fcip_pe_references, "7_x", "KESTO_FCPortProtocolEndPoint");
-    EXPECT_EQ(
-        emulator::calls("fcport_fill_reference_pm"),
-        std::vector<std::string>{"fcport_fill_reference_pm root/kesto KESTO_FCPort if=0x0000012d"}); // 301
-}
-
-TEST_F(ReferencesTest, EthernetPortsLanEndpointAssociationIsNamedAsASettingAssociation) {
-    EXPECT_EQ(found(get_eth_port_references, "7", "KESTO_EthernetPortProtocolEndpoint"),
-              Paths{association(Kind::Realize, "KESTO_IPElementSettingData",
-                                path(End::EthernetPort, "KESTO_EthernetPort", BY_IF_INDEX),
-                                port_path(End::LanEndpoint, "KESTO_LANEndpoint", 7))});
-}
-
-// The profile and the endpoint each ask for the profile's row.
-TEST_F(ReferencesTest, AProfileThatCannotBeReadIsAMissingEnd) {
-    for (const std::uint32_t nth : {1U, 2U}) {
-        emulator::fail_call("fcip_get_entity_entry", nth);
-        expect_no_object(call(get_fcip_pe_references, "7_x", "KESTO_FCIPPEBasedOn"));
-        EXPECT_EQ(status, -1);
-        emulator::clear_faults();
-        emulator::fail_call("fcip_get_entity_entry", nth);
-        expect_no_object(call(get_profile_references, "7", "KESTO_FCIPPEBasedOn"));
-        EXPECT_EQ(status, -1);
-        emulator::clear_faults();
+TEST_P(ReferenceSources, WithoutAnAssociationClassReturnNothing) {
+    for (const char* key : {"7_anything", "0_10.0.0.7", "0_7", GIGABIT_PORT_TEXT}) {
+        const std::string output = ask_for_nothing(key, nullptr).output;
+        EXPECT_TRUE(output.starts_with(test_support::entering(function()))) << output;
     }
 }
 
-TEST_F(ReferencesTest, TcpEndpointKnowsItsFcipAssociationWithoutTheLetterDOnly) {
-    EXPECT_EQ(found(get_tcp_pe_references, "7", "KESTO_FCIPTCPEndpoint"), Paths{});
-    EXPECT_EQ(found(get_tcp_pe_references, "7", "KESTO_FCIPTCPEnpoint"),
-              Paths{association(Kind::Realize, "KESTO_FCIPTCPEndpoint",
-                                path(End::FcipEndpoint, "KESTO_FCIPProtocolEndpoint", BY_IF_INDEX),
-                                path(End::TcpEndpoint, "KESTO_TCPProtocolEndPoint", BY_IF_INDEX))});
+TEST_P(ReferenceSources, UnknownAssociationClassReturnsNothing) {
+    for (const char* asked : {"KESTO_NoSuchAssociation", "", "KESTO_FCIPElementSettingDat"}) {
+        SCOPED_TRACE(asked);
+        EXPECT_EQ(ask_for_nothing("7_anything", asked).output, test_support::entering(function()) +
+                                                                   source().result_line(asked) +
+                                                                   test_support::exiting(function()));
+    }
 }
 
-// This one function hands its ends on untested: the builder complains about them and makes nothing, and that
-// nothing is what is returned.
-TEST_F(ReferencesTest, IpSettingsDoNotTestTheirEnds) {
-    emulator::add_fault(fault("fcip_get_entity_entry", Effect::Fail));
-    const Answer answer = call(get_ip_settings_references, "7", "KESTO_IPElementSettingData");
-    EXPECT_NE(answer.output.find("swop : NULL\n"), std::string::npos) << answer.output;
-    ASSERT_EQ(answer.instances.size(), 1U);
-    EXPECT_EQ(answer.instances[0].kind(), Object::Null);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(trace_of(answer.output, "get_ip_settings_references"),
-              entering("get_ip_settings_references") + "Result Class :KESTO_IPElementSettingData \n" +
-                  exiting("get_ip_settings_references"));
+std::string source_name(const testing::TestParamInfo<std::tuple<Form, const ReferenceSource*>>& info) {
+    return text_of(std::get<0>(info.param)) + "_" + std::get<1>(info.param)->name;
 }
-
-TEST_F(ReferencesTest, RemoteFcipPortTestsItsEndsBeforeItMakesTheAssociation) {
-    emulator::add_fault(fault("fcip_get_entity_entry", Effect::Fail));
-    const Answer answer = call(get_fcip_remote_pe_references, "0_10.0.0.7", "KESTO_SANFCIPEndpoint");
-    EXPECT_EQ(answer.returned.size(), 0U);
-    EXPECT_EQ(status, -1);
-    EXPECT_EQ(broker.call_texts("newObjectPath"), std::vector<std::string>{});
-    EXPECT_EQ(answer.output.find("swop : NULL"), std::string::npos) << answer.output;
-}
-
-TEST_F(ReferencesTest, RemoteTcpPortIsLookedUpByTheFirstNumberOfItsKey) {
-    EXPECT_EQ(found(get_tcp_remote_pe_references, "0_7", "KESTO_SANTCPEndpoint"), Paths{});
-    EXPECT_EQ(found(get_tcp_remote_pe_references, "7_0", "KESTO_SANTCPEndpoint").size(), 1U);
-}
-
-TEST_F(ReferencesTest, PortsThatAreGoneAreMissingEnds) {
-    emulator::remove_port(BY_IF_INDEX.ethernet);
-    expect_no_object(call(get_ip_pe_references, "7", "KESTO_IPEthernetEndpoint"));
-    EXPECT_EQ(status, -1);
-    expect_no_object(call(get_eth_port_references, "7", "KESTO_EthernetPortProtocolEndpoint"));
-    EXPECT_EQ(status, -1);
-    expect_no_object(call(get_eth_port_references, "7", "KESTO_EthernetPortStatisticalData"));
-    EXPECT_EQ(status, -1);
-    expect_no_object(call(get_eth_stat_references, "999", "KESTO_EthernetPortStatisticalData"));
-    EXPECT_EQ(status, -1);
-    expect_no_object(call(get_lan_endpoint_references, "999:x", "KESTO_EthernetPortProtocolEndpoint"));
-    EXPECT_EQ(status, 0) << "the LAN endpoint's own port is no end that can be missing";
-}
-
-TEST_F(ReferencesTest, EthernetStatisticsTakeThePortsBlockWhateverTheStatus) {
-    const Paths wanted{
-        association(Kind::ManagedStats, "KESTO_EthernetPortStatisticalData",
-                    port_path(End::EthernetPort, "KESTO_EthernetPort", GIGABIT_PORT),
-                    port_path(End::EthernetStatistics, "KESTO_EthernetPortStatistics", GIGABIT_PORT))};
-    emulator::add_fault(fault("pm_cim_get_port_info", Effect::FailWithRow));
-    EXPECT_EQ(found(get_eth_stat_references, GIGABIT_PORT_TEXT, "KESTO_EthernetPortStatisticalData"), wanted);
-}
+INSTANTIATE_TEST_SUITE_P(All, ReferenceSources,
+                         testing::Combine(testing::ValuesIn(FORMS), testing::ValuesIn(REFERENCE_SOURCES)),
+                         source_name);
 
 } // namespace

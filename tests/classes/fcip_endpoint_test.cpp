@@ -1,6 +1,7 @@
 // KESTO_FCIPProtocolEndPoint, and the walkers that serve it and KESTO_RemoteFCIPPort.
 #include "tests/classes/class_test.h"
 #include "tests/classes/golden_classes.h"
+#include "tests/support/rows.h"
 
 namespace class_tests {
 namespace {

@@ -1,6 +1,6 @@
 #include "tests/classes/one_tunnel.h"
 
-#include "tests/support/provider_test.h"
+#include "tests/support/rows.h"
 
 namespace one_tunnel {
 

@@ -1,6 +1,7 @@
 // The tunnel's far end: KESTO_RemoteFCIPPort, KESTO_RemoteIPServiceAccessPoint and KESTO_RemoteTCPPort.
 #include "tests/classes/class_test.h"
 #include "tests/classes/golden_classes.h"
+#include "tests/support/rows.h"
 
 namespace class_tests {
 namespace {

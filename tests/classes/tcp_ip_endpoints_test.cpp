@@ -4,6 +4,7 @@
 
 #include "tests/classes/class_test.h"
 #include "tests/classes/golden_classes.h"
+#include "tests/support/rows.h"
 
 namespace class_tests {
 namespace {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/support/provider_test.h"
+#include "tests/support/rows.h"
 
 namespace {
 

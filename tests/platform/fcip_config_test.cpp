@@ -8,6 +8,7 @@
 
 #include "platform/platform_services.h"
 #include "tests/support/provider_test.h"
+#include "tests/support/rows.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include "platform/fcip_config.h"
 #include "platform/platform_services.h"
 #include "tests/support/provider_test.h"
+#include "tests/support/rows.h"
 
 namespace {
 

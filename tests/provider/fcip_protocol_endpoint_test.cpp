@@ -5,6 +5,7 @@
 
 #include "include/classes.h"
 #include "tests/provider/tunnel_switch.h"
+#include "tests/support/rows.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tests/provider/tunnel_switch.h"
+#include "tests/support/rows.h"
 
 namespace {
 
@@ -18,6 +19,7 @@ using test_support::Key;
 using test_support::Make;
 using test_support::NAMESPACE;
 using test_support::Object;
+using test_support::Sets;
 using Calls = std::vector<std::string>;
 using Names = std::vector<std::string>;
 
@@ -410,10 +412,14 @@ TEST_P(AssociationRouteTest, TheReferencesComeBack) {
     const AssociationRoute& route = GetParam();
     for (const std::string& className : {std::string(route.className), lower(route.className)}) {
         emulator::clear_calls();
-        const Answer answer =
-            get_instance(className, {{route.role1, end("KESTO_First")}, {route.role2, end("KESTO_Second")}});
+        const CMPIObjectPath* first = end("KESTO_First");
+        const CMPIObjectPath* second = end("KESTO_Second");
+        const Answer answer = get_instance(className, {{route.role1, first}, {route.role2, second}});
         EXPECT_EQ(answer.rc, CMPI_RC_OK);
         ASSERT_EQ(answer.instances.size(), 1u);
+        EXPECT_EQ(answer.instances[0].class_name(), className);
+        EXPECT_EQ(answer.instances[0].sets(), (Sets{{route.role1, CMPI_ref, broker.recorded(first)},
+                                                    {route.role2, CMPI_ref, broker.recorded(second)}}));
         EXPECT_EQ(calls_of(answer.platformCalls, "association_class_build_instance_path"),
                   (Calls{"association_class_build_instance_path " + className + " root/kesto " + route.role1 +
                          " " + route.role2}));

@@ -1,4 +1,5 @@
 #include "tests/provider/tunnel_switch.h"
+#include "tests/support/rows.h"
 
 #include <algorithm>
 

@@ -1,11 +1,7 @@
 #include "tests/support/provider_test.h"
 
-#include <arpa/inet.h>
-
 #include <algorithm>
-#include <cstring>
 
-#include "platform/platform_services.h"
 #include "provider/provider.h"
 
 namespace test_support {
@@ -140,36 +136,6 @@ Answer ProviderTest::reference_names(const std::string& className, const std::ve
 std::size_t ProviderTest::at_least_one(std::size_t failures) {
     EXPECT_GE(failures, 1u) << "the call that should fail was never made";
     return failures;
-}
-
-FcipLinkEntry link_row(std::uint32_t entityId, std::uint32_t linkIndex, std::uint32_t ifIndex) {
-    FcipLinkEntry row{};
-    row.kfmFcipEntityId = entityId;
-    row.kfmFcipLinkIndex = linkIndex;
-    row.kfmFcipLinkIfIndex = ifIndex;
-    return row;
-}
-
-FcipEntityEntry entity_row(std::uint32_t entityId) {
-    FcipEntityEntry row{};
-    row.kfmFcipEntityId = entityId;
-    return row;
-}
-
-IpAddr address(const std::string& text) {
-    IpAddr value{};
-    if (inet_pton(AF_INET, text.c_str(), value.addr) == 1) {
-        value.addrType = KFM_ADDR_IPV4;
-    } else if (inet_pton(AF_INET6, text.c_str(), value.addr) == 1) {
-        value.addrType = KFM_ADDR_IPV6;
-    } else {
-        ADD_FAILURE() << text << " is no IP address";
-    }
-    return value;
-}
-
-emulator::Port port_row(std::uint32_t ifIndex, std::uint8_t type, std::uint32_t vsan) {
-    return {.ifIndex = ifIndex, .type = type, .vsan = vsan};
 }
 
 std::vector<std::string> functions_called(const std::vector<Call>& calls, bool locked) {

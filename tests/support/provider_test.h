@@ -158,14 +158,6 @@ class ProviderTest : public testing::Test {
     static std::size_t at_least_one(std::size_t failures);
 };
 
-// Row makers: a row with nothing set but its key fields.
-FcipLinkEntry link_row(std::uint32_t entityId, std::uint32_t linkIndex, std::uint32_t ifIndex);
-FcipEntityEntry entity_row(std::uint32_t entityId);
-// "10.1.1.1" or "2001:db8::1" as an address value; the test fails on any other text.
-IpAddr address(const std::string& text);
-// Port manager row of type FCIP interface or Ethernet with a VSAN; the VSAN's own record must exist.
-emulator::Port port_row(std::uint32_t ifIndex, std::uint8_t type, std::uint32_t vsan);
-
 // The function names of the calls that were made without, or with, the lock held, each once, in first order.
 std::vector<std::string> functions_called(const std::vector<Call>& calls, bool locked);
 
