@@ -123,6 +123,7 @@ TEST_F(AssociationOperation, ReferencesWithoutAKeyGoOnWithAnEmptyOne) {
             EXPECT_EQ(answer.output.rfind(entering(name_of(operation)) + trace + entering(function), 0), 0U)
                 << answer.output;
             EXPECT_NE(answer.output.find(exiting(name_of(operation))), std::string::npos);
+            EXPECT_EQ(answer.platformCalls.front(), "mutex_lock");
             EXPECT_EQ(answer.returned.size(), 0U);
         }
     }

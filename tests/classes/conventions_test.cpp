@@ -1,4 +1,6 @@
 // What all builders and fillers of the instance model have in common, and each one's table.
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 #include "tests/classes/class_test.h"
@@ -12,10 +14,6 @@ std::string test_name(const testing::TestParamInfo<Golden>& info) {
     return info.param.function;
 }
 
-// The ways in which a platform service may let its caller down.
-constexpr emulator::Effect EVERY_EFFECT[] = {emulator::Effect::Fail, emulator::Effect::FailWithRow,
-                                             emulator::Effect::SucceedWithoutRow};
-
 // The services that were called and that may fail: the lock and the release of a message cannot.
 std::vector<std::string> services_of(const std::vector<std::string>& calls) {
     std::vector<std::string> services;
@@ -28,7 +26,17 @@ std::vector<std::string> services_of(const std::vector<std::string>& calls) {
     return services;
 }
 
-class Builder : public ClassTest, public testing::WithParamInterface<GoldenBuilder> {
+class Convention : public ClassTest {
+  protected:
+    std::vector<std::string> broker_functions() const {
+        std::vector<std::string> functions;
+        for (const test_support::Call& call : broker.calls())
+            functions.push_back(call.function());
+        return functions;
+    }
+};
+
+class Builder : public Convention, public testing::WithParamInterface<GoldenBuilder> {
   protected:
     RecordedInstance build(const char* className, const char** properties = nullptr,
                            const char* requestNameSpace = NAMESPACE) {
@@ -38,7 +46,7 @@ class Builder : public ClassTest, public testing::WithParamInterface<GoldenBuild
     std::string entry() const { return GetParam().entryTrace ? entering(GetParam().function) : ""; }
 };
 
-class Filler : public ClassTest, public testing::WithParamInterface<GoldenFiller> {
+class Filler : public Convention, public testing::WithParamInterface<GoldenFiller> {
   protected:
     RecordedPath fill(const char* className, const char* requestNameSpace = NAMESPACE) {
         return make([&] { return GetParam().fill(className, requestNameSpace); });
@@ -55,7 +63,7 @@ std::vector<Golden> those_that_need_the_profile(std::vector<Golden> all) {
     return all;
 }
 
-// --- Builders ---------------------------------------------------------------------------------------------
+// Builders.
 
 TEST_P(Builder, SetsThePropertiesOfItsTableInOrder) {
     EXPECT_EQ(build().sets(), GetParam().properties);
@@ -84,10 +92,19 @@ TEST_P(Builder, FiltersByTheRequestsPropertiesAfterTheLastOneWithNoKeys) {
     EXPECT_EQ(instance.sets(), GetParam().properties) << "the broker leaves out what is not wanted";
 }
 
-TEST_P(Builder, FiltersByNoListWhenTheRequestHasNone) {
-    const RecordedInstance instance = build();
-    ASSERT_EQ(instance.filters().size(), 1u);
-    EXPECT_EQ(instance.filters()[0], (Filter{std::nullopt, {{}}}));
+TEST_P(Builder, FiltersByTheRequestsListHoweverShort) {
+    EXPECT_EQ(build().filters(), (std::vector<Filter>{filter_for(std::nullopt)}));
+    const char* none[] = {nullptr};
+    EXPECT_EQ(build(GetParam().className, none).filters(),
+              (std::vector<Filter>{filter_for(std::vector<std::string>{})}));
+}
+
+TEST_P(Builder, CallsTheBrokerInOrderAndReleasesNothing) {
+    build();
+    std::vector<std::string> want{"newObjectPath", "setHostname", "newInstance"};
+    want.insert(want.end(), GetParam().properties.size(), "setProperty");
+    want.push_back("setPropertyFilter");
+    EXPECT_EQ(broker_functions(), want);
 }
 
 TEST_P(Builder, TracesItsEntryAndExit) {
@@ -132,22 +149,20 @@ TEST_P(ProfileBuilder, AsksForTheLinksOwnProfileFirst) {
 }
 
 TEST_P(ProfileBuilder, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {
-    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
-        let_down({.symbol = "fcip_get_entity_entry", .effect = effect});
+    for_each_effect(STATUS_FAILURES, {.symbol = "fcip_get_entity_entry"}, [&] {
         EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_EQ(trace, entry()) << "no exit trace";
         EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
-        emulator::clear_faults();
-    }
+    });
 }
 
 // Whatever service fails, at whatever call and in whatever way: no row and no message stays behind (the
-// fixture and the sanitizers tell), and what is still built keeps to the table.
-TEST_P(Builder, SurvivesEveryServiceLettingItDown) {
+// fixture and the sanitizers look), and what is still built keeps to the table.
+TEST_P(Builder, SurvivesEveryFailingService) {
     build();
     const auto services = services_of(emulator::calls());
     for (const std::string& service : services) {
-        for (const auto effect : EVERY_EFFECT) {
+        for (const auto effect : ROW_FAILURES) {
             SCOPED_TRACE(service + " effect " + std::to_string(static_cast<int>(effect)));
             for_each_platform_failure(service, effect, [&](std::size_t) {
                 const RecordedInstance instance = build();
@@ -167,7 +182,7 @@ INSTANTIATE_TEST_SUITE_P(Classes, ProfileBuilder,
                          testing::ValuesIn(those_that_need_the_profile(golden_builders())),
                          test_name<GoldenBuilder>);
 
-// --- Fillers ----------------------------------------------------------------------------------------------
+// Fillers.
 
 TEST_P(Filler, AddsTheKeysOfItsTableInOrder) {
     EXPECT_EQ(fill().keys(), GetParam().keys);
@@ -182,6 +197,16 @@ TEST_P(Filler, PassesClassNameAndNamespaceThroughAsSpelled) {
 TEST_P(Filler, SetsTheHostNameOnlyWhereItsClassHasOne) {
     EXPECT_EQ(fill().host(),
               GetParam().hostName ? std::optional<std::string>(one_tunnel::HOST) : std::nullopt);
+}
+
+TEST_P(Filler, CallsTheBrokerForItsKeysAndReleasesNothing) {
+    fill();
+    std::vector<std::string> want(GetParam().keys.size(), "addKey");
+    want.push_back("newObjectPath");
+    if (GetParam().hostName) want.push_back("setHostname");
+    std::vector<std::string> called = broker_functions();
+    std::sort(called.begin(), called.end());
+    EXPECT_EQ(called, want);
 }
 
 TEST_P(Filler, TracesAsItsClassDoes) {
@@ -208,20 +233,18 @@ TEST_P(Filler, ReturnsAPathWithoutAHandleAsItIs) {
 }
 
 TEST_P(ProfileFiller, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {
-    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
-        let_down({.symbol = "fcip_get_entity_entry", .effect = effect});
+    for_each_effect(STATUS_FAILURES, {.symbol = "fcip_get_entity_entry"}, [&] {
         EXPECT_EQ(fill().kind(), Object::Null);
         EXPECT_TRUE(matches(trace, GetParam().traceWithoutProfile)) << trace;
         EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
-        emulator::clear_faults();
-    }
+    });
     EXPECT_EQ(emulator::calls("fcip_get_entity_entry").front(), "fcip_get_entity_entry op=1 id=3 5");
 }
 
-TEST_P(Filler, SurvivesEveryServiceLettingItDown) {
+TEST_P(Filler, SurvivesEveryFailingService) {
     fill();
     for (const std::string& service : services_of(emulator::calls())) {
-        for (const auto effect : EVERY_EFFECT) {
+        for (const auto effect : ROW_FAILURES) {
             SCOPED_TRACE(service + " effect " + std::to_string(static_cast<int>(effect)));
             for_each_platform_failure(service, effect, [&](std::size_t) {
                 const RecordedPath path = fill();

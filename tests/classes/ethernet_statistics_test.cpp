@@ -1,4 +1,6 @@
 // KESTO_EthernetPortStatistics, and the enumerations of KESTO_EthernetPortStatisticalData.
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -52,15 +54,13 @@ TEST_F(EthernetStatistics, CountersAreAskedForByIfIndexBeforeTheBrokerIs) {
 }
 
 TEST_F(EthernetStatistics, WithoutCountersThereIsNoInstance) {
-    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
-        let_down({.symbol = "pm_get_port_counters", .effect = effect});
+    for_each_effect(STATUS_FAILURES, {.symbol = "pm_get_port_counters"}, [&] {
         EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_EQ(trace.find(entering("eth_statistics_build_instance")), 0u);
         EXPECT_EQ(occurrences(trace, "\n"), 2u) << "one line of text, and no exit: " << trace;
         EXPECT_EQ(trace.find("Exiting"), std::string::npos);
         EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
-        emulator::clear_faults();
-    }
+    });
 }
 
 TEST_F(EthernetStatistics, WithoutTheLineCardTheFirstPassStandsAndNothingIsFiltered) {
@@ -78,10 +78,10 @@ TEST_F(EthernetStatistics, WithoutTheLineCardTheFirstPassStandsAndNothingIsFilte
     emulator::fail_always("mts_send");
     expectFirstPass("failed send");
     emulator::clear_faults();
-    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::NoAnswer});
+    inject({.symbol = emulator::LINE_CARD, .effect = Effect::NoAnswer});
     expectFirstPass("no answer");
     emulator::clear_faults();
-    let_down({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::ReplyStatus, .status = 3});
+    inject({.symbol = emulator::LINE_CARD, .effect = Effect::ReplyStatus, .status = 3});
     expectFirstPass("status 3");
     emulator::clear_faults();
     emulator::set_reply(one_tunnel::MAC_STATISTICS, Bytes(11));
@@ -114,7 +114,7 @@ TEST_F(EthernetStatistics, TheByteCountersRawWordsAreTraced) {
     EXPECT_NE(trace.find("Bytes Tran 305419896 \nBytes Received -2\n"), std::string::npos) << trace;
 }
 
-TEST_F(EthernetStatistics, CountersBehindAShortReplyAreZero) {
+TEST_F(EthernetStatistics, CountersAfterAShortReplyAreZero) {
     Bytes reply = one_tunnel::mac_reply();
     reply.resize(100);
     emulator::set_reply(one_tunnel::MAC_STATISTICS, reply);
@@ -179,7 +179,7 @@ TEST_F(EthernetStatistics, NothingOfTheRowIsReadButItsIfIndex) {
     EXPECT_EQ(path.keys(), golden_keys("eth_statistics_fill_reference"));
 }
 
-// --- Walkers ----------------------------------------------------------------------------------------------
+// Walkers.
 
 class EthernetWalk : public EthernetStatistics {
   protected:
@@ -222,9 +222,9 @@ class EthernetWalk : public EthernetStatistics {
     int status = -99;
 };
 
-TEST_F(EthernetWalk, EveryPortBehindTheStartIndexIsReturned) {
+TEST_F(EthernetWalk, EveryPortAfterTheStartIndexIsReturned) {
     add_port(0x9B010001, 26);
-    add_port(0x9AFFFFFF, 26); // the walk starts behind it
+    add_port(0x9AFFFFFF, 26); // the walk starts after it
     const std::vector<std::string> want{"-1694433280", "-1694433279"};
     const Answer instances = walk_instances();
     EXPECT_EQ(status, 0);
@@ -252,7 +252,7 @@ TEST_F(EthernetWalk, APortWhoseTypeCannotBeReadIsServed) {
     add_port(0x9B010001, 6);
     EXPECT_EQ(walk_instances().instances.size(), 1u);
     EXPECT_EQ(walk_paths().paths.size(), 1u);
-    let_down({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
+    inject({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
     EXPECT_EQ(walk_instances().instances.size(), 2u);
     EXPECT_EQ(walk_paths().paths.size(), 2u);
 }
@@ -275,81 +275,26 @@ TEST_F(EthernetWalk, EveryPortIsTracedSkippedOnesToo) {
         << traced;
 }
 
-TEST_F(EthernetWalk, AFailedRequestEndsTheWalk) {
-    add_port(0x9B010001, 26);
-    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
-        const Fault fault{.symbol = "pm_cim_get_port_info", .first = 2, .effect = effect};
-        let_down(fault);
-        EXPECT_EQ(walk_instances().instances.size(), 1u);
-        EXPECT_EQ(status, 0);
-        emulator::clear_faults();
-        let_down(fault);
-        EXPECT_EQ(walk_paths().paths.size(), 1u);
-        EXPECT_EQ(status, 0);
-        emulator::clear_faults();
-        let_down(fault);
-        EXPECT_EQ(walk_data_instances().instances.size(), 1u);
-        EXPECT_EQ(status, 0);
-        emulator::clear_faults();
-        let_down(fault);
-        EXPECT_EQ(walk_data_paths().paths.size(), 1u);
-        EXPECT_EQ(status, 0);
-        emulator::clear_faults();
-    }
-}
-
 TEST_F(EthernetWalk, ABuildThatFailsIsHandedOverAsNull) {
     add_port(0x9B010001, 26);
-    let_down({.symbol = "pm_get_port_counters", .first = 1, .last = 1});
+    inject({.symbol = "pm_get_port_counters", .first = 1, .last = 1});
     const Answer answer = walk_instances();
     ASSERT_EQ(answer.instances.size(), 2u);
     EXPECT_EQ(answer.instances[0].kind(), Object::Null);
     EXPECT_TRUE(answer.instances[1].is_valid());
 }
 
-TEST_F(EthernetWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
-    add_port(0x9B010001, 26);
-    for (const Make what : {Make::ObjectPath, Make::Instance}) {
-        EXPECT_EQ(for_each_broker_failure(what, Failure::Null,
-                                          [&](std::size_t nth) {
-                                              const Answer answer = walk_instances();
-                                              ASSERT_EQ(answer.instances.size(), 2u);
-                                              for (std::size_t i = 0; i < 2; ++i)
-                                                  EXPECT_EQ(answer.instances[i].kind(),
-                                                            i + 1 == nth ? Object::Null : Object::Valid);
-                                          }),
-                  2u);
-    }
-    EXPECT_EQ(for_each_broker_failure(Make::ObjectPath, Failure::Null,
-                                      [&](std::size_t nth) {
-                                          const Answer answer = walk_paths();
-                                          ASSERT_EQ(answer.paths.size(), 2u);
-                                          for (std::size_t i = 0; i < 2; ++i)
-                                              EXPECT_EQ(answer.paths[i].kind(),
-                                                        i + 1 == nth ? Object::Null : Object::Valid);
-                                      }),
-              2u);
-}
-
-TEST_F(EthernetWalk, PassesThePropertyListOn) {
-    const char* wanted[] = {"Caption", nullptr};
-    const Answer answer = walk_instances(wanted);
-    ASSERT_EQ(answer.instances.size(), 1u);
-    ASSERT_EQ(answer.instances[0].filters().size(), 1u);
-    EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"Caption"}));
-}
-
-// --- Statistical data -------------------------------------------------------------------------------------
+// Statistical data.
 
 TEST_F(EthernetWalk, DataObjectsAreThePlatformsOwnAskedForWithTheNamespaceFirst) {
     const Answer instances = walk_data_instances();
-    EXPECT_EQ(calls_of(instances.platformCalls, {"fcport_build_instance_pm"}),
+    EXPECT_EQ(calls_of(instances.platformCalls, "fcport_build_instance_pm"),
               std::vector<std::string>{
                   "fcport_build_instance_pm root/kesto KESTO_EthernetPortStatisticalData if=0x9b010000"});
     ASSERT_EQ(instances.instances.size(), 1u);
     EXPECT_EQ(instances.instances[0].class_name(), DATA_CLASS);
     const Answer paths = walk_data_paths();
-    EXPECT_EQ(calls_of(paths.platformCalls, {"fcport_fill_reference_pm"}),
+    EXPECT_EQ(calls_of(paths.platformCalls, "fcport_fill_reference_pm"),
               std::vector<std::string>{
                   "fcport_fill_reference_pm root/kesto KESTO_EthernetPortStatisticalData if=0x9b010000"});
     ASSERT_EQ(paths.paths.size(), 1u);
@@ -368,11 +313,11 @@ TEST_F(EthernetWalk, DataInstancesEndAtTheFirstPortOfAnotherTypePathsDoNot) {
 TEST_F(EthernetWalk, DataInstancesEndAtAPortWhoseTypeCannotBeReadPathsDoNotAsk) {
     add_port(0x9B010001, 26);
     add_port(0x9B010002, 26);
-    let_down({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
+    inject({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
     EXPECT_EQ(walk_data_instances().instances.size(), 1u);
     const Answer paths = walk_data_paths();
     EXPECT_EQ(paths.paths.size(), 3u);
-    EXPECT_TRUE(calls_of(paths.platformCalls, {"if_index_get_type"}).empty());
+    EXPECT_TRUE(calls_of(paths.platformCalls, "if_index_get_type").empty());
 }
 
 TEST_F(EthernetWalk, DataInstancesTraceTheirStartAndEachCall) {
@@ -388,8 +333,8 @@ TEST_F(EthernetWalk, DataInstancesTraceTheirStartAndEachCall) {
 
 TEST_F(EthernetWalk, APlatformObjectThatCannotBeMadeIsHandedOverAsNull) {
     add_port(0x9B010001, 26);
-    let_down({.symbol = "fcport_build_instance_pm", .first = 1, .last = 1});
-    let_down({.symbol = "fcport_fill_reference_pm", .first = 1, .last = 1});
+    inject({.symbol = "fcport_build_instance_pm", .first = 1, .last = 1});
+    inject({.symbol = "fcport_fill_reference_pm", .first = 1, .last = 1});
     const Answer instances = walk_data_instances();
     ASSERT_EQ(instances.instances.size(), 2u);
     EXPECT_EQ(instances.instances[0].kind(), Object::Null);
@@ -398,15 +343,6 @@ TEST_F(EthernetWalk, APlatformObjectThatCannotBeMadeIsHandedOverAsNull) {
     ASSERT_EQ(paths.paths.size(), 2u);
     EXPECT_EQ(paths.paths[0].kind(), Object::Null);
     EXPECT_TRUE(paths.paths[1].is_valid());
-}
-
-TEST_F(EthernetWalk, WithoutPortsNothingIsReturned) {
-    emulator::clear_ports();
-    EXPECT_TRUE(walk_instances().returned.empty());
-    EXPECT_TRUE(walk_paths().returned.empty());
-    EXPECT_TRUE(walk_data_instances().returned.empty());
-    EXPECT_TRUE(walk_data_paths().returned.empty());
-    EXPECT_EQ(status, 0);
 }
 
 } // namespace

@@ -38,6 +38,35 @@ TEST_F(FcipEndpoint, TunnelNumberIsCutToSixteenBitsInTunnelIdOnly) {
     EXPECT_EQ(instance.value("Name"), "65541_10.1.1.1_10.1.1.2");
 }
 
+TEST_F(FcipEndpoint, TunnelNumberAbove31BitsPrintsNegative) {
+    link.kfmFcipLinkIndex = 0x7FFFFFFF;
+    EXPECT_EQ(build().value("Name"), "-2147483648_10.1.1.1_10.1.1.2");
+    EXPECT_EQ(fill().key("Name"), "-2147483648_10.1.1.1_10.1.1.2");
+}
+
+TEST_F(FcipEndpoint, TunnelNumberAbove31BitsFindsItsWayBack) {
+    emulator::clear_links();
+    link.kfmFcipLinkIndex = 0x9B00FFFF;
+    update();
+    const Answer names = enumerate_names(CLASS_NAME);
+    ASSERT_EQ(names.paths.size(), 1u);
+    EXPECT_EQ(names.paths[0].key("Name"), "-1694433280_10.1.1.1_10.1.1.2");
+    const Answer answer = get_instance(CLASS_NAME, {{"Name", names.paths[0].key("Name").text()}});
+    ASSERT_EQ(answer.instances.size(), 1u);
+    EXPECT_EQ(answer.instances[0].value("Name"), "-1694433280_10.1.1.1_10.1.1.2");
+}
+
+TEST_F(FcipEndpoint, NumbersOfTheProfileAreUnsigned) {
+    profile.kfmFcipEntityMaxBandwidth = 0xFFFFFFFF;
+    profile.kfmFcipEntityMaxRetransmissions = 0x80000000;
+    profile.kfmFcipEntityKeepAliveTimeout = 0xFFFFFFFE;
+    update();
+    const RecordedInstance instance = build();
+    EXPECT_EQ(instance.value("CommittedRate"), 4294967295u);
+    EXPECT_EQ(instance.value("MaxRetransmissions"), 2147483648u);
+    EXPECT_EQ(instance.value("KeepAliveTimeout"), 4294967294u);
+}
+
 TEST_F(FcipEndpoint, NameIsCutToThirtyCharactersInInstanceAndPath) {
     use_addresses("192.168.100.100", "192.168.100.101");
     link.kfmFcipLinkIndex = 0;
@@ -125,6 +154,8 @@ TEST_F(FcipEndpoint, VsanSystemIsLookedUpByTheFcipInterface) {
               std::vector<std::string>{"pm_cim_get_port_info op=1 if=0x00000011"});
     EXPECT_EQ(emulator::calls("dm_cim_get_dmEntry"),
               std::vector<std::string>{"dm_cim_get_dmEntry vsan=10 1"});
+    EXPECT_EQ(emulator::calls("fcip_get_entity_entry"),
+              std::vector<std::string>{"fcip_get_entity_entry op=1 id=3 5"});
 }
 
 TEST_F(FcipEndpoint, WithoutItsPortTheSystemNameIsEmptyInTheInstanceAndUnknownInThePath) {
@@ -155,22 +186,22 @@ TEST_F(FcipEndpoint, AnUnsetProfileAddressIsAnEmptyText) {
     EXPECT_EQ(fill().key("Name"), "5__10.1.1.2");
 }
 
-// --- Walkers ----------------------------------------------------------------------------------------------
+// Walkers.
 
 class FcipEndpointWalk : public ClassTest {
   protected:
     // Two more tunnels: one of the same profile, one of another.
     void add_tunnels() {
-        FcipLinkEntry second = one_tunnel::link();
+        FcipLinkEntry second = link;
         second.kfmFcipLinkIndex = 8;
         second.kfmFcipLinkIfIndex = 18;
         emulator::add_link(second);
-        FcipLinkEntry third = one_tunnel::link();
+        FcipLinkEntry third = link;
         third.kfmFcipEntityId = 9;
         third.kfmFcipLinkIndex = 0;
         third.kfmFcipLinkIfIndex = 19;
         emulator::add_link(third);
-        FcipEntityEntry other = one_tunnel::profile();
+        FcipEntityEntry other = profile;
         other.kfmFcipEntityId = 9;
         other.kfmFcipEntityAddress = test_support::address("10.9.9.9");
         emulator::add_entity(other);
@@ -220,18 +251,13 @@ TEST_F(FcipEndpointWalk, OneInstanceAndOnePathATunnelInTableOrder) {
     EXPECT_EQ(paths.paths[2].key("Name"), "1_10.9.9.9_10.1.1.2");
 }
 
-TEST_F(FcipEndpointWalk, AsksForTheNextLinkBehindEachOnesKeyFromZero) {
+TEST_F(FcipEndpointWalk, AsksForTheNextLinkAfterEachOnesKeyFromZero) {
     add_tunnels();
-    const Answer answer = walk_instances(CLASS_NAME);
-    EXPECT_EQ(calls_of(answer.platformCalls, {"fcip_get_link_entry"}),
-              (std::vector<std::string>{
-                  "fcip_get_link_entry op=2 key={0,0} 30 1", "fcip_get_link_entry op=2 key={3,4} 30 1",
-                  "fcip_get_link_entry op=2 key={3,8} 30 1", "fcip_get_link_entry op=2 key={9,0} 30 1"}));
-}
-
-TEST_F(FcipEndpointWalk, NeitherWalkerEndsTheResult) {
-    EXPECT_EQ(walk_instances(CLASS_NAME).doneCalls, 0u);
-    EXPECT_EQ(walk_paths(CLASS_NAME).doneCalls, 0u);
+    const std::vector<std::string> want{
+        "fcip_get_link_entry op=2 key={0,0} 30 1", "fcip_get_link_entry op=2 key={3,4} 30 1",
+        "fcip_get_link_entry op=2 key={3,8} 30 1", "fcip_get_link_entry op=2 key={9,0} 30 1"};
+    EXPECT_EQ(calls_of(walk_instances(CLASS_NAME).platformCalls, "fcip_get_link_entry"), want);
+    EXPECT_EQ(calls_of(walk_paths(CLASS_NAME).platformCalls, "fcip_get_link_entry"), want);
 }
 
 TEST_F(FcipEndpointWalk, TracesItsEntryAndItsBuildersOnly) {
@@ -239,14 +265,6 @@ TEST_F(FcipEndpointWalk, TracesItsEntryAndItsBuildersOnly) {
                                                      entering("fcip_pe_build_instance") +
                                                      exiting("fcip_pe_build_instance"));
     EXPECT_EQ(walk_paths(CLASS_NAME).output, entering("get_all_fcip_pe_references"));
-}
-
-TEST_F(FcipEndpointWalk, PassesThePropertyListOn) {
-    const char* wanted[] = {"Name", nullptr};
-    const Answer answer = walk_instances(CLASS_NAME, wanted);
-    ASSERT_EQ(answer.instances.size(), 1u);
-    ASSERT_EQ(answer.instances[0].filters().size(), 1u);
-    EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"Name"}));
 }
 
 TEST_F(FcipEndpointWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
@@ -271,11 +289,14 @@ TEST_F(FcipEndpointWalk, ServesTheRemotePortToo) {
 
 TEST_F(FcipEndpointWalk, AnotherClassSkipsEveryRow) {
     add_tunnels();
-    EXPECT_TRUE(walk_instances("KESTO_TCPProtocolEndPoint").returned.empty());
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(emulator::calls("fcip_get_link_entry").size(), 4u) << "the table is walked all the same";
-    EXPECT_TRUE(walk_paths("KESTO_TCPProtocolEndPoint").returned.empty());
-    EXPECT_EQ(status, 0);
+    for (const char* className : {"KESTO_TCPProtocolEndPoint", "KESTO_FCIPProtocolEndPoin", ""}) {
+        forget();
+        EXPECT_TRUE(walk_instances(className).returned.empty());
+        EXPECT_EQ(status, 0);
+        EXPECT_EQ(emulator::calls("fcip_get_link_entry").size(), 4u) << "the table is walked all the same";
+        EXPECT_TRUE(walk_paths(className).returned.empty());
+        EXPECT_EQ(status, 0);
+    }
 }
 
 TEST_F(FcipEndpointWalk, HandsANullOverForATunnelWithoutItsProfileAndGoesOn) {
@@ -293,43 +314,50 @@ TEST_F(FcipEndpointWalk, HandsANullOverForATunnelWithoutItsProfileAndGoesOn) {
     EXPECT_EQ(paths.paths[2].key("Name"), "1_10.9.9.9_10.1.1.2");
 }
 
-TEST_F(FcipEndpointWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
+TEST_F(FcipEndpointWalk, LinkWithoutAProfileIsHandedOverAsNullAndTheWalkGoesOn) {
     add_tunnels();
-    for (const Make what : {Make::ObjectPath, Make::Instance}) {
-        const std::size_t failures = for_each_broker_failure(what, Failure::Null, [&](std::size_t nth) {
-            const Answer answer = walk_instances(CLASS_NAME);
-            ASSERT_EQ(answer.instances.size(), 3u);
-            for (std::size_t i = 0; i < 3; ++i)
-                EXPECT_EQ(answer.instances[i].kind(), i + 1 == nth ? Object::Null : Object::Valid);
-        });
-        EXPECT_EQ(failures, 3u) << "one object a tunnel";
+    for (const Effect effect : STATUS_FAILURES) {
+        for (const bool asInstances : {true, false}) {
+            for_each_platform_failure("fcip_get_entity_entry", effect, [&](std::size_t nth) {
+                const Answer answer = asInstances ? walk_instances(CLASS_NAME) : walk_paths(CLASS_NAME);
+                ASSERT_EQ(answer.returned.size(), 3u);
+                for (std::size_t i = 0; i < 3; ++i) {
+                    const Object kind = asInstances ? answer.instances[i].kind() : answer.paths[i].kind();
+                    EXPECT_EQ(kind, i + 1 == nth ? Object::Null : Object::Valid);
+                }
+            });
+        }
     }
 }
 
-TEST_F(FcipEndpointWalk, AFailureInTheMiddleOfTheTableEndsTheWalkWithWhatWasSent) {
+TEST_F(FcipEndpointWalk, EveryOtherServiceMayFailWithoutStoppingTheWalk) {
     add_tunnels();
-    for (const auto effect :
-         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
-        let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
-        EXPECT_EQ(walk_instances(CLASS_NAME).instances.size(), 1u);
-        EXPECT_EQ(status, 0);
+    for (const char* symbol :
+         {"pm_cim_get_port_info", "dm_cim_get_dmEntry", "vsan_cim_get_vsan_admindomain_key", "ip_addr_to_str",
+          "system_cim_get_switch_wwn"}) {
         emulator::clear_faults();
-        let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
-        EXPECT_EQ(walk_paths(CLASS_NAME).paths.size(), 1u);
-        EXPECT_EQ(status, 0);
-        emulator::clear_faults();
+        emulator::fail_always(symbol);
+        const Answer instances = walk_instances(CLASS_NAME);
+        ASSERT_EQ(instances.instances.size(), 3u) << symbol;
+        EXPECT_EQ(instances.instances[1].value("TunnelID"), 9) << symbol;
+        EXPECT_EQ(walk_paths(CLASS_NAME).paths.size(), 3u) << symbol;
+    }
+}
+
+TEST_F(FcipEndpointWalk, EveryEnumeratedNameIsFoundAgain) {
+    add_tunnels();
+    for (const RecordedPath& path : enumerate_names(CLASS_NAME).paths) {
+        const Answer answer = get_instance(CLASS_NAME, {{"Name", path.key("Name").text()}});
+        ASSERT_EQ(answer.instances.size(), 1u) << path;
+        EXPECT_EQ(answer.instances[0].value("Name"), path.key("Name"));
     }
 }
 
 TEST_F(FcipEndpointWalk, ATunnelThatGoesAwayMeanwhileIsNotMissedByTheWalk) {
     add_tunnels();
-    let_down({.symbol = "fcip_get_link_entry",
-              .first = 2,
-              .last = 2,
-              .effect = emulator::Effect::None,
-              .action = [] {
-                  emulator::remove_link({3, 8});
-              }});
+    inject({.symbol = "fcip_get_link_entry", .first = 2, .last = 2, .effect = Effect::None, .action = [] {
+                emulator::remove_link({3, 8});
+            }});
     const Answer answer = walk_instances(CLASS_NAME);
     ASSERT_EQ(answer.instances.size(), 2u);
     EXPECT_EQ(answer.instances[1].value("Name"), "1_10.9.9.9_10.1.1.2");

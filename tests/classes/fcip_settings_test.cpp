@@ -73,34 +73,28 @@ TEST_F(FcipSettings, KeepAliveIsReadFromTheProfileOnceMore) {
 }
 
 TEST_F(FcipSettings, KeepAliveIsThatOfTheSecondAnswer) {
-    let_down({.symbol = "fcip_get_entity_entry",
-              .first = 2,
-              .last = 2,
-              .effect = emulator::Effect::None,
-              .action = [] {
-                  FcipEntityEntry changed = one_tunnel::profile();
-                  changed.kfmFcipEntityKeepAliveTimeout = 77;
-                  emulator::add_entity(changed);
-              }});
+    inject({.symbol = "fcip_get_entity_entry", .first = 2, .last = 2, .effect = Effect::None, .action = [] {
+                FcipEntityEntry changed = one_tunnel::profile();
+                changed.kfmFcipEntityKeepAliveTimeout = 77;
+                emulator::add_entity(changed);
+            }});
     EXPECT_EQ(build().sets(), with(properties, "KeepAliveTimeout", 77));
 }
 
 TEST_F(FcipSettings, KeepAliveIsThirtyWithoutASecondRow) {
-    let_down({.symbol = "fcip_get_entity_entry", .first = 2, .effect = emulator::Effect::SucceedWithoutRow});
+    inject({.symbol = "fcip_get_entity_entry", .first = 2, .effect = Effect::SucceedWithoutRow});
     EXPECT_EQ(build().sets(), with(properties, "KeepAliveTimeout", 30));
 }
 
 TEST_F(FcipSettings, KeepAliveIsLeftUnsetWhenTheSecondAnswerFails) {
-    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
-        let_down({.symbol = "fcip_get_entity_entry", .first = 2, .effect = effect});
+    for_each_effect(STATUS_FAILURES, {.symbol = "fcip_get_entity_entry", .first = 2}, [&] {
         const RecordedInstance instance = build();
         EXPECT_EQ(instance.sets(), without(properties, {"KeepAliveTimeout"}));
         EXPECT_EQ(instance.filters().size(), 1u);
         EXPECT_EQ(trace, entering("fcip_settings_build_instance") +
                              " fcip_get_entity_entry returned error \n" +
                              exiting("fcip_settings_build_instance"));
-        emulator::clear_faults();
-    }
+    });
 }
 
 TEST_F(FcipSettings, WithoutItsVsanSystemTheNameIsWhatTheLookupLeft) {
@@ -128,7 +122,7 @@ TEST_F(FcipSettings, APathWithoutAHandleIsReturnedAsItIs) {
     EXPECT_EQ(trace, entering("fcip_settings_fill_reference") + exiting("fcip_settings_fill_reference"));
 }
 
-// --- Profile ----------------------------------------------------------------------------------------------
+// Profile.
 
 class FcipProfile : public ClassTest {
   protected:
@@ -196,7 +190,7 @@ TEST_F(FcipProfile, AddressesOfBothFamiliesAreTexts) {
     EXPECT_EQ(build().value("FcipEntityAddress"), "");
 }
 
-// --- Profile walkers --------------------------------------------------------------------------------------
+// Profile walkers.
 
 class ProfileWalk : public ClassTest {
   protected:
@@ -255,16 +249,16 @@ TEST_F(ProfileWalk, TheClassNameIsNotLookedAt) {
         EXPECT_EQ(path.class_name(), "kesto_whatever");
 }
 
-TEST_F(ProfileWalk, AsksForTheNextProfileBehindEachOnesNumberFromZero) {
+TEST_F(ProfileWalk, AsksForTheNextProfileAfterEachOnesNumberFromZero) {
     const std::vector<std::string> want{
         "fcip_get_entity_entry op=2 id=0 5", "fcip_get_entity_entry op=2 id=3 5",
         "fcip_get_entity_entry op=2 id=8 5", "fcip_get_entity_entry op=2 id=2147483648 5"};
-    EXPECT_EQ(calls_of(walk_instances("KESTO_FCIPProfile").platformCalls, {"fcip_get_entity_entry"}), want);
-    EXPECT_EQ(calls_of(walk_paths("KESTO_FCIPProfile").platformCalls, {"fcip_get_entity_entry"}), want);
+    EXPECT_EQ(calls_of(walk_instances("KESTO_FCIPProfile").platformCalls, "fcip_get_entity_entry"), want);
+    EXPECT_EQ(calls_of(walk_paths("KESTO_FCIPProfile").platformCalls, "fcip_get_entity_entry"), want);
 }
 
 TEST_F(ProfileWalk, InstancesAreTracedEachRoundBeforeEachBuildAndAtTheEnd) {
-    const std::string round = line_trace("get_all_fcip_profiles");
+    const std::string round = any_line_trace("get_all_fcip_profiles");
     const std::string build =
         entering("fcip_profile_build_instance") + ANY + exiting("fcip_profile_build_instance");
     std::string want = entering("get_all_fcip_profiles");
@@ -292,55 +286,14 @@ TEST_F(ProfileWalk, AnEmptyTableReturnsNothing) {
               entering("get_all_fcip_profile_references") + exiting("get_all_fcip_profile_references"));
 }
 
-TEST_F(ProfileWalk, AFailureInTheMiddleOfTheTableEndsTheWalkWithWhatWasSent) {
-    for (const auto effect :
-         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
-        let_down({.symbol = "fcip_get_entity_entry", .first = 3, .effect = effect});
-        const Answer instances = walk_instances("KESTO_FCIPProfile");
-        EXPECT_EQ(instances.instances.size(), 2u);
-        EXPECT_EQ(status, 0);
-        EXPECT_TRUE(instances.output.ends_with(exiting("get_all_fcip_profiles")));
-        emulator::clear_faults();
-        let_down({.symbol = "fcip_get_entity_entry", .first = 3, .effect = effect});
-        const Answer paths = walk_paths("KESTO_FCIPProfile");
-        EXPECT_EQ(paths.paths.size(), 2u);
-        EXPECT_EQ(status, 0);
-        EXPECT_TRUE(paths.output.ends_with(exiting("get_all_fcip_profile_references")));
-        emulator::clear_faults();
-    }
-}
-
-TEST_F(ProfileWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
-    for (const Make what : {Make::ObjectPath, Make::Instance}) {
-        EXPECT_EQ(for_each_broker_failure(what, Failure::Null,
-                                          [&](std::size_t nth) {
-                                              const Answer answer = walk_instances("KESTO_FCIPProfile");
-                                              ASSERT_EQ(answer.instances.size(), 3u);
-                                              for (std::size_t i = 0; i < 3; ++i)
-                                                  EXPECT_EQ(answer.instances[i].kind(),
-                                                            i + 1 == nth ? Object::Null : Object::Valid);
-                                          }),
-                  3u);
-    }
-    EXPECT_EQ(for_each_broker_failure(Make::ObjectPath, Failure::Null,
-                                      [&](std::size_t nth) {
-                                          const Answer answer = walk_paths("KESTO_FCIPProfile");
-                                          ASSERT_EQ(answer.paths.size(), 3u);
-                                          for (std::size_t i = 0; i < 3; ++i)
-                                              EXPECT_EQ(answer.paths[i].kind(),
-                                                        i + 1 == nth ? Object::Null : Object::Valid);
-                                      }),
-              3u);
-}
-
-TEST_F(ProfileWalk, PassesThePropertyListOn) {
-    const char* wanted[] = {"Name", nullptr};
-    const Answer answer = walk_instances("KESTO_FCIPProfile", wanted);
-    ASSERT_EQ(answer.instances.size(), 3u);
-    for (const RecordedInstance& instance : answer.instances) {
-        ASSERT_EQ(instance.filters().size(), 1u);
-        EXPECT_EQ(instance.filters()[0].properties, (std::vector<std::string>{"Name"}));
-    }
+TEST_F(ProfileWalk, AFailureInTheMiddleOfTheTableIsTracedAsItsEnd) {
+    for_each_effect(ROW_FAILURES, {.symbol = "fcip_get_entity_entry", .first = 3}, [&] {
+        EXPECT_TRUE(walk_instances("KESTO_FCIPProfile").output.ends_with(exiting("get_all_fcip_profiles")));
+    });
+    for_each_effect(ROW_FAILURES, {.symbol = "fcip_get_entity_entry", .first = 3}, [&] {
+        EXPECT_EQ(walk_paths("KESTO_FCIPProfile").output,
+                  entering("get_all_fcip_profile_references") + exiting("get_all_fcip_profile_references"));
+    });
 }
 
 } // namespace

@@ -1,11 +1,11 @@
-// The tables of the instance model, as they come out on the switch with one tunnel: one table a builder and
-// one a filler, in the order in which properties and keys are set. The values are worked out by hand from the
-// facts in one_tunnel.h.
+// The builders and fillers of the instance model, and what each sets and prints on the switch with one
+// tunnel.
 #ifndef KESTO_TESTS_CLASSES_GOLDEN_CLASSES_H
 #define KESTO_TESTS_CLASSES_GOLDEN_CLASSES_H
 
 #include <cmpidt.h>
 #include <cmpift.h>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <iosfwd>
@@ -24,7 +24,7 @@ struct GoldenBuilder {
         build{};
     test_support::Sets properties{};
     std::string trace{};       // of a successful build, as a regular expression
-    bool needsProfile = false; // the builder gives up without the link's profile, behind its "Entering" line
+    bool needsProfile = false; // the builder gives up without the link's profile, after its "Entering" line
     bool entryTrace = true;    // whether it prints that line
     bool exitTraceWithoutPath = false; // whether "Exiting" is printed when the object path cannot be made
 };

@@ -1,6 +1,7 @@
-// KESTO_TCPProtocolEndPoint and KESTO_IPProtocolEndPoint, and the link walkers that serve seven classes.
+// KESTO_TCPProtocolEndPoint and KESTO_IPProtocolEndPoint.
+#include <gtest/gtest.h>
+
 #include <algorithm>
-#include <cctype>
 
 #include "tests/classes/class_test.h"
 #include "tests/classes/golden_classes.h"
@@ -9,7 +10,7 @@
 namespace class_tests {
 namespace {
 
-// --- TCP endpoint -----------------------------------------------------------------------------------------
+// TCP endpoint.
 
 class TcpEndpoint : public ClassTest {
   protected:
@@ -68,15 +69,12 @@ TEST_F(TcpEndpoint, PortsOfTheConnectionKeyAreCutToSixteenBitsThePropertiesAreNo
 }
 
 TEST_F(TcpEndpoint, WithoutAConnectionRowTheInstanceLacksItsProperties) {
-    for (const auto effect :
-         {emulator::Effect::Fail, emulator::Effect::FailWithRow, emulator::Effect::SucceedWithoutRow}) {
-        let_down({.symbol = "fcip_get_tcpconn_entry", .effect = effect});
+    for_each_effect(ROW_FAILURES, {.symbol = "fcip_get_tcpconn_entry"}, [&] {
         const RecordedInstance instance = build();
         EXPECT_EQ(instance.sets(), without(properties, connectionProperties));
         EXPECT_EQ(instance.filters().size(), 1u);
         EXPECT_EQ(trace, entering("tcp_pe_build_instance") + exiting("tcp_pe_build_instance"));
-        emulator::clear_faults();
-    }
+    });
 }
 
 TEST_F(TcpEndpoint, ConnectionPurposesOneToThreeAreTexts) {
@@ -98,7 +96,7 @@ TEST_F(TcpEndpoint, AnyOtherConnectionPurposeIsLeftUnset) {
     }
 }
 
-// --- IP endpoint ------------------------------------------------------------------------------------------
+// IP endpoint.
 
 class IpEndpoint : public ClassTest {
   protected:
@@ -175,19 +173,13 @@ TEST_F(IpEndpoint, WithoutItsVsanSystemTheNameIsEmptyInTheInstanceAndUnknownInTh
 }
 
 TEST_F(IpEndpoint, WithoutAnAddressRecordThereIsNoSubnetMask) {
-    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
-        let_down({.symbol = "ipconf_get_intf_ip_address", .effect = effect});
-        EXPECT_EQ(build().sets(), without(properties, {"SubnetMask"}));
-        emulator::clear_faults();
-    }
+    for_each_effect(STATUS_FAILURES, {.symbol = "ipconf_get_intf_ip_address"},
+                    [&] { EXPECT_EQ(build().sets(), without(properties, {"SubnetMask"})); });
 }
 
 TEST_F(IpEndpoint, WithoutAnInternetAddressRecordThereIsNoPrefixLength) {
-    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::FailWithRow}) {
-        let_down({.symbol = "ipconf_get_if_inet_addrs", .effect = effect});
-        EXPECT_EQ(build().sets(), without(properties, {"PrefixLength"}));
-        emulator::clear_faults();
-    }
+    for_each_effect(STATUS_FAILURES, {.symbol = "ipconf_get_if_inet_addrs"},
+                    [&] { EXPECT_EQ(build().sets(), without(properties, {"PrefixLength"})); });
 }
 
 TEST_F(IpEndpoint, PrefixLengthIsTheWordsLowByte) {
@@ -240,258 +232,12 @@ TEST_F(IpEndpoint, FillingFromNoLinkGivesNothing) {
 }
 
 TEST_F(IpEndpoint, ASuccessWithoutAProfileRowGivesAPathWithoutKeys) {
-    let_down({.symbol = "fcip_get_entity_entry", .effect = emulator::Effect::SucceedWithoutRow});
+    inject({.symbol = "fcip_get_entity_entry", .effect = Effect::SucceedWithoutRow});
     const RecordedPath path = fill();
     EXPECT_EQ(path.kind(), Object::Valid);
     EXPECT_EQ(path.keys(), Sets{});
     EXPECT_EQ(path.host(), std::nullopt);
     EXPECT_EQ(trace, entering("ip_pe_fill_reference") + exiting("ip_pe_fill_reference"));
-}
-
-// --- Walkers ----------------------------------------------------------------------------------------------
-
-class LinkWalk : public ClassTest {
-  protected:
-    void add_tunnels() {
-        for (std::uint32_t i = 1; i < 3; ++i) {
-            FcipLinkEntry another = one_tunnel::link();
-            another.kfmFcipLinkIndex += i;
-            another.kfmFcipLinkIfIndex += i;
-            emulator::add_link(another);
-            emulator::add_port(test_support::port_row(another.kfmFcipLinkIfIndex, 11, 10));
-        }
-    }
-    Answer walk_instances(const std::string& className, const char** properties = nullptr) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_ip_pe_instances(className.c_str(), result, properties, NAMESPACE);
-            },
-            &status);
-    }
-    Answer walk_paths(const std::string& className) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_ip_pe_references(className.c_str(), result, NAMESPACE);
-            },
-            &status);
-    }
-    int status = -99;
-};
-
-struct Route {
-    const char* className;
-    const char* builder;
-    const char* filler;
-};
-
-// The last row is as it stands: names of TCP settings are made by the IP settings' filler.
-const Route ROUTES[] = {
-    {"KESTO_IPProtocolEndPoint", "ip_pe_build_instance", "ip_pe_fill_reference"},
-    {"KESTO_RemoteIPServiceAccessPoint", "ip_remote_pe_build_instance", "ip_remote_pe_fill_reference"},
-    {"KESTO_RemoteTCPPort", "remote_service_ap_build_instance", "remote_service_ap_fill_reference"},
-    {"KESTO_TCPProtocolEndPoint", "tcp_pe_build_instance", "tcp_pe_fill_reference"},
-    {"KESTO_FCIPSettings", "fcip_settings_build_instance", "fcip_settings_fill_reference"},
-    {"KESTO_IPSettings", "ip_settings_build_instance", "ip_settings_fill_reference"},
-    {"KESTO_TCPSettings", "tcp_settings_build_instance", "ip_settings_fill_reference"},
-};
-
-TEST_F(LinkWalk, EachClassIsBuiltByItsOwnBuilder) {
-    for (const Route& route : ROUTES) {
-        SCOPED_TRACE(route.className);
-        const Answer answer = walk_instances(route.className);
-        EXPECT_EQ(status, 0);
-        ASSERT_EQ(answer.returned.size(), 1u);
-        ASSERT_EQ(answer.instances.size(), 1u);
-        EXPECT_EQ(answer.instances[0].class_name(), route.className);
-        EXPECT_EQ(answer.instances[0].sets(), golden_properties(route.builder));
-        EXPECT_NE(answer.output.find(entering(route.builder)), std::string::npos);
-        EXPECT_EQ(answer.doneCalls, 0u);
-    }
-}
-
-TEST_F(LinkWalk, EachClassIsFilledByItsOwnFillerButTcpSettings) {
-    for (const Route& route : ROUTES) {
-        SCOPED_TRACE(route.className);
-        const Answer answer = walk_paths(route.className);
-        EXPECT_EQ(status, 0);
-        ASSERT_EQ(answer.returned.size(), 1u);
-        ASSERT_EQ(answer.paths.size(), 1u);
-        EXPECT_EQ(answer.paths[0].class_name(), route.className);
-        EXPECT_EQ(answer.paths[0].keys(), golden_keys(route.filler));
-        EXPECT_EQ(answer.doneCalls, 0u);
-    }
-}
-
-TEST_F(LinkWalk, NamesOfTcpSettingsComeFromTheIpSettingsFiller) {
-    const Answer answer = walk_paths("KESTO_TCPSettings");
-    EXPECT_NE(answer.output.find(entering("ip_settings_fill_reference")), std::string::npos);
-    EXPECT_EQ(answer.output.find("tcp_settings_fill_reference"), std::string::npos);
-    ASSERT_EQ(answer.paths.size(), 1u);
-    EXPECT_EQ(answer.paths[0], RecordedPath(NAMESPACE, "KESTO_TCPSettings",
-                                            {{"InstanceID", CMPI_chars, "17"}}, one_tunnel::HOST));
-}
-
-TEST_F(LinkWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
-    for (const Route& route : ROUTES) {
-        std::string lower = route.className;
-        for (char& letter : lower)
-            letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-        const Answer instances = walk_instances(lower);
-        ASSERT_EQ(instances.instances.size(), 1u) << lower;
-        EXPECT_EQ(instances.instances[0].class_name(), lower);
-        EXPECT_EQ(instances.instances[0].sets(), golden_properties(route.builder));
-        const Answer paths = walk_paths(lower);
-        ASSERT_EQ(paths.paths.size(), 1u) << lower;
-        EXPECT_EQ(paths.paths[0].class_name(), lower);
-    }
-}
-
-TEST_F(LinkWalk, EveryLinkIsTracedBeforeItsObject) {
-    add_tunnels();
-    const std::string instanceTrace = line_trace("get_all_ip_pe_instances");
-    const std::string builderTrace =
-        entering("fcip_settings_build_instance") + exiting("fcip_settings_build_instance");
-    std::string want = entering("get_all_ip_pe_instances");
-    for (int i = 0; i < 3; ++i)
-        want += instanceTrace + builderTrace;
-    std::string traced = walk_instances("KESTO_FCIPSettings").output;
-    EXPECT_TRUE(matches(traced, want)) << traced;
-
-    want = entering("get_all_ip_pe_references");
-    for (int i = 0; i < 3; ++i)
-        want += line_trace("get_all_ip_pe_references") + entering("tcp_pe_fill_reference");
-    traced = walk_paths("KESTO_TCPProtocolEndPoint").output;
-    EXPECT_TRUE(matches(traced, want)) << traced;
-}
-
-TEST_F(LinkWalk, OneObjectALinkInTableOrder) {
-    add_tunnels();
-    const Answer instances = walk_instances("KESTO_TCPProtocolEndPoint");
-    ASSERT_EQ(instances.instances.size(), 3u);
-    EXPECT_EQ(instances.instances[0].value("Name"), "17");
-    EXPECT_EQ(instances.instances[1].value("Name"), "18");
-    EXPECT_EQ(instances.instances[2].value("Name"), "19");
-    const Answer paths = walk_paths("KESTO_TCPProtocolEndPoint");
-    ASSERT_EQ(paths.paths.size(), 3u);
-    EXPECT_EQ(paths.paths[0].key("Name"), "17");
-    EXPECT_EQ(paths.paths[1].key("Name"), "18");
-    EXPECT_EQ(paths.paths[2].key("Name"), "19");
-}
-
-TEST_F(LinkWalk, AnUnknownClassGivesOneNullALink) {
-    add_tunnels();
-    for (const char* className : {"KESTO_Nothing", "KESTO_RemoteIPPort", "KESTO_FCIPProtocolEndPoint"}) {
-        const Answer instances = walk_instances(className);
-        EXPECT_EQ(status, 0);
-        ASSERT_EQ(instances.instances.size(), 3u) << className;
-        for (const RecordedInstance& instance : instances.instances)
-            EXPECT_EQ(instance.kind(), Object::Null);
-        const Answer paths = walk_paths(className);
-        EXPECT_EQ(status, 0);
-        ASSERT_EQ(paths.paths.size(), 3u) << className;
-        for (const RecordedPath& path : paths.paths)
-            EXPECT_EQ(path.kind(), Object::Null);
-    }
-}
-
-TEST_F(LinkWalk, EnumeratingRemoteIpPortsGivesOneNullALink) {
-    add_tunnels();
-    const Answer answer = enumerate("KESTO_RemoteIPPort");
-    EXPECT_EQ(answer.rc, 0);
-    ASSERT_EQ(answer.instances.size(), 3u);
-    for (const RecordedInstance& instance : answer.instances)
-        EXPECT_EQ(instance.kind(), Object::Null);
-}
-
-TEST_F(LinkWalk, AnObjectThatCannotBeBuiltIsHandedOverAsNull) {
-    add_tunnels();
-    emulator::clear_entities();
-    for (const Route& route : ROUTES) {
-        const Answer instances = walk_instances(route.className);
-        ASSERT_EQ(instances.instances.size(), 3u) << route.className;
-        for (const RecordedInstance& instance : instances.instances)
-            EXPECT_EQ(instance.kind(), Object::Null) << route.className;
-        const Answer paths = walk_paths(route.className);
-        ASSERT_EQ(paths.paths.size(), 3u) << route.className;
-        for (const RecordedPath& path : paths.paths)
-            EXPECT_EQ(path.kind(), Object::Null) << route.className;
-    }
-}
-
-TEST_F(LinkWalk, EveryBrokerFailureCostsItsOwnObjectOnly) {
-    add_tunnels();
-    for (const Route& route : ROUTES) {
-        SCOPED_TRACE(route.className);
-        for (const Make what : {Make::ObjectPath, Make::Instance}) {
-            const std::size_t failures = for_each_broker_failure(what, Failure::Null, [&](std::size_t nth) {
-                const Answer answer = walk_instances(route.className);
-                ASSERT_EQ(answer.instances.size(), 3u);
-                for (std::size_t i = 0; i < 3; ++i)
-                    EXPECT_EQ(answer.instances[i].kind(), i + 1 == nth ? Object::Null : Object::Valid);
-            });
-            EXPECT_EQ(failures, 3u);
-        }
-        const std::size_t failures =
-            for_each_broker_failure(Make::ObjectPath, Failure::Null, [&](std::size_t nth) {
-                const Answer answer = walk_paths(route.className);
-                ASSERT_EQ(answer.paths.size(), 3u);
-                for (std::size_t i = 0; i < 3; ++i)
-                    EXPECT_EQ(answer.paths[i].kind(), i + 1 == nth ? Object::Null : Object::Valid);
-            });
-        EXPECT_EQ(failures, 3u);
-    }
-}
-
-TEST_F(LinkWalk, WithoutTunnelsNothingIsReturned) {
-    emulator::clear_links();
-    EXPECT_TRUE(walk_instances("KESTO_IPSettings").returned.empty());
-    EXPECT_EQ(status, 0);
-    EXPECT_TRUE(walk_paths("KESTO_IPSettings").returned.empty());
-    EXPECT_EQ(status, 0);
-}
-
-TEST_F(LinkWalk, AnErrorThatBringsARowEndsTheWalkWithOneMoreTrace) {
-    add_tunnels();
-    let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = emulator::Effect::FailWithRow});
-    const Answer instances = walk_instances("KESTO_TCPProtocolEndPoint");
-    EXPECT_EQ(instances.instances.size(), 1u);
-    EXPECT_EQ(status, 0);
-    EXPECT_TRUE(matches(instances.output,
-                        entering("get_all_ip_pe_instances") + line_trace("get_all_ip_pe_instances") +
-                            entering("tcp_pe_build_instance") + exiting("tcp_pe_build_instance") +
-                            line_trace("get_all_ip_pe_instances")))
-        << instances.output;
-    emulator::clear_faults();
-    let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = emulator::Effect::FailWithRow});
-    const Answer paths = walk_paths("KESTO_TCPProtocolEndPoint");
-    EXPECT_EQ(paths.paths.size(), 1u);
-    EXPECT_TRUE(
-        matches(paths.output, entering("get_all_ip_pe_references") + line_trace("get_all_ip_pe_references") +
-                                  entering("tcp_pe_fill_reference") + line_trace("get_all_ip_pe_references")))
-        << paths.output;
-}
-
-TEST_F(LinkWalk, AnEndWithoutARowEndsTheWalkSilently) {
-    add_tunnels();
-    for (const auto effect : {emulator::Effect::Fail, emulator::Effect::SucceedWithoutRow}) {
-        let_down({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
-        const Answer answer = walk_instances("KESTO_TCPProtocolEndPoint");
-        EXPECT_EQ(answer.instances.size(), 1u);
-        EXPECT_EQ(status, 0);
-        EXPECT_EQ(occurrences(answer.output, " Function : get_all_ip_pe_instances Line "), 1u);
-        emulator::clear_faults();
-    }
-}
-
-TEST_F(LinkWalk, PassesThePropertyListOn) {
-    const char* wanted[] = {"Name", "InstanceID", nullptr};
-    for (const Route& route : ROUTES) {
-        const Answer answer = walk_instances(route.className, wanted);
-        ASSERT_EQ(answer.instances.size(), 1u);
-        ASSERT_EQ(answer.instances[0].filters().size(), 1u) << route.className;
-        EXPECT_EQ(answer.instances[0].filters()[0].properties,
-                  (std::vector<std::string>{"Name", "InstanceID"}));
-    }
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 // Every class on the built-in switch: what a client that reads the whole switch finds, and which objects find
 // their way back through their names.
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
@@ -206,7 +208,7 @@ TEST_F(WholeSwitch, TheLibraryReadsTheKernelsOwnFiles) {
     EXPECT_LE(ip.words[0], receivedPackets());
 }
 
-// --- Names and the objects that they find -----------------------------------------------------------------
+// Names and the objects that they find.
 
 TEST_F(WholeSwitch, NamesOfTheseClassesFindTheirOwnInstances) {
     for (const char* className :

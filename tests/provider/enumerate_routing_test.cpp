@@ -1,15 +1,21 @@
 // Where the two enumerations send each class, in any letter case.
-#include <algorithm>
+#include <gtest/gtest.h>
+
 #include <cctype>
 #include <string>
 #include <vector>
 
-#include "tests/provider/tunnel_switch.h"
+#include "include/associations.h"
+#include "include/classes.h"
+#include "tests/support/one_tunnel.h"
+#include "tests/support/traces.h"
 
 namespace {
 
-using namespace provider_tests;
+using one_tunnel::OneTunnelTest;
 using test_support::Answer;
+using test_support::calls_of;
+using test_support::entering;
 using test_support::Filter;
 using test_support::filter_for;
 using test_support::NAMESPACE;
@@ -17,56 +23,65 @@ using test_support::Object;
 using Calls = std::vector<std::string>;
 using Names = std::vector<std::string>;
 
-// Replies of the line card, so that the statistics builders come to an end.
-void answer_statistics() {
-    emulator::set_reply(1917, std::vector<std::uint8_t>(172));
-    emulator::set_reply(1918, std::vector<std::uint8_t>(256));
-    emulator::set_reply(1920, std::vector<std::uint8_t>(1352), {std::vector<std::uint8_t>(64)});
-}
-
-bool printed(const Answer& answer, const std::string& text) {
-    return answer.output.find(text) != std::string::npos;
-}
-
-// The walker that served the request. Most walkers print their name; the others are known by what they call
-// for each row.
-std::string walker_of(const Answer& answer) {
-    for (const std::string& name : entered(answer.output))
-        if (name.starts_with("get_all_")) return name;
-    if (!calls_of(answer.platformCalls, "fcport_fill_reference_pm").empty())
-        return "get_all_eth_stat_data_references";
-    if (printed(answer, "Entering eth_statistics_fill_reference\n")) return "get_all_eth_stat_references";
-    if (printed(answer, "Entering eth_statistics_build_instance\n")) return "get_all_eth_stat_instances";
-    if (printed(answer, "Entering lan_endpoint_fill_reference\n")) return "get_all_lan_endpoint_references";
-    if (printed(answer, "Exiting lan_endpoint_build_instance\n")) return "get_all_lan_endpoint_instances";
-    for (const char* builder : {"ip_statistics", "tcp_statistics", "tcp_statistical_data"}) {
-        if (printed(answer, std::string("Entering ") + builder + "_build_instance\n"))
-            return "get_all_statistics";
-    }
-    // The statistics' path filler asks for its own row once more.
-    if (!calls_of(answer.platformCalls, "fcip_get_link_entry op=1").empty())
-        return "get_all_statistic_references";
-    return answer.platformCalls == Calls{"mutex_lock", "mutex_unlock"} ? "nothing" : "an unknown walker";
-}
+using NameWalker = int(const char* className, const CMPIResult* result, const char* nameSpace);
+using InstanceWalker = int(const char* className, const CMPIResult* result, const char** properties,
+                           const char* nameSpace);
 
 struct Route {
     const char* className;
-    const char* walker;
+    NameWalker* names;
+    InstanceWalker* instances; // nullptr: nothing is walked
 };
 void PrintTo(const Route& route, std::ostream* out) {
-    *out << route.className << " goes to " << route.walker;
+    *out << route.className;
 }
 
-class RoutingTest : public TunnelSwitchTest, public testing::WithParamInterface<Route> {
-  protected:
-    void SetUp() override {
-        TunnelSwitchTest::SetUp();
-        answer_statistics();
-    }
+const Route ROUTES[] = {
+    {"KESTO_FCIPProtocolEndPoint", get_all_fcip_pe_references, get_all_fcip_pe_instances},
+    {"KESTO_RemoteFCIPPort", get_all_fcip_pe_references, get_all_fcip_pe_instances},
+    {"KESTO_IPProtocolEndPoint", get_all_ip_pe_references, get_all_ip_pe_instances},
+    {"KESTO_RemoteTCPPort", get_all_ip_pe_references, get_all_ip_pe_instances},
+    {"KESTO_RemoteIPServiceAccessPoint", get_all_ip_pe_references, get_all_ip_pe_instances},
+    {"KESTO_TCPProtocolEndPoint", get_all_ip_pe_references, get_all_ip_pe_instances},
+    {"KESTO_FCIPSettings", get_all_ip_pe_references, get_all_ip_pe_instances},
+    {"KESTO_IPSettings", get_all_ip_pe_references, get_all_ip_pe_instances},
+    {"KESTO_TCPSettings", get_all_ip_pe_references, get_all_ip_pe_instances},
+    {"KESTO_IPEndPointStatistics", get_all_statistic_references, get_all_statistics},
+    {"KESTO_TCPEndPointStatistics", get_all_statistic_references, get_all_statistics},
+    {"KESTO_TCPStatisticalData", get_all_statistic_references, get_all_statistics},
+    {"KESTO_EthernetPortStatistics", get_all_eth_stat_references, get_all_eth_stat_instances},
+    {"KESTO_EthernetPortStatisticalData", get_all_eth_stat_data_references, get_all_eth_stat_data_instances},
+    {"KESTO_LANEndPoint", get_all_lan_endpoint_references, get_all_lan_endpoint_instances},
+    {"KESTO_FCIPProfile", get_all_fcip_profile_references, get_all_fcip_profiles},
+    {"KESTO_RemoteIPPort", get_all_binds_to_references, get_all_ip_pe_instances},
+    {"KESTO_FCPortProtocolEndPoint", get_all_binds_to_references, nullptr},
+    {"KESTO_EthernetPortProtocolEndpoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_SANFCIPEndpoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_SANIPEndpoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_SANTCPEndpoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_FCIPTCPEndpoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_TCPIPEndpoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_IPEthernetEndpoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_SwitchHostedFCIPAccessPoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_SwitchHostedIPAccessPoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_SwitchHostedTCPAccessPoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_FCIPPEBasedOn", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_FCIPElementSettingData", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_TCPElementSettingData", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_IPElementSettingData", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_IPEndPointStatisticalData", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_TCPEndPointStatisticalData", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_LogicalComputerSystem", get_all_binds_to_references, get_all_binds_to_instances},
+    {"KESTO_EthernetPort", get_all_binds_to_references, get_all_binds_to_instances},
+    {"CIM_HostedAccessPoint", get_all_binds_to_references, get_all_binds_to_instances},
+    {"NoSuchClass", get_all_binds_to_references, get_all_binds_to_instances},
+};
 
-    static std::vector<std::string> spellings() {
+class EnumerationRoute : public OneTunnelTest, public testing::WithParamInterface<Route> {
+  protected:
+    static Names spellings() {
         const std::string name = GetParam().className;
-        std::vector<std::string> spellings{name, name, name};
+        Names spellings{name, name, name};
         for (char& letter : spellings[1])
             letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
         for (char& letter : spellings[2])
@@ -74,132 +89,58 @@ class RoutingTest : public TunnelSwitchTest, public testing::WithParamInterface<
         return spellings;
     }
 
-    static void expect_routed(const Answer& answer, const std::string& className) {
-        EXPECT_EQ(walker_of(answer), GetParam().walker) << className << " printed\n" << answer.output;
+    // The calls but those that carry a new token each time.
+    static Calls repeatable(Calls calls) {
+        std::erase_if(calls, [](const std::string& call) { return call.starts_with("mts_recv "); });
+        return calls;
+    }
+    // The operation answers as its walker does by itself.
+    static void expect_same(const Answer& operation, const Answer& walker) {
+        EXPECT_EQ(operation.output, walker.output);
+        EXPECT_EQ(repeatable(operation.platformCalls), repeatable(walker.platformCalls));
+        EXPECT_EQ(testing::PrintToString(operation.returned), testing::PrintToString(walker.returned));
+        expect_success(operation);
+    }
+    static void expect_success(const Answer& answer) {
         EXPECT_EQ(answer.rc, CMPI_RC_OK);
         EXPECT_EQ(answer.message, std::nullopt);
         EXPECT_EQ(answer.doneCalls, 0u) << "the server closes the result itself";
     }
 };
 
-std::string name_of(const testing::TestParamInfo<Route>& parameter) {
-    return parameter.param.className;
+TEST_P(EnumerationRoute, NamesAreThoseOfTheClasssWalker) {
+    for (const std::string& className : spellings()) {
+        SCOPED_TRACE(className);
+        const Answer walker = walk(
+            [&](const CMPIResult* result) { return GetParam().names(className.c_str(), result, NAMESPACE); });
+        expect_same(enumerate_names(className), walker);
+    }
 }
 
-// ---- Enumerate instance names. ----
-
-class NameRoutingTest : public RoutingTest {};
-
-TEST_P(NameRoutingTest, GoesToItsWalker) {
-    for (const std::string& className : spellings())
-        expect_routed(enumerate_names(className), className);
+TEST_P(EnumerationRoute, InstancesAreThoseOfTheClasssWalker) {
+    for (const std::string& className : spellings()) {
+        SCOPED_TRACE(className);
+        const Answer operation = enumerate(className);
+        if (GetParam().instances == nullptr) {
+            EXPECT_TRUE(operation.returned.empty());
+            EXPECT_EQ(operation.output, "");
+            EXPECT_EQ(operation.platformCalls, (Calls{"mutex_lock", "mutex_unlock"}));
+            expect_success(operation);
+            continue;
+        }
+        const Answer walker = walk([&](const CMPIResult* result) {
+            return GetParam().instances(className.c_str(), result, nullptr, NAMESPACE);
+        });
+        expect_same(operation, walker);
+    }
 }
 
-constexpr const char* BINDS_NAMES = "get_all_binds_to_references";
-constexpr Route NAME_ROUTES[] = {
-    {"KESTO_FCIPProtocolEndPoint", "get_all_fcip_pe_references"},
-    {"KESTO_RemoteFCIPPort", "get_all_fcip_pe_references"},
-    {"KESTO_IPProtocolEndPoint", "get_all_ip_pe_references"},
-    {"KESTO_RemoteTCPPort", "get_all_ip_pe_references"},
-    {"KESTO_RemoteIPServiceAccessPoint", "get_all_ip_pe_references"},
-    {"KESTO_TCPProtocolEndPoint", "get_all_ip_pe_references"},
-    {"KESTO_FCIPSettings", "get_all_ip_pe_references"},
-    {"KESTO_IPSettings", "get_all_ip_pe_references"},
-    {"KESTO_TCPSettings", "get_all_ip_pe_references"},
-    {"KESTO_IPEndPointStatistics", "get_all_statistic_references"},
-    {"KESTO_TCPEndPointStatistics", "get_all_statistic_references"},
-    {"KESTO_TCPStatisticalData", "get_all_statistic_references"},
-    {"KESTO_EthernetPortStatistics", "get_all_eth_stat_references"},
-    {"KESTO_EthernetPortStatisticalData", "get_all_eth_stat_data_references"},
-    {"KESTO_LANEndPoint", "get_all_lan_endpoint_references"},
-    {"KESTO_FCIPProfile", "get_all_fcip_profile_references"},
-    {"KESTO_RemoteIPPort", BINDS_NAMES},
-    {"KESTO_FCPortProtocolEndPoint", BINDS_NAMES},
-    {"KESTO_EthernetPortProtocolEndpoint", BINDS_NAMES},
-    {"KESTO_SANFCIPEndpoint", BINDS_NAMES},
-    {"KESTO_SANIPEndpoint", BINDS_NAMES},
-    {"KESTO_SANTCPEndpoint", BINDS_NAMES},
-    {"KESTO_FCIPTCPEndpoint", BINDS_NAMES},
-    {"KESTO_TCPIPEndpoint", BINDS_NAMES},
-    {"KESTO_IPEthernetEndpoint", BINDS_NAMES},
-    {"KESTO_SwitchHostedFCIPAccessPoint", BINDS_NAMES},
-    {"KESTO_SwitchHostedIPAccessPoint", BINDS_NAMES},
-    {"KESTO_SwitchHostedTCPAccessPoint", BINDS_NAMES},
-    {"KESTO_FCIPPEBasedOn", BINDS_NAMES},
-    {"KESTO_FCIPElementSettingData", BINDS_NAMES},
-    {"KESTO_TCPElementSettingData", BINDS_NAMES},
-    {"KESTO_IPElementSettingData", BINDS_NAMES},
-    {"KESTO_IPEndPointStatisticalData", BINDS_NAMES},
-    {"KESTO_TCPEndPointStatisticalData", BINDS_NAMES},
-    {"KESTO_LogicalComputerSystem", BINDS_NAMES},
-    {"KESTO_EthernetPort", BINDS_NAMES},
-    {"CIM_HostedAccessPoint", BINDS_NAMES},
-    {"NoSuchClass", BINDS_NAMES},
-};
-INSTANTIATE_TEST_SUITE_P(Classes, NameRoutingTest, testing::ValuesIn(NAME_ROUTES), name_of);
+INSTANTIATE_TEST_SUITE_P(Classes, EnumerationRoute, testing::ValuesIn(ROUTES),
+                         [](const auto& route) { return std::string(route.param.className); });
 
-// ---- Enumerate instances. ----
+// What is peculiar about the routes.
 
-class InstanceRoutingTest : public RoutingTest {};
-
-TEST_P(InstanceRoutingTest, GoesToItsWalker) {
-    for (const std::string& className : spellings())
-        expect_routed(enumerate(className), className);
-}
-
-constexpr const char* BINDS_INSTANCES = "get_all_binds_to_instances";
-constexpr Route INSTANCE_ROUTES[] = {
-    {"KESTO_FCIPProtocolEndPoint", "get_all_fcip_pe_instances"},
-    {"KESTO_RemoteFCIPPort", "get_all_fcip_pe_instances"},
-    {"KESTO_IPProtocolEndPoint", "get_all_ip_pe_instances"},
-    {"KESTO_RemoteIPServiceAccessPoint", "get_all_ip_pe_instances"},
-    {"KESTO_RemoteTCPPort", "get_all_ip_pe_instances"},
-    {"KESTO_TCPProtocolEndPoint", "get_all_ip_pe_instances"},
-    {"KESTO_FCIPSettings", "get_all_ip_pe_instances"},
-    {"KESTO_IPSettings", "get_all_ip_pe_instances"},
-    {"KESTO_TCPSettings", "get_all_ip_pe_instances"},
-    {"KESTO_RemoteIPPort", "get_all_ip_pe_instances"},
-    {"KESTO_IPEndPointStatistics", "get_all_statistics"},
-    {"KESTO_TCPEndPointStatistics", "get_all_statistics"},
-    {"KESTO_TCPStatisticalData", "get_all_statistics"},
-    {"KESTO_EthernetPortStatistics", "get_all_eth_stat_instances"},
-    {"KESTO_EthernetPortStatisticalData", "get_all_eth_stat_data_instances"},
-    {"KESTO_FCIPProfile", "get_all_fcip_profiles"},
-    {"KESTO_LANEndPoint", "get_all_lan_endpoint_instances"},
-    {"KESTO_FCPortProtocolEndPoint", "nothing"},
-    {"KESTO_EthernetPortProtocolEndpoint", BINDS_INSTANCES},
-    {"KESTO_SANFCIPEndpoint", BINDS_INSTANCES},
-    {"KESTO_SANIPEndpoint", BINDS_INSTANCES},
-    {"KESTO_SANTCPEndpoint", BINDS_INSTANCES},
-    {"KESTO_FCIPTCPEndpoint", BINDS_INSTANCES},
-    {"KESTO_TCPIPEndpoint", BINDS_INSTANCES},
-    {"KESTO_IPEthernetEndpoint", BINDS_INSTANCES},
-    {"KESTO_SwitchHostedFCIPAccessPoint", BINDS_INSTANCES},
-    {"KESTO_SwitchHostedIPAccessPoint", BINDS_INSTANCES},
-    {"KESTO_SwitchHostedTCPAccessPoint", BINDS_INSTANCES},
-    {"KESTO_FCIPPEBasedOn", BINDS_INSTANCES},
-    {"KESTO_FCIPElementSettingData", BINDS_INSTANCES},
-    {"KESTO_TCPElementSettingData", BINDS_INSTANCES},
-    {"KESTO_IPElementSettingData", BINDS_INSTANCES},
-    {"KESTO_IPEndPointStatisticalData", BINDS_INSTANCES},
-    {"KESTO_TCPEndPointStatisticalData", BINDS_INSTANCES},
-    {"KESTO_LogicalComputerSystem", BINDS_INSTANCES},
-    {"KESTO_EthernetPort", BINDS_INSTANCES},
-    {"CIM_HostedAccessPoint", BINDS_INSTANCES},
-    {"NoSuchClass", BINDS_INSTANCES},
-};
-INSTANTIATE_TEST_SUITE_P(Classes, InstanceRoutingTest, testing::ValuesIn(INSTANCE_ROUTES), name_of);
-
-// ---- What is peculiar about the routes. ----
-
-class EnumerationTest : public TunnelSwitchTest {};
-
-TEST_F(EnumerationTest, FcPortEndpointsHaveNoInstances) {
-    const Answer answer = enumerate("KESTO_FCPortProtocolEndPoint");
-    EXPECT_EQ(answer.rc, CMPI_RC_OK);
-    EXPECT_TRUE(answer.returned.empty());
-    EXPECT_EQ(answer.output, "");
-}
+class EnumerationTest : public OneTunnelTest {};
 
 TEST_F(EnumerationTest, FcPortEndpointsHaveNoNamesThoughTheAssociationsAreWalked) {
     const Answer answer = enumerate_names("KESTO_FCPortProtocolEndPoint");

@@ -4,22 +4,30 @@
 #include <string>
 #include <vector>
 
-#include "tests/provider/tunnel_switch.h"
-#include "tests/support/rows.h"
+#include "tests/provider/get_test.h"
+#include "tests/support/faults.h"
+#include "tests/support/traces.h"
 
 namespace {
 
-using namespace provider_tests;
 using emulator::Effect;
+using namespace provider_tests;
 using test_support::Answer;
+using test_support::calls_of;
+using test_support::entering;
+using test_support::exiting;
 using test_support::Failure;
 using test_support::Filter;
 using test_support::filter_for;
+using test_support::for_each_effect;
+using test_support::inject;
 using test_support::Key;
 using test_support::Make;
 using test_support::NAMESPACE;
 using test_support::Object;
+using test_support::ROW_FAILURES;
 using test_support::Sets;
+using test_support::STATUS_FAILURES;
 using Calls = std::vector<std::string>;
 using Names = std::vector<std::string>;
 
@@ -29,36 +37,7 @@ std::string lower(std::string text) {
     return text;
 }
 
-class GetTest : public TunnelSwitchTest {
-  protected:
-    void SetUp() override {
-        TunnelSwitchTest::SetUp();
-        emulator::set_reply(1917, std::vector<std::uint8_t>(172));
-        emulator::set_reply(1918, std::vector<std::uint8_t>(256));
-        emulator::set_reply(1920, std::vector<std::uint8_t>(1352), {std::vector<std::uint8_t>(64)});
-        emulator::clear_calls();
-    }
-
-    static void fault(const char* symbol, Effect effect) {
-        emulator::Fault fault;
-        fault.symbol = symbol;
-        fault.effect = effect;
-        emulator::add_fault(fault);
-    }
-
-    static void expect_nothing(const Answer& answer) {
-        EXPECT_EQ(answer.rc, CMPI_RC_OK);
-        EXPECT_EQ(answer.message, std::nullopt);
-        EXPECT_TRUE(answer.returned.empty());
-        EXPECT_EQ(answer.doneCalls, 0u);
-    }
-};
-
-std::string entry_trace(const std::string& keyName, const std::string& keyValue) {
-    return "Entering FCIP_GetInstance\n\tfound key " + keyName + " : " + keyValue + "\n";
-}
-
-// ---- Classes that are found by a link. ----
+// Classes that are found by a link.
 
 struct LinkRoute {
     const char* className;
@@ -95,11 +74,11 @@ class LinkRouteTest : public GetTest, public testing::WithParamInterface<LinkRou
                const test_support::PropertyList& properties = {}) {
         return get_instance(className, {{GetParam().keyName, keyValue}}, properties);
     }
-    // The builder that was entered behind the key's trace.
+    // The builder that was entered after the key's trace.
     static std::string builder_of(const Answer& answer) {
         const std::string trace = entry_trace(GetParam().keyName, GetParam().found);
         if (!answer.output.starts_with(trace + "Entering ")) return "none: " + answer.output;
-        return entered(answer.output.substr(trace.size()))[0];
+        return test_support::functions_entered(answer.output.substr(trace.size()))[0];
     }
 };
 
@@ -150,11 +129,8 @@ TEST_P(LinkRouteTest, NoLinksFindNothing) {
 }
 
 TEST_P(LinkRouteTest, FailedLookupFindsNothing) {
-    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
-        emulator::clear_faults();
-        fault("fcip_get_link_entry", effect);
-        expect_nothing(get(GetParam().className, GetParam().found));
-    }
+    for_each_effect(ROW_FAILURES, {.symbol = "fcip_get_link_entry"},
+                    [&] { expect_nothing(get(GetParam().className, GetParam().found)); });
 }
 
 TEST_P(LinkRouteTest, WhatTheBuilderCannotMakeIsReturnedAsNull) {
@@ -182,14 +158,10 @@ TEST_P(LinkRouteTest, NoFailureOfThePlatformReachesTheClient) {
                                "ipconf_get_intf_ip_address", "ipconf_get_if_inet_addrs"}) {
         get(GetParam().className, GetParam().found);
         const std::size_t calls = emulator::count(symbol);
-        for (const Effect effect : {Effect::Fail, Effect::FailWithRow}) {
-            for (std::size_t nth = 1; nth <= calls; ++nth) {
+        for (const Effect effect : STATUS_FAILURES) {
+            for (std::uint32_t nth = 1; nth <= calls; ++nth) {
                 SCOPED_TRACE(std::string(symbol) + " " + std::to_string(nth));
-                emulator::Fault fault;
-                fault.symbol = symbol;
-                fault.first = fault.last = static_cast<std::uint32_t>(nth);
-                fault.effect = effect;
-                emulator::add_fault(fault);
+                inject({.symbol = symbol, .first = nth, .last = nth, .effect = effect});
                 const Answer answer = get(GetParam().className, GetParam().found);
                 EXPECT_EQ(answer.rc, CMPI_RC_OK);
                 EXPECT_EQ(answer.message, std::nullopt);
@@ -205,7 +177,7 @@ TEST_P(LinkRouteTest, NoFailureOfThePlatformReachesTheClient) {
 INSTANTIATE_TEST_SUITE_P(Classes, LinkRouteTest, testing::ValuesIn(LINK_ROUTES),
                          [](const auto& parameter) { return std::string(parameter.param.className); });
 
-// ---- TCP endpoint statistics: the link's error counters are fetched on the way. ----
+// TCP endpoint statistics: the link's error counters are fetched on the way.
 
 class GetTcpStatisticsTest : public GetTest {
   protected:
@@ -229,170 +201,27 @@ TEST_F(GetTcpStatisticsTest, ErrorCountersAreFetchedByTheLinksKey) {
 }
 
 TEST_F(GetTcpStatisticsTest, FailureWithoutARowIsSilentAndTheBuilderAnswers) {
-    fault("fcip_snmp_get_link_errors", Effect::Fail);
+    inject({.symbol = "fcip_snmp_get_link_errors"});
     const Answer answer = get();
     EXPECT_EQ(answer.instances.size(), 1u);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + builder)) << answer.output;
 }
 
 TEST_F(GetTcpStatisticsTest, FailureWithARowIsTracedAndTheBuilderAnswers) {
-    fault("fcip_snmp_get_link_errors", Effect::FailWithRow);
+    inject({.symbol = "fcip_snmp_get_link_errors", .effect = Effect::FailWithRow});
     const Answer answer = get();
     EXPECT_EQ(answer.instances.size(), 1u);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + lineTrace + builder)) << answer.output;
 }
 
 TEST_F(GetTcpStatisticsTest, SuccessWithoutARowIsNoFailure) {
-    fault("fcip_snmp_get_link_errors", Effect::SucceedWithoutRow);
+    inject({.symbol = "fcip_snmp_get_link_errors", .effect = Effect::SucceedWithoutRow});
     const Answer answer = get();
     EXPECT_EQ(answer.instances.size(), 1u);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + builder)) << answer.output;
 }
 
-// ---- Ethernet port statistics: the key is an if-index. ----
-
-class GetEthernetStatisticsTest : public GetTest {
-  protected:
-    Answer get(const char* key) {
-        return get_instance("KESTO_EthernetPortStatistics", {{"InstanceID", key}});
-    }
-    static Calls port_requests(const Answer& answer) {
-        return calls_of(answer.platformCalls, "pm_cim_get_port_info");
-    }
-};
-
-TEST_F(GetEthernetStatisticsTest, TheDecimalIfIndexFindsThePort) {
-    const Answer answer = get("-1694433280");
-    EXPECT_EQ(port_requests(answer), (Calls{"pm_cim_get_port_info op=1 if=0x9b010000"}));
-    ASSERT_EQ(answer.instances.size(), 1u);
-    EXPECT_EQ(answer.instances[0].class_name(), "KESTO_EthernetPortStatistics");
-    EXPECT_EQ(answer.instances[0].value("InstanceID"), "-1694433280");
-    EXPECT_NE(answer.output.find("Entering eth_statistics_build_instance\n"), std::string::npos);
-    EXPECT_EQ(calls_of(answer.platformCalls, "fcip_get_link_entry"), Calls{}) << "no link is looked up";
-}
-
-TEST_F(GetEthernetStatisticsTest, ClassNameInLowerCaseKeepsTheClientsSpelling) {
-    const Answer answer = get_instance("kesto_ethernetportstatistics", {{"instanceid", "-1694433280"}});
-    ASSERT_EQ(answer.instances.size(), 1u);
-    EXPECT_EQ(answer.instances[0].class_name(), "kesto_ethernetportstatistics");
-}
-
-TEST_F(GetEthernetStatisticsTest, KeyThatIsNoNumberAsksForIfIndexZero) {
-    for (const char* key : {"eth1", "", "_17"}) {
-        const Answer answer = get(key);
-        EXPECT_EQ(port_requests(answer), (Calls{"pm_cim_get_port_info op=1 if=0x00000000"}))
-            << '"' << key << '"';
-        expect_nothing(answer);
-    }
-}
-
-TEST_F(GetEthernetStatisticsTest, NumbersSaturateAt32Bits) {
-    EXPECT_EQ(port_requests(get("2600534016")), (Calls{"pm_cim_get_port_info op=1 if=0x7fffffff"}));
-    EXPECT_EQ(port_requests(get("99999999999")), (Calls{"pm_cim_get_port_info op=1 if=0x7fffffff"}));
-    EXPECT_EQ(port_requests(get("-99999999999")), (Calls{"pm_cim_get_port_info op=1 if=0x80000000"}));
-}
-
-TEST_F(GetEthernetStatisticsTest, TextBehindTheNumberIsIgnored) {
-    EXPECT_EQ(get("-1694433280_x").instances.size(), 1u);
-}
-
-TEST_F(GetEthernetStatisticsTest, FailureOfThePortManagerFindsNothing) {
-    for (const Effect effect : {Effect::Fail, Effect::FailWithRow, Effect::SucceedWithoutRow}) {
-        emulator::clear_faults();
-        fault("pm_cim_get_port_info", effect);
-        expect_nothing(get("-1694433280"));
-    }
-}
-
-// ---- Profiles: the key must name a tunnel first, and then the profile. ----
-
-class GetProfileTest : public GetTest {
-  protected:
-    void SetUp() override {
-        GetTest::SetUp();
-        // Tunnel 3 of profile 3.
-        emulator::clear_links();
-        link.kfmFcipLinkIndex = 2;
-        update();
-        emulator::clear_calls();
-    }
-    Answer get(const char* key) { return get_instance("KESTO_FCIPProfile", {{"InstanceID", key}}); }
-};
-
-TEST_F(GetProfileTest, KeyThatNamesATunnelAndTheProfileFindsTheProfile) {
-    const Answer answer = get("3");
-    ASSERT_EQ(answer.instances.size(), 1u);
-    EXPECT_EQ(answer.instances[0].class_name(), "KESTO_FCIPProfile");
-    EXPECT_EQ(answer.instances[0].value("InstanceID"), "3");
-    EXPECT_NE(answer.output.find("Entering fcip_profile_build_instance\n"), std::string::npos);
-}
-
-TEST_F(GetProfileTest, ClassNameIsTheLiteralWhateverTheClientsSpelling) {
-    const Answer answer = get_instance("kesto_fcipprofile", {{"InstanceID", "3"}});
-    ASSERT_EQ(answer.instances.size(), 1u);
-    EXPECT_EQ(answer.instances[0].class_name(), "KESTO_FCIPProfile");
-}
-
-TEST_F(GetProfileTest, ProfileWithoutATunnelOfItsNumberIsNotFound) {
-    emulator::add_entity(test_support::entity_row(9));
-    emulator::clear_calls();
-    const Answer answer = get("9");
-    expect_nothing(answer);
-    EXPECT_EQ(calls_of(answer.platformCalls, "fcip_get_entity_entry"), Calls{})
-        << "the profiles are not even walked";
-}
-
-TEST_F(GetProfileTest, TunnelWithoutAProfileOfItsNumberIsNotFound) {
-    link.kfmFcipLinkIndex = 7;
-    update();
-    expect_nothing(get("8"));
-}
-
-TEST_F(GetProfileTest, KeyMustBeTheProfileNumberToTheLetter) {
-    for (const char* key : {"3_x", "03", " 3", "+3"})
-        expect_nothing(get(key));
-}
-
-TEST_F(GetProfileTest, FailedProfileWalkFindsNothing) {
-    for (const Effect effect : {Effect::Fail, Effect::FailWithRow}) {
-        emulator::clear_faults();
-        fault("fcip_get_entity_entry", effect);
-        expect_nothing(get("3"));
-    }
-}
-
-// ---- LAN endpoints: the key's Ethernet port finds a link, and the link's own interface is built. ----
-
-class GetLanEndpointTest : public GetTest {
-  protected:
-    Answer get(const char* key) { return get_instance("KESTO_LANEndPoint", {{"Name", key}}); }
-};
-
-TEST_F(GetLanEndpointTest, InterfaceOfTheLinkIsBuilt) {
-    for (const char* key : {"-1694433280:02:00:00:00:00:01", "-1694433280_x", "-1694433280"}) {
-        const Answer answer = get(key);
-        ASSERT_EQ(answer.instances.size(), 1u) << key;
-        EXPECT_EQ(answer.instances[0].class_name(), "KESTO_LANEndPoint");
-        EXPECT_EQ(calls_of(answer.platformCalls, "pm_cim_get_port_info"),
-                  (Calls{"pm_cim_get_port_info op=1 if=0x00000011"}));
-        EXPECT_NE(answer.output.find("Exiting lan_endpoint_build_instance\n"), std::string::npos);
-    }
-}
-
-TEST_F(GetLanEndpointTest, ClassNameKeepsTheClientsSpelling) {
-    for (const char* className : {"KESTO_LanEndpoint", "kesto_lanendpoint"}) {
-        const Answer answer = get_instance(className, {{"Name", "-1694433280:02"}});
-        ASSERT_EQ(answer.instances.size(), 1u);
-        EXPECT_EQ(answer.instances[0].class_name(), className);
-    }
-}
-
-TEST_F(GetLanEndpointTest, InterfaceOfTheTunnelIsNoKey) {
-    expect_nothing(get("17:02:00"));
-    expect_nothing(get(""));
-}
-
-// ---- Associations: the request's references come back as an instance. ----
+// Associations: the request's references come back as an instance.
 
 struct AssociationRoute {
     const char* className;
@@ -454,7 +283,7 @@ constexpr AssociationRoute ASSOCIATION_ROUTES[] = {
 INSTANTIATE_TEST_SUITE_P(Classes, AssociationRouteTest, testing::ValuesIn(ASSOCIATION_ROUTES),
                          [](const auto& parameter) { return std::string(parameter.param.className); });
 
-// ---- Everything else. ----
+// Everything else.
 
 TEST_F(GetTest, ClassesWithoutAnAcceptedKeyAreNotRouted) {
     for (const char* className :

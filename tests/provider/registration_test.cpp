@@ -4,12 +4,14 @@
 
 #include "platform/platform_services.h"
 #include "provider/provider.h"
-#include "tests/provider/tunnel_switch.h"
+#include "tests/support/one_tunnel.h"
+#include "tests/support/traces.h"
 
 namespace {
 
-using namespace provider_tests;
+using one_tunnel::OneTunnelTest;
 using test_support::Answer;
+using test_support::calls_of;
 using test_support::NAMESPACE;
 using test_support::printed_by;
 using test_support::RecordingBroker;
@@ -17,12 +19,12 @@ using Calls = std::vector<std::string>;
 
 constexpr const char* QUEUE_ERROR = "get_using_cmi done init mts response q with error\n";
 
-class RegistrationTest : public TunnelSwitchTest {
+class RegistrationTest : public OneTunnelTest {
   protected:
     static void fail_init_mts() { emulator::fail_always("init_mts", -1); }
 };
 
-// ---- The two management interfaces. ----
+// The two management interfaces.
 
 TEST_F(RegistrationTest, InstanceTableCarriesVersionsAndName) {
     EXPECT_EQ(instanceMi->hdl, nullptr);
@@ -96,7 +98,7 @@ TEST_F(RegistrationTest, BrokerOfTheMostRecentFactoryCallIsUsed) {
     EXPECT_EQ(broker.call_texts("newString"), (Calls{"newString \"invalid key name\""}));
 }
 
-// ---- Start-up. ----
+// Start-up.
 
 TEST_F(RegistrationTest, EachFactoryOpensTheQueueOnceUnderTheLock) {
     const Calls opened{"mutex_lock", "init_mts", "mutex_unlock"};
@@ -143,7 +145,7 @@ TEST_F(RegistrationTest, WithoutAQueueRequestsFindNothing) {
     EXPECT_TRUE(instance.returned.empty());
 }
 
-// ---- Clean-up. ----
+// Clean-up.
 
 TEST_F(RegistrationTest, CleanupsSucceedAndTouchNothing) {
     for (const CMPIBoolean terminating : {CMPIBoolean{0}, CMPIBoolean{1}}) {
@@ -167,9 +169,9 @@ TEST_F(RegistrationTest, CleanedUpProviderGoesOnServing) {
     EXPECT_EQ(enumerate("KESTO_FCIPProtocolEndPoint").instances.size(), 1u);
 }
 
-// ---- Create, modify, delete and query: for every class, served or not. ----
+// Create, modify, delete and query: for every class, served or not.
 
-class UnsupportedOperationTest : public TunnelSwitchTest, public testing::WithParamInterface<const char*> {
+class UnsupportedOperationTest : public OneTunnelTest, public testing::WithParamInterface<const char*> {
   protected:
     void expect_not_supported(const CMPIStatus& status) {
         EXPECT_EQ(status.rc, 7);
@@ -180,7 +182,7 @@ class UnsupportedOperationTest : public TunnelSwitchTest, public testing::WithPa
     const CMPIObjectPath* op = nullptr;
 
     void SetUp() override {
-        TunnelSwitchTest::SetUp();
+        OneTunnelTest::SetUp();
         op = broker.path(NAMESPACE, GetParam(), {{"Name", "5_10.1.1.1_10.1.1.2"}});
     }
 };
@@ -225,7 +227,7 @@ INSTANTIATE_TEST_SUITE_P(Classes, UnsupportedOperationTest,
                                          "CIM_ComputerSystem"),
                          [](const auto& parameter) { return std::string(parameter.param); });
 
-// ---- The lock. ----
+// The lock.
 
 TEST_F(RegistrationTest, EnumerationReadsTheRequestFirstAndThenHoldsTheLockOnce) {
     for (const bool names : {true, false}) {

@@ -7,12 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "tests/provider/tunnel_switch.h"
+#include "tests/support/one_tunnel.h"
+#include "tests/support/traces.h"
 
 namespace {
 
-using namespace provider_tests;
+using one_tunnel::OneTunnelTest;
 using test_support::Answer;
+using test_support::calls_of;
 using test_support::Key;
 using test_support::NAMESPACE;
 using test_support::printed_by;
@@ -27,7 +29,7 @@ std::string changed_case(std::string text, CaseChange change) {
     return text;
 }
 
-// ---- The acceptance rule. ----
+// The acceptance rule.
 
 // The key name that a class accepts, ANY or NONE.
 constexpr const char* ANY = "*";
@@ -127,9 +129,9 @@ TEST(KeyRuleSpellingTest, SpellingsOfOneClassAreOneClass) {
     }
 }
 
-// ---- Reading the key, as get-instance does: a trace tells the key that was found. ----
+// Reading the key, as get-instance does: the trace shows the key that was found.
 
-class RequestKeyTest : public TunnelSwitchTest {
+class RequestKeyTest : public OneTunnelTest {
   protected:
     static constexpr const char* ENTERING = "Entering FCIP_GetInstance\n";
 
@@ -255,9 +257,9 @@ TEST_F(RequestKeyTest, StringKeyWithoutAStringReadsAsEmpty) {
     EXPECT_TRUE(answer.returned.empty());
 }
 
-// ---- The extraction by itself. ----
+// The extraction by itself.
 
-class KeyExtractionTest : public TunnelSwitchTest {
+class KeyExtractionTest : public OneTunnelTest {
   protected:
     int extract(const char* className, const std::vector<Key>& keys, RequestKey* key,
                 const char* lineEnd = "\n") {
@@ -312,59 +314,6 @@ TEST_F(KeyExtractionTest, ReferenceHasItsDataAndAnEmptyValue) {
     EXPECT_EQ(key.data.type, CMPI_ref);
     EXPECT_EQ(key.data.value.ref, end);
     EXPECT_EQ(output, "");
-}
-
-// ---- The other four operations that read a key. ----
-
-TEST_F(RequestKeyTest, AssociatorsWithoutAKeyGiveUpBeforeTheLock) {
-    const Answer answer = associators("KESTO_FCIPSettings", {}, nullptr);
-    EXPECT_EQ(answer.rc, CMPI_RC_OK);
-    EXPECT_EQ(answer.message, "invalid key name");
-    EXPECT_NE(answer.output.find("associators can't find key\n"), std::string::npos) << answer.output;
-    EXPECT_TRUE(answer.returned.empty());
-    EXPECT_EQ(answer.platformCalls, Calls{});
-}
-
-TEST_F(RequestKeyTest, AssociatorNamesWithoutAKeyGiveUpBeforeTheLock) {
-    const Answer answer = associator_names("KESTO_FCIPSettings", {}, nullptr);
-    EXPECT_EQ(answer.rc, CMPI_RC_OK);
-    EXPECT_EQ(answer.message, "invalid key name");
-    EXPECT_NE(answer.output.find("associator names can't find key\n"), std::string::npos) << answer.output;
-    EXPECT_TRUE(answer.returned.empty());
-    EXPECT_EQ(answer.platformCalls, Calls{});
-}
-
-TEST_F(RequestKeyTest, ReferencesWithoutAKeyGoOnToTheRouting) {
-    const Answer answer = references("KESTO_FCIPSettings", {}, "KESTO_FCIPElementSettingData");
-    EXPECT_EQ(answer.rc, CMPI_RC_OK);
-    EXPECT_EQ(answer.message, std::nullopt);
-    EXPECT_NE(answer.output.find("references can't find key\n"), std::string::npos) << answer.output;
-    ASSERT_FALSE(answer.platformCalls.empty());
-    EXPECT_EQ(answer.platformCalls.front(), "mutex_lock");
-    EXPECT_EQ(answer.platformCalls.back(), "mutex_unlock");
-}
-
-TEST_F(RequestKeyTest, ReferenceNamesWithoutAKeyGoOnToTheRouting) {
-    const Answer answer = reference_names("KESTO_FCIPSettings", {}, "KESTO_FCIPElementSettingData");
-    EXPECT_EQ(answer.rc, CMPI_RC_OK);
-    EXPECT_EQ(answer.message, std::nullopt);
-    EXPECT_NE(answer.output.find("references names can't find key\n"), std::string::npos) << answer.output;
-    ASSERT_FALSE(answer.platformCalls.empty());
-    EXPECT_EQ(answer.platformCalls.front(), "mutex_lock");
-    EXPECT_EQ(answer.platformCalls.back(), "mutex_unlock");
-}
-
-TEST_F(RequestKeyTest, FoundKeysAreTracedWithABlankByTheReferenceOperationsOnly) {
-    const std::vector<Key> keys{{"InstanceID", "99"}};
-    const auto traced = [](const Answer& answer, const std::string& trace) {
-        return answer.output.find(trace) != std::string::npos;
-    };
-    EXPECT_TRUE(traced(associators("KESTO_FCIPSettings", keys, nullptr), "\tfound key InstanceID : 99\n"));
-    EXPECT_TRUE(
-        traced(associator_names("KESTO_FCIPSettings", keys, nullptr), "\tfound key InstanceID : 99\n"));
-    EXPECT_TRUE(traced(references("KESTO_FCIPSettings", keys, nullptr), "\tfound key InstanceID : 99 \n"));
-    EXPECT_TRUE(
-        traced(reference_names("KESTO_FCIPSettings", keys, nullptr), "\tfound key InstanceID : 99 \n"));
 }
 
 } // namespace

@@ -4,11 +4,11 @@
 #include <thread>
 #include <vector>
 
-#include "tests/provider/tunnel_switch.h"
+#include "tests/support/one_tunnel.h"
 
 namespace {
 
-using namespace provider_tests;
+using one_tunnel::OneTunnelTest;
 using test_support::Key;
 using test_support::NAMESPACE;
 using test_support::printed_by;
@@ -16,13 +16,13 @@ using test_support::RecordedInstance;
 using test_support::RecordingResult;
 using test_support::Sets;
 
-class ThreadsTest : public TunnelSwitchTest {
+class ThreadsTest : public OneTunnelTest {
   protected:
     static constexpr int THREADS = 6;
     static constexpr int ROUNDS = 20;
 
     void SetUp() override {
-        TunnelSwitchTest::SetUp();
+        OneTunnelTest::SetUp();
         add_two_tunnels();
         emulator::record_calls(false);
     }
@@ -86,7 +86,7 @@ TEST_F(ThreadsTest, RequestsWithoutAKeyDoNotWaitForTheLock) {
         RecordingResult result(broker);
         const CMPIStatus status =
             instanceMi->ft->getInstance(instanceMi, nullptr, result.cmpi(), op, nullptr);
-        if (status.rc == CMPI_RC_OK && (status.msg != nullptr) && result.returned().empty()) ++answered;
+        if (status.rc == CMPI_RC_OK && status.msg != nullptr && result.returned().empty()) ++answered;
     });
     EXPECT_EQ(answered, THREADS * ROUNDS);
 }

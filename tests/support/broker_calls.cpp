@@ -32,7 +32,7 @@ RecordingBroker& BrokerCalls::owner(const CMPIBroker* mb) {
     return *static_cast<RecordingBroker*>(const_cast<void*>(mb->hdl));
 }
 
-// ---- Strings. ----
+// Strings.
 
 CMPIString* BrokerCalls::make_string(RecordingBroker& broker, const std::string& text) {
     auto* made = broker.keep<StringObject>();
@@ -70,7 +70,7 @@ CMPIStatus BrokerCalls::release_string(CMPIString* string) {
     return OK;
 }
 
-// ---- Object paths. ----
+// Object paths.
 
 PathObject* BrokerCalls::make_path(RecordingBroker& broker, const std::string& nameSpace,
                                    const std::string& className) {
@@ -241,7 +241,7 @@ CMPICount BrokerCalls::get_key_count(const CMPIObjectPath* op, CMPIStatus* rc) {
     return static_cast<CMPICount>(self->data.size());
 }
 
-// ---- Instances. ----
+// Instances.
 
 CMPIInstance* BrokerCalls::new_instance(const CMPIBroker* mb, const CMPIObjectPath* op, CMPIStatus* rc) {
     RecordingBroker& broker = owner(mb);
@@ -297,7 +297,7 @@ CMPIStatus BrokerCalls::set_property_filter(const CMPIInstance* inst, const char
     return OK;
 }
 
-// ---- Results. ----
+// Results.
 
 RecordingResult::State& BrokerCalls::result(const CMPIResult* rslt) {
     return *const_cast<RecordingResult::State*>(static_cast<const RecordingResult::State*>(rslt));

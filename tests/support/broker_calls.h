@@ -38,7 +38,7 @@ struct RecordingResult::State : CMPIResult {
     std::size_t doneCalls = 0;
 };
 
-// ---- Values (broker_values.cpp). ----
+// Values (broker_values.cpp).
 
 // The object as it is now; NULL and -1 are objects of their own kind.
 RecordedPath snapshot(const CMPIObjectPath* path);
@@ -50,7 +50,7 @@ CMPIValue number_value(CMPIType type, const std::string& text);
 std::string result_text(const char* function, const RecordedPath& path);
 std::string result_text(const char* function, const RecordedInstance& instance);
 
-// ---- The functions of the tables. ----
+// The functions of the tables.
 
 struct BrokerCalls {
     static RecordingBroker& owner(const CMPIBroker* mb);
@@ -63,13 +63,13 @@ struct BrokerCalls {
         return object.hdl && !object.released;
     }
 
-    // ---- Strings. ----
+    // Strings.
     static CMPIString* make_string(RecordingBroker& broker, const std::string& text);
     static CMPIString* new_string(const CMPIBroker* mb, const char* text, CMPIStatus* rc);
     static const char* get_char_ptr(const CMPIString* string, CMPIStatus* rc);
     static CMPIStatus release_string(CMPIString* string);
 
-    // ---- Object paths. ----
+    // Object paths.
     static PathObject* make_path(RecordingBroker& broker, const std::string& nameSpace,
                                  const std::string& className);
     static CMPIObjectPath* new_object_path(const CMPIBroker* mb, const char* nameSpace, const char* className,
@@ -90,7 +90,7 @@ struct BrokerCalls {
     static CMPIData get_key_at(const CMPIObjectPath* op, CMPICount index, CMPIString** name, CMPIStatus* rc);
     static CMPICount get_key_count(const CMPIObjectPath* op, CMPIStatus* rc);
 
-    // ---- Instances. ----
+    // Instances.
     static CMPIInstance* new_instance(const CMPIBroker* mb, const CMPIObjectPath* op, CMPIStatus* rc);
     static InstanceObject* instance(const CMPIInstance* inst, const char* function);
     static CMPIStatus release_instance(CMPIInstance* inst);
@@ -99,13 +99,13 @@ struct BrokerCalls {
     static CMPIStatus set_property_filter(const CMPIInstance* inst, const char** properties,
                                           const char** keys);
 
-    // ---- Results. ----
+    // Results.
     static RecordingResult::State& result(const CMPIResult* rslt);
     static CMPIStatus return_instance(const CMPIResult* rslt, const CMPIInstance* inst);
     static CMPIStatus return_object_path(const CMPIResult* rslt, const CMPIObjectPath* op);
     static CMPIStatus return_done(const CMPIResult* rslt);
 
-    // ---- The tables. Members that are not named stay NULL: those of later versions. ----
+    // The tables. Members that are not named stay NULL: those of later versions.
     static CMPIBrokerFT broker_table();
     static CMPIBrokerEncFT maker_table();
     static CMPIStringFT string_table();

@@ -78,21 +78,21 @@ class RecordingBroker {
     // Forgets objects, calls and faults. No pointer of an object may be used afterwards.
     void clear();
 
-    // ---- What was called. ----
+    // What was called.
     std::vector<Call> calls() const;
     std::vector<std::string> call_texts() const;
     std::vector<std::string> call_texts(const std::string& function) const; // only these
     void clear_calls();
 
-    // ---- What the provider made. Accepts NULL and the value -1. ----
+    // What the provider made. Accepts NULL and the value -1.
     RecordedInstance recorded(const CMPIInstance* instance) const;
     RecordedPath recorded(const CMPIObjectPath* path) const;
 
-    // ---- Objects for a request. Making and filling them is not recorded; reading them is. ----
+    // Objects for a request. Making and filling them is not recorded; reading them is.
     CMPIObjectPath* path(const std::string& nameSpace, const std::string& className,
                          const std::vector<Key>& keys = {});
 
-    // ---- Faults. ----
+    // Faults.
     // The nth object of this kind made from now on (1 = the next) is NULL or has no handle.
     void fail_nth(Make what, std::size_t nth, Failure how);
     void fail_every(Make what, Failure how);

@@ -1,14 +1,11 @@
-#include "tests/classes/one_tunnel.h"
+#include "tests/support/one_tunnel.h"
 
 #include "tests/support/rows.h"
 
 namespace one_tunnel {
 
 FcipLinkEntry link() {
-    FcipLinkEntry row{};
-    row.kfmFcipEntityId = PROFILE;
-    row.kfmFcipLinkIndex = LINK_INDEX;
-    row.kfmFcipLinkIfIndex = IF_INDEX;
+    FcipLinkEntry row = test_support::link_row(PROFILE, LINK_INDEX, IF_INDEX);
     row.kfmFcipLinkCost = 1012;
     row.reserved_16 = 1016;
     const std::uint8_t wwn[8] = {0x20, 0x00, 0x00, 0x05, 0x30, 0x04, 0x05, 0x06};
@@ -42,8 +39,7 @@ FcipLinkEntry link() {
 }
 
 FcipEntityEntry profile() {
-    FcipEntityEntry row{};
-    row.kfmFcipEntityId = PROFILE;
+    FcipEntityEntry row = test_support::entity_row(PROFILE);
     row.kfmFcipEntityAddress = test_support::address("10.1.1.1");
     row.kfmFcipEntityTcpPort = 2024;
     row.kfmFcipEntitySackOption = 1;
@@ -126,16 +122,13 @@ void install() {
     // A system name is at most 20 characters of the VSAN's.
     emulator::add_vsan({10, "fcip", true, "20:0a:00:05:30:01:02:03"});
 
-    emulator::Port fcip;
-    fcip.ifIndex = IF_INDEX;
-    fcip.type = 11;
+    emulator::Port fcip = test_support::port_row(IF_INDEX, test_support::FCIP_PORT, 10);
     fcip.name = "fcip5";
-    fcip.vsan = 10;
     emulator::add_port(fcip);
 
     emulator::Port ethernet;
     ethernet.ifIndex = ETHERNET;
-    ethernet.type = 26;
+    ethernet.type = test_support::GIGABIT_ETHERNET_PORT;
     ethernet.name = "GigabitEthernet1/1";
     ethernet.address = "02:00:00:00:00:01";
     ethernet.mtu = 2300;
@@ -158,6 +151,32 @@ void install() {
     emulator::set_reply(IP_STATISTICS, ip_reply());
     emulator::set_reply(MAC_STATISTICS, mac_reply());
     emulator::set_reply(TCP_STATISTICS, tcp_reply(), {std::vector<std::uint8_t>(64)});
+}
+
+void OneTunnelTest::SetUp() {
+    ProviderTest::SetUp();
+    install();
+    forget();
+}
+
+void OneTunnelTest::forget() {
+    broker.clear_calls();
+    emulator::clear_calls();
+}
+
+void OneTunnelTest::update() {
+    emulator::add_entity(profile);
+    emulator::add_link(link);
+}
+
+void OneTunnelTest::add_two_tunnels() {
+    for (const std::uint32_t next : {1u, 2u}) {
+        FcipLinkEntry another = one_tunnel::link();
+        another.kfmFcipLinkIndex += next;
+        another.kfmFcipLinkIfIndex += next;
+        emulator::add_link(another);
+        emulator::add_port(test_support::port_row(another.kfmFcipLinkIfIndex, test_support::FCIP_PORT, 10));
+    }
 }
 
 } // namespace one_tunnel

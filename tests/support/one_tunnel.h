@@ -1,18 +1,19 @@
-// A switch with one tunnel, whose numbers tell the field they come from: where a value is free, a word of the
+// A switch with one tunnel, whose numbers show the field they come from: where a value is free, a word of the
 // link row holds 1000 plus its byte offset, one of the profile row 2000 plus its offset, one of the TCP
 // connection row 3000 plus its offset, and so on below. A property that reads 1072 was read from the link
 // row's byte 72.
 //
 // FCIP profile 3 (10.1.1.1) -- tunnel 5, if-index 17, VSAN 10 -- peer 10.1.1.2 (profile 7),
 // carried by the Gigabit Ethernet port 0x9B010000.
-#ifndef KESTO_TESTS_CLASSES_ONE_TUNNEL_H
-#define KESTO_TESTS_CLASSES_ONE_TUNNEL_H
+#ifndef KESTO_TESTS_SUPPORT_ONE_TUNNEL_H
+#define KESTO_TESTS_SUPPORT_ONE_TUNNEL_H
 
 #include <cstdint>
 #include <vector>
 
 #include "emulator/control.h"
 #include "platform/platform_records.h"
+#include "tests/support/provider_test.h"
 
 namespace one_tunnel {
 
@@ -45,6 +46,22 @@ std::vector<std::uint8_t> tcp_reply(); // 1352 bytes: the 32-bit word at n is 20
 
 void put_big_endian_32(std::vector<std::uint8_t>& bytes, std::size_t position, std::uint32_t value);
 void put_big_endian_64(std::vector<std::uint8_t>& bytes, std::size_t position, std::uint64_t value);
+
+// A provider on this switch.
+class OneTunnelTest : public test_support::ProviderTest {
+  protected:
+    void SetUp() override;
+
+    // Forgets what was called so far.
+    void forget();
+    // Puts the changed rows on the switch.
+    void update();
+    // A second and a third tunnel of the profile: links {3, 5} and {3, 6}, interfaces 18 and 19.
+    static void add_two_tunnels();
+
+    FcipLinkEntry link = one_tunnel::link();
+    FcipEntityEntry profile = one_tunnel::profile();
+};
 
 } // namespace one_tunnel
 
