@@ -219,7 +219,7 @@ TEST_F(DiagnosticsTest, ResultIsThatOfTheLastPrint) {
     EXPECT_GE(result, 0);
 }
 
-// ---- A link in brief. ----
+// A link in brief.
 
 class LinkBriefTest : public DiagnosticsTest {
   protected:
@@ -280,7 +280,7 @@ TEST_F(LinkBriefTest, RemoteAddressIsFormattedInto128Bytes) {
     EXPECT_EQ(emulator::calls("ip_addr_to_str"), (std::vector<std::string>{"ip_addr_to_str 10.1.1.2 128"}));
 }
 
-// ---- The MTU of an Ethernet interface. ----
+// The MTU of an Ethernet interface.
 
 // Word 7 of the record holds these bytes in network order.
 std::pair<std::string, unsigned> mtu_of(std::uint8_t b0, std::uint8_t b1, std::uint8_t b2, std::uint8_t b3) {

@@ -21,11 +21,11 @@ using test_support::link_row;
 using test_support::NAMESPACE;
 using test_support::port_row;
 
-// The rows of a table in the order in which they are handed out, whatever key is asked behind.
+// The rows of a table in the order in which they are handed out, whatever key is asked for.
 template <typename Row>
 struct Script {
     std::vector<Row> rows;
-    bool circle = false; // begins again behind its last row
+    bool circle = false; // begins again after its last row
     std::size_t calls = 0;
 
     static constexpr std::size_t TOO_MANY = 10'000'000;
@@ -79,7 +79,7 @@ class OddTablesTest : public test_support::ProviderTest {
     static PortInfo port(std::uint32_t ifIndex) {
         PortInfo row{};
         row.ifIndex = ifIndex;
-        emulator::add_port(port_row(ifIndex, 26, 1)); // its type
+        emulator::add_port(port_row(ifIndex, test_support::GIGABIT_ETHERNET_PORT, 1)); // its type
         return row;
     }
 };
@@ -92,7 +92,7 @@ TEST_F(OddTablesTest, LastProfileOfANumberWins) {
     EXPECT_EQ(entities.calls, 4u);
 }
 
-TEST_F(OddTablesTest, LastProfileOfANumberWinsHoweverFarBehind) {
+TEST_F(OddTablesTest, LastProfileOfANumberWinsHoweverFarOn) {
     entities.rows = {entity(1, 10), entity(2, 30), entity(3, 30), entity(1, 20)};
     FcipEntityEntry out{};
     EXPECT_EQ(locked([&] { return get_fcip_entity_from_key_value(mts_q, "1", &out); }), 1);
@@ -107,7 +107,7 @@ TEST_F(OddTablesTest, FirstProfileOfANumberIsFoundWhereTheWalkStops) {
     EXPECT_EQ(entities.calls, 1u);
 }
 
-TEST_F(OddTablesTest, LinkBehindOneOfTheSameKeyIsVisited) {
+TEST_F(OddTablesTest, LinkAfterOneOfTheSameKeyIsVisited) {
     links.rows = {link_row(1, 0, 17), link_row(1, 0, 18), link_row(1, 1, 19)};
     FcipLinkEntry out{};
     EXPECT_EQ(locked([&] { return get_fcip_link_entry_from("18", &out, LINK_BY_IF_INDEX); }), 0);
