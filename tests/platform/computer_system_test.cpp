@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/fcip_config.h"
+#include "platform/computer_system.h"
 #include "platform/platform_services.h"
 #include "tests/platform/empty_switch.h"
 #include "tests/support/faults.h"
@@ -65,12 +65,12 @@ TEST_F(VsanTest, VsanIdIsThatOfThePort) {
 }
 
 TEST_F(VsanTest, VsanIdOfAnUnknownPortFails) {
-    EXPECT_EQ(ask(get_vsan_id, 99), (Answered{-1, 777, "error : pm_cim_get_port_info "}));
+    EXPECT_EQ(ask(get_vsan_id, 99), (Answered{-1, 777, "error : pm_cim_get_port_info \n"}));
 }
 
 TEST_F(VsanTest, VsanIdFailsWithARowAsWithout) {
     inject({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
-    EXPECT_EQ(ask(get_vsan_id, 17), (Answered{-1, 777, "error : pm_cim_get_port_info "}));
+    EXPECT_EQ(ask(get_vsan_id, 17), (Answered{-1, 777, "error : pm_cim_get_port_info \n"}));
 }
 
 TEST_F(VsanTest, VsanFromIfIndexPrintsBothNumbersAndStoresTheFirst) {
@@ -130,9 +130,9 @@ TEST_F(VsanNameTest, ShorterNameIsTerminated) {
 }
 
 TEST_F(VsanNameTest, UnknownPortLeavesTheBuffer) {
-    EXPECT_EQ(name_of(99), (Named{-1, padded("", '#'), "error : pm_cim_get_port_info "}));
+    EXPECT_EQ(name_of(99), (Named{-1, padded("", '#'), "error : pm_cim_get_port_info \n"}));
     inject({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
-    EXPECT_EQ(name_of(17), (Named{-1, padded("", '#'), "error : pm_cim_get_port_info "}));
+    EXPECT_EQ(name_of(17), (Named{-1, padded("", '#'), "error : pm_cim_get_port_info \n"}));
 }
 
 TEST_F(VsanNameTest, PortWithoutARowFailsSilently) {
@@ -144,7 +144,7 @@ TEST_F(VsanNameTest, MissingDomainReadsAsNull) {
     const Named named = name_of(18);
     EXPECT_EQ(named.result, -1);
     EXPECT_STREQ(named.buffer.c_str(), "NULL");
-    EXPECT_EQ(named.output, "error : dm_cim_get_dmEntry ");
+    EXPECT_EQ(named.output, "error : dm_cim_get_dmEntry \n");
 }
 
 TEST_F(VsanNameTest, DomainThatFailsWithARowReadsAsNull) {
@@ -242,16 +242,16 @@ TEST_F(LogicalComputerTest, OnlyTheStatusOfTheRecordsCounts) {
     for (const char* symbol : {"vsan_cim_get_vsanEntry", "dm_cim_get_dmEntry"}) {
         emulator::clear_faults();
         inject({.symbol = symbol, .effect = Effect::SucceedWithoutRow});
-        EXPECT_EQ(path_of(17).second, std::string(PATH_TRACE) + "error during get vsan id") << symbol;
+        EXPECT_EQ(path_of(17).second, std::string(PATH_TRACE) + "error during get vsan id\n") << symbol;
         EXPECT_EQ(path_of(17).first.key("Name"), "") << symbol;
-        EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id") << symbol;
+        EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id\n") << symbol;
     }
 }
 
 TEST_F(LogicalComputerTest, UnknownPortGoesOnToTheVsanRecords) {
     const auto [path, output] = path_of(99);
     EXPECT_TRUE(
-        output.starts_with("Entering get_logical_computer_keys\nerror : pm_cim_get_port_info vsan_index "))
+        output.starts_with("Entering get_logical_computer_keys\nerror : pm_cim_get_port_info \nvsan_index "))
         << output;
     EXPECT_EQ(emulator::count("vsan_cim_get_vsanEntry"), 1u);
     EXPECT_EQ(emulator::count("dm_cim_get_dmEntry"), 1u);
@@ -259,8 +259,8 @@ TEST_F(LogicalComputerTest, UnknownPortGoesOnToTheVsanRecords) {
 
 TEST_F(LogicalComputerTest, FailedKeyIsOnlyTraced) {
     emulator::fail_always("vsan_cim_get_vsan_key");
-    EXPECT_EQ(path_of(17).second, std::string(PATH_TRACE) + "error during get vsan id");
-    EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id");
+    EXPECT_EQ(path_of(17).second, std::string(PATH_TRACE) + "error during get vsan id\n");
+    EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id\n");
     EXPECT_EQ(emulator::count("switch_fill_reference_str"), 1u);
     EXPECT_EQ(emulator::count("switch_build_instance_str"), 1u);
 }

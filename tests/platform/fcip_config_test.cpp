@@ -6,7 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/computer_system.h"
 #include "platform/fcip_config.h"
+#include "platform/ip_address.h"
+#include "platform/link_key.h"
 #include "platform/platform_services.h"
 #include "tests/platform/empty_switch.h"
 #include "tests/support/faults.h"

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/fcip_config.h"
+#include "platform/link_key.h"
 #include "platform/platform_services.h"
 #include "tests/support/faults.h"
 #include "tests/support/provider_test.h"

@@ -7,6 +7,7 @@
 
 #include "include/classes.h"
 #include "platform/fcip_config.h"
+#include "platform/link_key.h"
 #include "platform/platform_services.h"
 #include "tests/support/provider_test.h"
 #include "tests/support/rows.h"

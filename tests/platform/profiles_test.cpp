@@ -132,7 +132,7 @@ TEST_F(ProfileOfNumberTest, TheWalkStopsAtTheMatch) {
 }
 
 TEST_F(ProfileOfNumberTest, TheMatchIsTraced) {
-    EXPECT_EQ(printed_by([] { lookup("2"); }), "Match Found ");
+    EXPECT_EQ(printed_by([] { lookup("2"); }), "Match Found \n");
     EXPECT_EQ(printed_by([] { lookup("3"); }), "");
 }
 
@@ -161,7 +161,7 @@ class ProfileOfLinkTest : public ProfileOfKeyTest {
             << "the row was not copied whole";
         return {result, out.kfmFcipEntityId};
     }
-    static constexpr const char* TRACE = "get_profile_from_link_entry : Error";
+    static constexpr const char* TRACE = "get_profile_from_link_entry : Error\n";
 };
 
 TEST_F(ProfileOfLinkTest, OneExactRequestFindsTheProfile) {

@@ -3,6 +3,8 @@
 #
 #   check_library.sh links LIBRARY            needs the platform's library and the C and C++ run-time only, and
 #                                             binds its own names itself
+#   check_library.sh throws LIBRARY           takes no memory with new and raises no exception: nothing can throw
+#                                             while the provider lock is held
 #   check_library.sh exports LIBRARY FILE     exports exactly the names that FILE lists, one a line
 set -u
 check=$1
@@ -19,6 +21,11 @@ links)
     printf '%s\n' "$needed" | grep -qx 'libkestoplatform\.so\.1' || { echo "does not need libkestoplatform.so.1"; exit 1; }
     readelf -d "$library" | grep -qE '\(SYMBOLIC\)|FLAGS.*SYMBOLIC' || { echo "is not linked -Bsymbolic"; exit 1; }
     ;;
+throws)
+    # operator new in its forms (_Zn), and what raises an exception.
+    found=$(nm -D --undefined-only "$library" | awk '{ print $NF }' | grep -E '^(_Zn|__cxa_(allocate|throw|rethrow)|_ZSt[0-9]+__throw)')
+    [ -z "$found" ] || { echo "can throw: $found"; exit 1; }
+    ;;
 exports)
     expected=$(sort "$3")
     exported=$(nm -D --defined-only "$library" | awk '{ print $NF }' | sort)
@@ -32,7 +39,7 @@ exports)
     exit 1
     ;;
 *)
-    echo "usage: $0 links LIBRARY | exports LIBRARY FILE" >&2
+    echo "usage: $0 links LIBRARY | throws LIBRARY | exports LIBRARY FILE" >&2
     exit 2
     ;;
 esac

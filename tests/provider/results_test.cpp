@@ -1,6 +1,6 @@
 // What reaches the CIM server's result when an object could not be built. The program is built twice: as the
 // provider is by default, and as packages for CIM servers that crash on such values build it.
-#include "include/results.h"
+#include "common/results.h"
 
 #include <gtest/gtest.h>
 
