@@ -28,9 +28,8 @@ void Call::enter(CallerLock lock, const std::string& arguments) {
         action();
 }
 
-bool Call::require(bool holds, const char* what) const {
-    if (!holds) runtime().misuse(std::string(symbol_) + ": " + what);
-    return holds;
+void Call::complain(const char* what) const {
+    runtime().misuse(std::string(symbol_) + ": " + what);
 }
 
 bool Call::usable(std::uint32_t queue) const {

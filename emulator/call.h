@@ -39,7 +39,10 @@ class Call {
     }
 
     // Complains about the caller unless `holds`.
-    bool require(bool holds, const char* what) const;
+    bool require(bool holds, const char* what) const {
+        if (!holds) complain(what);
+        return holds;
+    }
 
     // True if the caller's queue is the open one. A closed queue is no misuse: opening it may have failed.
     bool usable(std::uint32_t queue) const;
@@ -79,6 +82,7 @@ class Call {
     }
 
   private:
+    void complain(const char* what) const;
     bool reads_arguments() const;
     void enter(CallerLock lock, const std::string& arguments);
     static void* fresh_block(const void* bytes, std::size_t size);

@@ -47,9 +47,10 @@ void read_words(const Reader& object, Row& row) {
 
 void read_link_errors(const Reader& object, LinkErrorCounters& counters) {
     object.expect_object(kind::LINK_ERRORS);
-    for (std::size_t i = 0; i < counters.size(); ++i)
+    for (std::size_t i = 0; i < counters.size(); ++i) {
         if_there(object, LINK_ERROR_NAMES[i],
                  [&](const Reader& value) { counters[i] = read_counter(value); });
+    }
 }
 
 void read_tcp_connection(const Reader& object, const FcipEntityEntry& profile, const Draft& draft,

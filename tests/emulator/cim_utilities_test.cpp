@@ -1,5 +1,17 @@
 // The CIM objects that the platform makes, as seen by a broker that has only the functions of CMPI 1.0.
+#include <cmpidt.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "emulator/control.h"
+#include "platform/platform_records.h"
+#include "platform/platform_services.h"
 #include "tests/emulator/emulator_test.h"
+#include "tests/support/recorded.h"
 #include "tests/support/recording_broker.h"
 
 namespace emulator_test {
@@ -7,11 +19,9 @@ namespace {
 
 using test_support::Failure;
 using test_support::Make;
-using test_support::Object;
 using test_support::RecordedInstance;
 using test_support::RecordedPath;
 using test_support::RecordingBroker;
-using test_support::Set;
 using test_support::Sets;
 
 constexpr const char* NAMESPACE = "root/kesto";

@@ -1,4 +1,5 @@
 // KESTO_SWITCH, and the program kesto-switch, as their users see them.
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <array>
@@ -6,6 +7,7 @@
 #include <fstream>
 #include <string>
 
+#include "emulator/control.h"
 #include "tests/emulator/emulator_test.h"
 
 namespace emulator_test {
@@ -34,7 +36,7 @@ std::string quoted(const std::string& path) {
 }
 
 std::string file_with(const std::string& name, const std::string& text) {
-    const std::string path = testing::TempDir() + name;
+    std::string path = testing::TempDir() + name;
     std::ofstream(path) << text;
     return path;
 }

@@ -1,11 +1,17 @@
 // The message transport and the line cards, to the byte.
 #include <arpa/inet.h>
+#include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
+#include "emulator/control.h"
+#include "platform/platform_records.h"
+#include "platform/platform_services.h"
 #include "tests/emulator/emulator_test.h"
 
 namespace emulator_test {

@@ -1,7 +1,17 @@
 // Scripted faults: which calls they hit, and what becomes of the call.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <stdexcept>
+#include <string>
+#include <utility>
 #include <vector>
 
+#include "emulator/control.h"
+#include "platform/platform_records.h"
+#include "platform/platform_services.h"
 #include "tests/emulator/emulator_test.h"
 
 namespace emulator_test {

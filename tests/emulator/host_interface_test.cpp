@@ -1,11 +1,17 @@
 // Ports that are bound to a network interface of the host.
 #include <arpa/inet.h>
+#include <gtest/gtest.h>
 #include <net/if.h>
 
+#include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <optional>
 #include <string>
 
+#include "emulator/control.h"
+#include "platform/platform_records.h"
+#include "platform/platform_services.h"
 #include "tests/emulator/emulator_test.h"
 
 namespace emulator_test {

@@ -1,9 +1,16 @@
 // What counts as misuse of the emulated switch.
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <atomic>
-#include <cstring>
+#include <cstdint>
+#include <string>
 #include <thread>
 #include <vector>
 
+#include "emulator/control.h"
+#include "platform/platform_records.h"
+#include "platform/platform_services.h"
 #include "tests/emulator/emulator_test.h"
 
 namespace emulator_test {

@@ -1,11 +1,18 @@
 // Scenarios: what is refused and with which message, and what the loader makes of the members.
+#include <gtest/gtest.h>
+
+#include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <optional>
 #include <ostream>
 #include <sstream>
 #include <string>
 
+#include "emulator/control.h"
 #include "emulator/generator.h"
+#include "platform/platform_records.h"
+#include "platform/platform_services.h"
 #include "tests/emulator/emulator_test.h"
 
 namespace emulator_test {

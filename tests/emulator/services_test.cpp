@@ -1,10 +1,16 @@
 // The services around the tables: ports, if-indexes, VSANs, addresses, names.
 #include <arpa/inet.h>
+#include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstring>
+#include <string>
 #include <thread>
 #include <vector>
 
+#include "emulator/control.h"
+#include "platform/platform_records.h"
+#include "platform/platform_services.h"
 #include "tests/emulator/emulator_test.h"
 
 namespace emulator_test {

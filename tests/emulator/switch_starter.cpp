@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/platform_records.h"
 #include "platform/platform_services.h"
 
 int main() {

@@ -1,7 +1,15 @@
 // The FCIP service's tables: exact and get-next requests, key order, row contents.
+#include <gtest/gtest.h>
+
+#include <cstdint>
 #include <cstring>
+#include <string>
+#include <utility>
 #include <vector>
 
+#include "emulator/control.h"
+#include "platform/platform_records.h"
+#include "platform/platform_services.h"
 #include "tests/emulator/emulator_test.h"
 
 namespace emulator_test {
