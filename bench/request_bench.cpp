@@ -13,9 +13,9 @@
 
 #include "emulator/control.h"
 #include "emulator/generator.h"
-#include "server/cmpi_broker.h"
-#include "server/provider.h"
-#include "server/provider_calls.h"
+#include "server/broker/broker.h"
+#include "server/provider/provider.h"
+#include "server/provider/provider_calls.h"
 
 namespace {
 

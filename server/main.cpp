@@ -9,10 +9,10 @@
 #include <fstream>
 #include <iostream>
 
-#include "server/cimxml_service.h"
-#include "server/cmpi_broker.h"
+#include "server/broker/broker.h"
+#include "server/cimxml/service.h"
 #include "server/console.h"
-#include "server/http_server.h"
+#include "server/http/server.h"
 
 namespace {
 

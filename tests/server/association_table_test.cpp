@@ -1,4 +1,4 @@
-#include "server/association_table.h"
+#include "server/provider/association_table.h"
 
 #include <gtest/gtest.h>
 

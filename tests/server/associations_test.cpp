@@ -153,18 +153,18 @@ TEST_F(Associations, PropertyListsLimitInstances) {
 
 TEST_F(Associations, AProviderWithoutAssociationsDoesNotSupportThem) {
     const cimserver::Provider instancesOnly(PROBE_PROVIDER, "InstancesOnly", broker);
-    const cimserver::ProviderCalls calls(instancesOnly);
-    const cimserver::Operations operations(calls, {});
-    const cimserver::CimXmlService service(operations, {{"root/cimv2"}, "testhost", {}});
-    const auto reply = service.answer(
+    const cimserver::ProviderCalls instanceCalls(instancesOnly);
+    const cimserver::Operations bare(instanceCalls, {});
+    const cimserver::CimXmlService limited(bare, {{"root/cimv2"}, "testhost", {}});
+    const auto reply = limited.answer(
         post(imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one"))), "AssociatorNames"));
     EXPECT_EQ(Response(reply.body).error_code(), 7);
 }
 
 TEST_F(Associations, WithoutATableTheProviderIsAskedOnceWithoutAClass) {
-    const cimserver::Operations operations(calls, {});
-    const cimserver::CimXmlService service(operations, {{"root/cimv2"}, "testhost", {}});
-    const auto reply = service.answer(
+    const cimserver::Operations tableless(calls, {});
+    const cimserver::CimXmlService limited(tableless, {{"root/cimv2"}, "testhost", {}});
+    const auto reply = limited.answer(
         post(imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one"))), "AssociatorNames"));
     EXPECT_EQ(Response(reply.body).count("//IRETURNVALUE/*"), 0U);
 }

@@ -7,8 +7,8 @@
 
 #include <cstdint>
 
-#include "server/cmpi_broker.h"
-#include "server/cmpi_memory.h"
+#include "server/broker/broker.h"
+#include "server/broker/request_pool.h"
 
 class BrokerFixture : public testing::Test {
   protected:
@@ -18,9 +18,9 @@ class BrokerFixture : public testing::Test {
         return reinterpret_cast<Object*>(static_cast<std::intptr_t>(-1));
     }
     CMPIObjectPath* path(const char* className = "A_Class") {
-        return CMNewObjectPath(face, "root/test", className, nullptr);
+        return CMNewObjectPath(handle, "root/test", className, nullptr);
     }
-    CMPIInstance* instance() { return CMNewInstance(face, path(), nullptr); }
+    CMPIInstance* instance() { return CMNewInstance(handle, path(), nullptr); }
     static std::string text(const CMPIString* string) { return CMGetCharPtr(string); }
     static std::string property_text(const CMPIInstance* of, const char* name) {
         return text(CMGetProperty(of, name, nullptr).value.string);
@@ -28,7 +28,7 @@ class BrokerFixture : public testing::Test {
 
     std::vector<std::string> logged;
     cimserver::Broker broker{[this](const std::string& line) { logged.push_back(line); }};
-    const CMPIBroker* face = broker.face();
+    const CMPIBroker* handle = broker.handle();
     cimserver::RequestScope request;
     CMPIStatus rc{};
 };

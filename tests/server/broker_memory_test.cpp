@@ -1,8 +1,15 @@
 // Who owns what a provider makes, and what happens to what it gives back.
 #include <cstring>
 
-#include "server/cmpi_objects.h"
-#include "server/result_sink.h"
+#include "server/broker/array.h"
+#include "server/broker/datetime.h"
+#include "server/broker/enumeration.h"
+#include "server/broker/instance.h"
+#include "server/broker/named_lists.h"
+#include "server/broker/object_path.h"
+#include "server/broker/result.h"
+#include "server/broker/string.h"
+#include "server/model/result_sink.h"
 #include "tests/server/broker_fixture.h"
 
 namespace {
@@ -18,13 +25,13 @@ void expect_clones_outlive_the_request(Object* (*make)(const CMPIBroker*)) {
     {
         const RequestScope scope;
         CMPIStatus rc{CMPI_RC_ERR_FAILED, nullptr};
-        clone = CMClone(make(broker.face()), &rc);
+        clone = CMClone(make(broker.handle()), &rc);
         EXPECT_EQ(rc.rc, CMPI_RC_OK);
     }
     const RequestScope scope;
     ASSERT_NE(clone, nullptr);
     EXPECT_NE(clone->hdl, nullptr);
-    EXPECT_NE(CDToString(broker.face(), clone, nullptr), nullptr);
+    EXPECT_NE(CDToString(broker.handle(), clone, nullptr), nullptr);
     EXPECT_EQ(CMRelease(clone).rc, CMPI_RC_OK);
 }
 
@@ -145,36 +152,36 @@ TEST_F(Results, DoneIsNotNeededAndDataIsNotSupported) {
 }
 
 TEST_F(Memory, PlainMemoryIsClearedAndGrows) {
-    const CMPIBrokerMemFT* memory = face->mft;
-    auto* block = static_cast<char*>(memory->cmpiCalloc(face, 4, 4));
+    const CMPIBrokerMemFT* memory = handle->mft;
+    auto* block = static_cast<char*>(memory->cmpiCalloc(handle, 4, 4));
     EXPECT_EQ(std::string(block, 16), std::string(16, '\0'));
     std::memset(block, 'x', 16);
-    block = static_cast<char*>(memory->cmpiRealloc(face, block, 1000));
+    block = static_cast<char*>(memory->cmpiRealloc(handle, block, 1000));
     EXPECT_EQ(std::string(block, 16), std::string(16, 'x'));
-    memory->cmpiFree(face, block);
-    EXPECT_STREQ(memory->cmpiStrDup(face, "text"), "text");
-    EXPECT_NE(memory->cmpiMalloc(face, 0), nullptr);
-    memory->cmpiFree(face, nullptr);
-    EXPECT_EQ(memory->cmpiCalloc(face, SIZE_MAX, 2), nullptr);
+    memory->cmpiFree(handle, block);
+    EXPECT_STREQ(memory->cmpiStrDup(handle, "text"), "text");
+    EXPECT_NE(memory->cmpiMalloc(handle, 0), nullptr);
+    memory->cmpiFree(handle, nullptr);
+    EXPECT_EQ(memory->cmpiCalloc(handle, SIZE_MAX, 2), nullptr);
 }
 
 TEST_F(Memory, AMarkFreesWhatCameAfterIt) {
-    const CMPIBrokerMemFT* memory = face->mft;
+    const CMPIBrokerMemFT* memory = handle->mft;
     CMPIObjectPath* before = path();
     const std::size_t size = RequestPool::current().size();
-    const CMPIGcStat* mark = memory->mark(face, &rc);
-    memory->cmpiMalloc(face, 10);
+    const CMPIGcStat* mark = memory->mark(handle, &rc);
+    memory->cmpiMalloc(handle, 10);
     instance();
-    EXPECT_EQ(memory->release(face, mark).rc, CMPI_RC_OK);
+    EXPECT_EQ(memory->release(handle, mark).rc, CMPI_RC_OK);
     EXPECT_EQ(RequestPool::current().size(), size);
     EXPECT_EQ(text(CMGetClassName(before, nullptr)), "A_Class");
 }
 
 TEST_F(Memory, FreeingAnObjectIsReleasingIt) {
     CMPIInstance* made = instance();
-    face->mft->freeInstance(face, made);
+    handle->mft->freeInstance(handle, made);
     EXPECT_TRUE(CMIsNullObject(made));
-    face->mft->freeString(face, nullptr);
+    handle->mft->freeString(handle, nullptr);
 }
 
 TEST_F(Memory, RequestsNest) {

@@ -17,22 +17,22 @@ class OtherObjects : public BrokerFixture {};
 
 TEST_F(Strings, HoldACopy) {
     char data[] = "text";
-    const CMPIString* string = CMNewString(face, data, &rc);
+    const CMPIString* string = CMNewString(handle, data, &rc);
     data[0] = 'n';
     EXPECT_EQ(rc.rc, CMPI_RC_OK);
     EXPECT_EQ(text(string), "text");
 }
 
 TEST_F(Strings, NoDataIsTheEmptyString) {
-    EXPECT_EQ(text(CMNewString(face, nullptr, &rc)), "");
+    EXPECT_EQ(text(CMNewString(handle, nullptr, &rc)), "");
 }
 
 TEST_F(Strings, ConvertBetweenCodePages) {
-    const CMPIString* string = CMNewString(face, "\xE2\x82\xAC\xF0\x9F\x92\xA1", nullptr);
+    const CMPIString* string = CMNewString(handle, "\xE2\x82\xAC\xF0\x9F\x92\xA1", nullptr);
     const char* utf16 = string->ft->newCharsCP(string, CMPI_CPID_UTF16, &rc);
     ASSERT_EQ(rc.rc, CMPI_RC_OK);
     EXPECT_EQ(std::memcmp(utf16, u"\u20AC\U0001F4A1", 4 * sizeof(char16_t)), 0);
-    EXPECT_EQ(text(face->eft->newStringCP(face, utf16, CMPI_CPID_UTF16, &rc)),
+    EXPECT_EQ(text(handle->eft->newStringCP(handle, utf16, CMPI_CPID_UTF16, &rc)),
               "\xE2\x82\xAC\xF0\x9F\x92\xA1");
     EXPECT_EQ(string->ft->newCharsCP(string, CMPI_CPID_USASCII, &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
@@ -48,7 +48,7 @@ TEST_F(Paths, HaveNamespaceHostAndClass) {
     EXPECT_EQ(text(CMGetNameSpace(made, &rc)), "other");
     EXPECT_EQ(text(CMGetHostname(made, &rc)), "switch1");
     EXPECT_EQ(text(CMGetClassName(made, &rc)), "Second");
-    EXPECT_EQ(text(CDToString(face, made, nullptr)), "//switch1/other:Second");
+    EXPECT_EQ(text(CDToString(handle, made, nullptr)), "//switch1/other:Second");
 }
 
 TEST_F(Paths, CharsBecomeStrings) {
@@ -103,13 +103,13 @@ TEST_F(Paths, WhatIsNoObjectCannotBeAKey) {
 }
 
 TEST_F(Paths, TakeNamespaceAndHostFromAnother) {
-    CMPIObjectPath* source = CMNewObjectPath(face, "theirs", "C", nullptr);
+    CMPIObjectPath* source = CMNewObjectPath(handle, "theirs", "C", nullptr);
     CMSetHostname(source, "there");
     CMPIObjectPath* made = path();
     CMSetNameSpaceFromObjectPath(made, source);
-    EXPECT_EQ(text(CDToString(face, made, nullptr)), "theirs:A_Class");
+    EXPECT_EQ(text(CDToString(handle, made, nullptr)), "theirs:A_Class");
     CMSetHostAndNameSpaceFromObjectPath(made, source);
-    EXPECT_EQ(text(CDToString(face, made, nullptr)), "//there/theirs:A_Class");
+    EXPECT_EQ(text(CDToString(handle, made, nullptr)), "//there/theirs:A_Class");
 }
 
 TEST_F(Paths, QualifiersAreNotSupported) {
@@ -125,17 +125,17 @@ TEST_F(Paths, QualifiersAreNotSupported) {
 TEST_F(Instances, HaveTheKeysOfTheirPath) {
     CMPIObjectPath* named = path();
     CMAddKey(named, "Name", chars("n"), CMPI_chars);
-    const CMPIInstance* made = CMNewInstance(face, named, &rc);
+    const CMPIInstance* made = CMNewInstance(handle, named, &rc);
     EXPECT_EQ(rc.rc, CMPI_RC_OK);
     EXPECT_EQ(property_text(made, "Name"), "n");
-    EXPECT_EQ(text(CDToString(face, CMGetObjectPath(made, nullptr), nullptr)),
+    EXPECT_EQ(text(CDToString(handle, CMGetObjectPath(made, nullptr), nullptr)),
               "root/test:A_Class.Name=\"n\"");
 }
 
 TEST_F(Instances, CannotBeMadeOfNothing) {
-    EXPECT_EQ(CMNewInstance(face, nullptr, &rc), nullptr);
+    EXPECT_EQ(CMNewInstance(handle, nullptr, &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
-    EXPECT_EQ(CMNewInstance(face, minus_one<CMPIObjectPath>(), &rc), nullptr);
+    EXPECT_EQ(CMNewInstance(handle, minus_one<CMPIObjectPath>(), &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
 }
 
@@ -209,7 +209,7 @@ TEST_F(Instances, AFilterDropsWhatHasBeenSetBefore) {
 TEST_F(Instances, AFilterKeepsTheKeysOfThePath) {
     CMPIObjectPath* named = path();
     CMAddKey(named, "Name", chars("n"), CMPI_chars);
-    CMPIInstance* made = CMNewInstance(face, named, nullptr);
+    CMPIInstance* made = CMNewInstance(handle, named, nullptr);
     const char* nothing[] = {nullptr};
     CMSetPropertyFilter(made, nothing, nullptr);
     CMSetProperty(made, "Size", chars("big"), CMPI_chars);
@@ -246,7 +246,7 @@ TEST_F(Instances, EmbeddedInstancesAreCopies) {
 // ---- Arrays. ----
 
 TEST_F(Arrays, StartAsNulls) {
-    const CMPIArray* array = CMNewArray(face, 2, CMPI_uint16, &rc);
+    const CMPIArray* array = CMNewArray(handle, 2, CMPI_uint16, &rc);
     EXPECT_EQ(CMGetArrayCount(array, nullptr), 2U);
     EXPECT_EQ(CMGetArrayType(array, nullptr), CMPI_uint16);
     EXPECT_EQ(CMGetArrayElementAt(array, 1, &rc).state, CMPI_nullValue);
@@ -254,7 +254,7 @@ TEST_F(Arrays, StartAsNulls) {
 }
 
 TEST_F(Arrays, CheckIndexAndType) {
-    CMPIArray* array = CMNewArray(face, 1, CMPI_string, nullptr);
+    CMPIArray* array = CMNewArray(handle, 1, CMPI_string, nullptr);
     EXPECT_EQ(CMSetArrayElementAt(array, 0, chars("a"), CMPI_chars).rc, CMPI_RC_OK);
     EXPECT_EQ(text(CMGetArrayElementAt(array, 0, nullptr).value.string), "a");
     CMPIValue value{};
@@ -262,13 +262,13 @@ TEST_F(Arrays, CheckIndexAndType) {
     EXPECT_EQ(CMSetArrayElementAt(array, 1, chars("b"), CMPI_chars).rc, CMPI_RC_ERR_NO_SUCH_PROPERTY);
     CMGetArrayElementAt(array, 1, &rc);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_NO_SUCH_PROPERTY);
-    EXPECT_EQ(CMNewArray(face, 1, CMPI_null, &rc), nullptr);
+    EXPECT_EQ(CMNewArray(handle, 1, CMPI_null, &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_DATA_TYPE);
 }
 
 TEST_F(Arrays, ComeBackFromProperties) {
     CMPIValue value{};
-    value.array = CMNewArray(face, 1, CMPI_chars, nullptr);
+    value.array = CMNewArray(handle, 1, CMPI_chars, nullptr);
     CMSetArrayElementAt(value.array, 0, chars("a"), CMPI_chars);
     CMPIInstance* made = instance();
     CMSetProperty(made, "List", &value, CMPI_charsA);
@@ -280,21 +280,21 @@ TEST_F(Arrays, ComeBackFromProperties) {
 // ---- Dates. ----
 
 TEST_F(DateTimes, ComeFromTextAndNumber) {
-    const CMPIDateTime* time = CMNewDateTimeFromChars(face, "19700101000001.000002+000", &rc);
+    const CMPIDateTime* time = CMNewDateTimeFromChars(handle, "19700101000001.000002+000", &rc);
     EXPECT_EQ(CMGetBinaryFormat(time, nullptr), 1000002U);
     EXPECT_FALSE(CMIsInterval(time, nullptr));
-    const CMPIDateTime* interval = CMNewDateTimeFromBinary(face, 1000002, 1, &rc);
+    const CMPIDateTime* interval = CMNewDateTimeFromBinary(handle, 1000002, 1, &rc);
     EXPECT_EQ(text(CMGetStringFormat(interval, nullptr)), "00000000000001.000002:000");
     EXPECT_TRUE(CMIsInterval(interval, nullptr));
-    EXPECT_EQ(CMNewDateTimeFromChars(face, "yesterday", &rc), nullptr);
+    EXPECT_EQ(CMNewDateTimeFromChars(handle, "yesterday", &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_PARAMETER);
-    EXPECT_GT(CMGetBinaryFormat(CMNewDateTime(face, nullptr), nullptr), 1500000000000000U);
+    EXPECT_GT(CMGetBinaryFormat(CMNewDateTime(handle, nullptr), nullptr), 1500000000000000U);
 }
 
 // ---- Arguments and contexts. ----
 
 TEST_F(Lists, ArgumentsComeBackByNameAndPlace) {
-    CMPIArgs* args = CMNewArgs(face, &rc);
+    CMPIArgs* args = CMNewArgs(handle, &rc);
     CMAddArg(args, "Text", chars("t"), CMPI_chars);
     CMPIValue value{};
     value.dataPtr = {&rc, 5};
@@ -313,59 +313,60 @@ TEST_F(Lists, ArgumentsComeBackByNameAndPlace) {
 // ---- The rest. ----
 
 TEST_F(OtherObjects, TellTheirTypes) {
-    EXPECT_EQ(text(CDGetType(face, instance(), &rc)), "CMPIInstance");
-    EXPECT_TRUE(CDIsOfType(face, path(), "CMPIObjectPath", &rc));
-    EXPECT_FALSE(CDIsOfType(face, path(), "CMPIInstance", &rc));
+    EXPECT_EQ(text(CDGetType(handle, instance(), &rc)), "CMPIInstance");
+    EXPECT_TRUE(CDIsOfType(handle, path(), "CMPIObjectPath", &rc));
+    EXPECT_FALSE(CDIsOfType(handle, path(), "CMPIInstance", &rc));
     EXPECT_EQ(rc.rc, CMPI_RC_OK);
-    EXPECT_EQ(CDGetType(face, nullptr, &rc), nullptr);
+    EXPECT_EQ(CDGetType(handle, nullptr, &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
-    CDToString(face, minus_one<void>(), &rc);
+    CDToString(handle, minus_one<void>(), &rc);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
 }
 
 TEST_F(OtherObjects, ShowWhatTheyHold) {
     CMPIInstance* made = instance();
     CMSetProperty(made, "Colour", chars("red"), CMPI_chars);
-    EXPECT_EQ(text(CDToString(face, made, nullptr)), "instance of A_Class { Colour = \"red\"; }");
-    EXPECT_EQ(text(CDToString(face, CMNewString(face, "s", nullptr), nullptr)), "s");
-    CMPIArray* array = CMNewArray(face, 2, CMPI_boolean, nullptr);
+    EXPECT_EQ(text(CDToString(handle, made, nullptr)), "instance of A_Class { Colour = \"red\"; }");
+    EXPECT_EQ(text(CDToString(handle, CMNewString(handle, "s", nullptr), nullptr)), "s");
+    CMPIArray* array = CMNewArray(handle, 2, CMPI_boolean, nullptr);
     CMPIValue yes{};
     yes.boolean = 1;
     CMSetArrayElementAt(array, 0, &yes, CMPI_boolean);
-    EXPECT_EQ(text(CDToString(face, array, nullptr)), "{ elements = {TRUE, NULL}; }");
+    EXPECT_EQ(text(CDToString(handle, array, nullptr)), "{ elements = {TRUE, NULL}; }");
 }
 
 TEST_F(OtherObjects, AClassIsItselfOnly) {
-    EXPECT_TRUE(CMClassPathIsA(face, path("A_Class"), "a_class", &rc));
-    EXPECT_FALSE(CMClassPathIsA(face, path("A_Class"), "A_Base", &rc));
+    EXPECT_TRUE(CMClassPathIsA(handle, path("A_Class"), "a_class", &rc));
+    EXPECT_FALSE(CMClassPathIsA(handle, path("A_Class"), "A_Base", &rc));
 }
 
 TEST_F(OtherObjects, MessagesAreFilledIn) {
-    const CMPIString* message = face->eft->getMessage(
-        face, "id", "$0 of $1, $2 $3 $4 $9 $", &rc, 5, CMPI_chars, "one", CMPI_uint64, 7ULL, CMPI_boolean, 1,
-        CMPI_real64, 0.5, CMPI_string, CMNewString(face, "end", nullptr));
+    const CMPIString* message = handle->eft->getMessage(
+        handle, "id", "$0 of $1, $2 $3 $4 $9 $", &rc, 5, CMPI_chars, "one", CMPI_uint64, 7ULL, CMPI_boolean,
+        1, CMPI_real64, 0.5, CMPI_string, CMNewString(handle, "end", nullptr));
     EXPECT_EQ(text(message), "one of 7, true 0.5 end $9 $");
-    message = face->eft->getMessage2(face, "id", nullptr, "$0", &rc, 1, CMPI_sint32, -3L);
+    message = handle->eft->getMessage2(handle, "id", nullptr, "$0", &rc, 1, CMPI_sint32, -3L);
     EXPECT_EQ(text(message), "-3");
     CMPIMsgFileHandle file = &rc;
-    EXPECT_EQ(face->eft->openMessageFile(face, "messages", &file).rc, CMPI_RC_ERR_NOT_SUPPORTED);
+    EXPECT_EQ(handle->eft->openMessageFile(handle, "messages", &file).rc, CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 TEST_F(OtherObjects, LogMessagesReachTheLogAndTracesOnlyOnDemand) {
-    face->eft->logMessage(face, CMPI_SEV_ERROR, "Probe", "it broke", nullptr);
-    face->eft->logMessage(face, CMPI_SEV_INFO, nullptr, nullptr, CMNewString(face, "a string", nullptr));
-    face->eft->trace(face, CMPI_LEV_INFO, "Probe", "here", nullptr);
+    handle->eft->logMessage(handle, CMPI_SEV_ERROR, "Probe", "it broke", nullptr);
+    handle->eft->logMessage(handle, CMPI_SEV_INFO, nullptr, nullptr,
+                            CMNewString(handle, "a string", nullptr));
+    handle->eft->trace(handle, CMPI_LEV_INFO, "Probe", "here", nullptr);
     EXPECT_EQ(logged, (std::vector<std::string>{"error: Probe: it broke", "a string"}));
 
     std::vector<std::string> traced;
     const cimserver::Broker tracing([&traced](const std::string& line) { traced.push_back(line); }, true);
-    tracing.face()->eft->trace(tracing.face(), CMPI_LEV_INFO, "Probe", "here", nullptr);
+    tracing.handle()->eft->trace(tracing.handle(), CMPI_LEV_INFO, "Probe", "here", nullptr);
     EXPECT_EQ(traced, std::vector<std::string>{"Probe: here"});
 }
 
 TEST_F(OtherObjects, ErrorsHoldWhatTheyAreTold) {
-    CMPIError* error = face->eft->newCMPIError(face, "owner", "id", "message", ErrorSevHigh,
-                                               ErrorProbCauseOther, CMPI_RC_ERR_FAILED, &rc);
+    CMPIError* error = handle->eft->newCMPIError(handle, "owner", "id", "message", ErrorSevHigh,
+                                                 ErrorProbCauseOther, CMPI_RC_ERR_FAILED, &rc);
     EXPECT_EQ(text(error->ft->getOwningEntity(error, nullptr)), "owner");
     EXPECT_EQ(text(error->ft->getMessageID(error, nullptr)), "id");
     EXPECT_EQ(text(error->ft->getMessage(error, nullptr)), "message");
@@ -375,16 +376,16 @@ TEST_F(OtherObjects, ErrorsHoldWhatTheyAreTold) {
     EXPECT_EQ(error->ft->getErrorType(error, nullptr), HardwareError);
     error->ft->setErrorSource(error, "source");
     EXPECT_EQ(text(error->ft->getErrorSource(error, nullptr)), "source");
-    CMPIArray* actions = CMNewArray(face, 1, CMPI_string, nullptr);
+    CMPIArray* actions = CMNewArray(handle, 1, CMPI_string, nullptr);
     EXPECT_EQ(error->ft->setRecommendedActions(error, actions).rc, CMPI_RC_OK);
     EXPECT_EQ(CMGetArrayCount(error->ft->getRecommendedActions(error, nullptr), nullptr), 1U);
-    EXPECT_EQ(error->ft->setMessageArguments(error, CMNewArray(face, 1, CMPI_uint8, nullptr)).rc,
+    EXPECT_EQ(error->ft->setMessageArguments(error, CMNewArray(handle, 1, CMPI_uint8, nullptr)).rc,
               CMPI_RC_ERR_TYPE_MISMATCH);
 }
 
 TEST_F(OtherObjects, PropertyListsTellWhatIsInThem) {
     const char* names[] = {"One", "Two", nullptr};
-    const CMPIPropertyList* list = face->eft->newPropertyList(face, names, &rc);
+    const CMPIPropertyList* list = handle->eft->newPropertyList(handle, names, &rc);
     EXPECT_TRUE(list->ft->isPropertyInList(list, "two", nullptr));
     EXPECT_FALSE(list->ft->isPropertyInList(list, "three", nullptr));
     EXPECT_STREQ(list->ft->getProperties(list, nullptr)[1], "Two");
@@ -392,17 +393,17 @@ TEST_F(OtherObjects, PropertyListsTellWhatIsInThem) {
     CMPIPropertyList* copy = CMClone(list, &rc);
     EXPECT_STREQ(copy->ft->getProperties(copy, nullptr)[0], "One");
     CMRelease(copy);
-    const CMPIPropertyList* everything = face->eft->newPropertyList(face, nullptr, &rc);
+    const CMPIPropertyList* everything = handle->eft->newPropertyList(handle, nullptr, &rc);
     EXPECT_TRUE(everything->ft->isPropertyInList(everything, "anything", nullptr));
     EXPECT_EQ(everything->ft->getProperties(everything, nullptr), nullptr);
 }
 
 TEST_F(OtherObjects, QueriesAreNotSupported) {
     CMPIArray* projection = minus_one<CMPIArray>();
-    EXPECT_EQ(face->eft->newSelectExp(face, "select *", "WQL", &projection, &rc), nullptr);
+    EXPECT_EQ(handle->eft->newSelectExp(handle, "select *", "WQL", &projection, &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_NOT_SUPPORTED);
     EXPECT_EQ(projection, nullptr);
-    EXPECT_EQ(face->eft->newEnumerationFilter(face, "WQL", "select *", &rc), nullptr);
+    EXPECT_EQ(handle->eft->newEnumerationFilter(handle, "WQL", "select *", &rc), nullptr);
     EXPECT_EQ(rc.rc, CMPI_RC_ERR_NOT_SUPPORTED);
 }
 

@@ -3,8 +3,17 @@
 
 #include <cstring>
 
-#include "server/cmpi_broker.h"
-#include "server/cmpi_objects.h"
+#include "server/broker/array.h"
+#include "server/broker/broker.h"
+#include "server/broker/datetime.h"
+#include "server/broker/enumeration.h"
+#include "server/broker/error.h"
+#include "server/broker/instance.h"
+#include "server/broker/named_lists.h"
+#include "server/broker/object_path.h"
+#include "server/broker/property_list.h"
+#include "server/broker/result.h"
+#include "server/broker/string.h"
 
 namespace {
 
@@ -25,42 +34,42 @@ void expect_no_empty_slot(const Table* table, std::size_t firstPointer) {
 class BrokerTables : public testing::Test {
   protected:
     Broker broker{[](const std::string&) {}};
-    const CMPIBroker* face = broker.face();
+    const CMPIBroker* handle = broker.handle();
 };
 
 TEST_F(BrokerTables, CallsHaveNoEmptySlot) {
-    expect_no_empty_slot(face->bft, offsetof(CMPIBrokerFT, brokerName));
+    expect_no_empty_slot(handle->bft, offsetof(CMPIBrokerFT, brokerName));
 }
 TEST_F(BrokerTables, ObjectsHaveNoEmptySlot) {
-    expect_no_empty_slot(face->eft, offsetof(CMPIBrokerEncFT, newInstance));
+    expect_no_empty_slot(handle->eft, offsetof(CMPIBrokerEncFT, newInstance));
 }
 TEST_F(BrokerTables, ThreadsHaveNoEmptySlot) {
-    expect_no_empty_slot(face->xft, offsetof(CMPIBrokerExtFT, resolveFileName));
+    expect_no_empty_slot(handle->xft, offsetof(CMPIBrokerExtFT, resolveFileName));
 }
 TEST_F(BrokerTables, MemoryHasNoEmptySlot) {
-    expect_no_empty_slot(face->mft, offsetof(CMPIBrokerMemFT, mark));
+    expect_no_empty_slot(handle->mft, offsetof(CMPIBrokerMemFT, mark));
 }
 
-template <typename Face>
+template <typename Handle>
 class ObjectTables : public testing::Test {};
 
-using Faces = testing::Types<CMPIString, CMPIArray, CMPIDateTime, CMPIObjectPath, CMPIInstance, CMPIArgs,
-                             CMPIEnumeration, CMPIContext, CMPIResult, CMPIError, CMPIPropertyList>;
-TYPED_TEST_SUITE(ObjectTables, Faces);
+using Handles = testing::Types<CMPIString, CMPIArray, CMPIDateTime, CMPIObjectPath, CMPIInstance, CMPIArgs,
+                               CMPIEnumeration, CMPIContext, CMPIResult, CMPIError, CMPIPropertyList>;
+TYPED_TEST_SUITE(ObjectTables, Handles);
 
 TYPED_TEST(ObjectTables, HaveNoEmptySlot) {
-    const auto* table = TableOf<TypeParam>::table();
+    const auto* table = FunctionTableOf<TypeParam>::table();
     expect_no_empty_slot(table, offsetof(std::remove_cvref_t<decltype(*table)>, release));
     EXPECT_EQ(table->ftVersion, CMPICurrentVersion);
 }
 
 TEST_F(BrokerTables, TheBrokerTellsWhatItIs) {
-    EXPECT_EQ(face->bft->brokerVersion, CMPIVersion210);
-    EXPECT_STREQ(face->bft->brokerName, "kesto-cimserver");
+    EXPECT_EQ(handle->bft->brokerVersion, CMPIVersion210);
+    EXPECT_STREQ(handle->bft->brokerName, "kesto-cimserver");
     constexpr unsigned TRAVERSAL = CMPI_MB_AssociationTraversal;
     constexpr unsigned INDICATIONS = CMPI_MB_Indications ^ CMPI_MB_BasicRead;
-    EXPECT_EQ(face->bft->brokerCapabilities & TRAVERSAL, TRAVERSAL);
-    EXPECT_EQ(face->bft->brokerCapabilities & INDICATIONS, 0U);
+    EXPECT_EQ(handle->bft->brokerCapabilities & TRAVERSAL, TRAVERSAL);
+    EXPECT_EQ(handle->bft->brokerCapabilities & INDICATIONS, 0U);
 }
 
 } // namespace

@@ -2,14 +2,16 @@
 #include <cerrno>
 #include <ctime>
 
-#include "server/cmpi_objects.h"
+#include "server/broker/datetime.h"
+#include "server/broker/named_lists.h"
+#include "server/broker/string.h"
 #include "tests/server/broker_fixture.h"
 
 namespace {
 
 class Threads : public BrokerFixture {
   protected:
-    const CMPIBrokerExtFT* threads = face->xft;
+    const CMPIBrokerExtFT* threads = handle->xft;
 };
 
 TEST_F(Threads, RunAndReturn) {
@@ -106,15 +108,15 @@ TEST_F(Threads, LibraryNames) {
 
 TEST_F(Threads, AttachedThreadsHaveAPoolOfTheirOwn) {
     CMPIContext* context = CBPrepareAttachThread(
-        face, cimserver::make_pooled<cimserver::ContextObject>(cimserver::ContextContent{}));
+        handle, cimserver::make_pooled<cimserver::ContextObject>(cimserver::ContextContent{}));
     ASSERT_NE(context, nullptr);
     const auto* before = &cimserver::RequestPool::current();
-    EXPECT_EQ(CBAttachThread(face, context).rc, CMPI_RC_OK);
+    EXPECT_EQ(CBAttachThread(handle, context).rc, CMPI_RC_OK);
     EXPECT_NE(&cimserver::RequestPool::current(), before);
-    EXPECT_EQ(CBDetachThread(face, context).rc, CMPI_RC_OK);
+    EXPECT_EQ(CBDetachThread(handle, context).rc, CMPI_RC_OK);
     EXPECT_EQ(&cimserver::RequestPool::current(), before);
-    EXPECT_EQ(CBAttachThread(face, nullptr).rc, CMPI_RC_ERR_INVALID_HANDLE);
-    EXPECT_EQ(CBPrepareAttachThread(face, nullptr), nullptr);
+    EXPECT_EQ(CBAttachThread(handle, nullptr).rc, CMPI_RC_ERR_INVALID_HANDLE);
+    EXPECT_EQ(CBPrepareAttachThread(handle, nullptr), nullptr);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "server/cim_datetime.h"
+#include "server/model/datetime.h"
 
 #include <gtest/gtest.h>
 

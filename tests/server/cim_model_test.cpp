@@ -1,10 +1,10 @@
-#include "server/cim_model.h"
+#include "server/model/cim_model.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "server/cimxml_types.h"
+#include "server/cimxml/types.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "server/xml_check.h"
+#include "server/cimxml/xml_check.h"
 
 std::string parameter(const std::string& name, const std::string& content) {
     return "<IPARAMVALUE NAME=\"" + name + "\">" + content + "</IPARAMVALUE>";

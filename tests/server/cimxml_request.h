@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "server/http_message.h"
+#include "server/http/message.h"
 
 // ---- Parts of a request. ----
 

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "server/text.h"
+#include "server/model/text.h"
 
 Connection::Connection(std::uint16_t port) : socket_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     sockaddr_in address{};

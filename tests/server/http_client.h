@@ -6,7 +6,7 @@
 #include <map>
 #include <string>
 
-#include "server/http_message.h"
+#include "server/http/message.h"
 
 class Connection {
   public:

@@ -1,5 +1,5 @@
 // The HTTP front with a handler of the test's own.
-#include "server/http_server.h"
+#include "server/http/server.h"
 
 #include <gtest/gtest.h>
 

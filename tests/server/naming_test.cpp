@@ -1,4 +1,4 @@
-#include "server/naming.h"
+#include "server/model/naming.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "server/cimxml_service.h"
-#include "server/cmpi_broker.h"
+#include "server/broker/broker.h"
+#include "server/cimxml/service.h"
 #include "tests/server/cimxml_request.h"
 
 class ProbeService : public testing::Test {

@@ -1,8 +1,8 @@
 // XML as the server checks and writes it.
 #include <gtest/gtest.h>
 
-#include "server/xml_check.h"
-#include "server/xml_writer.h"
+#include "server/cimxml/xml_check.h"
+#include "server/cimxml/xml_writer.h"
 
 namespace {
 

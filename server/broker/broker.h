@@ -1,0 +1,48 @@
+// The broker that a provider is given: everything it may ask of the server.
+//
+// Four function tables hang on it: calls back into the server (upcalls.h), makers of objects
+// (encapsulation.h), threads and locks (threads.h), and memory (memory.h). No slot of any of them is empty;
+// what the server does not offer answers CMPI_RC_ERR_NOT_SUPPORTED.
+#ifndef KESTO_SERVER_BROKER_BROKER_H
+#define KESTO_SERVER_BROKER_BROKER_H
+
+#include <cmpidt.h>
+#include <cmpift.h>
+
+#include <functional>
+#include <string>
+
+namespace cimserver {
+
+class Operations;
+
+class Broker {
+  public:
+    // What a provider logs (and, with tracing on, traces) is handed to `log`, a line at a time.
+    using Log = std::function<void(const std::string& line)>;
+    explicit Broker(Log log, bool tracing = false);
+    Broker(const Broker&) = delete;
+    Broker& operator=(const Broker&) = delete;
+
+    const CMPIBroker* handle() const { return &handle_; }
+
+    // Calls back into the server go here; until it is set they answer CMPI_RC_ERR_NOT_SUPPORTED.
+    void serve(Operations* operations) { operations_ = operations; }
+    Operations* operations() const { return operations_; }
+
+    void log(const std::string& line) const { log_(line); }
+    bool tracing() const { return tracing_; }
+
+    // The broker that a provider passes the handle of; NULL when it is none.
+    static const Broker* of(const CMPIBroker* handle);
+
+  private:
+    CMPIBroker handle_;
+    Operations* operations_ = nullptr;
+    Log log_;
+    bool tracing_;
+};
+
+} // namespace cimserver
+
+#endif

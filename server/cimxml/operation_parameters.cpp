@@ -1,0 +1,101 @@
+#include "server/cimxml/operation_parameters.h"
+
+#include <algorithm>
+
+#include "server/cimxml/errors.h"
+#include "server/model/text.h"
+
+namespace cimserver {
+
+namespace {
+
+[[noreturn]] void refuse(std::string_view name, const std::string& why) {
+    throw CimError{CMPI_RC_ERR_INVALID_PARAMETER, "parameter " + std::string(name) + " " + why};
+}
+
+template <typename Kind>
+std::optional<Kind> as(ParameterValue value, std::string_view name) {
+    if (std::holds_alternative<std::monostate>(value)) return std::nullopt;
+    if (auto* held = std::get_if<Kind>(&value)) return std::move(*held);
+    refuse(name, "is of the wrong kind");
+}
+
+template <typename Kind>
+Kind required(std::optional<Kind> value, std::string_view name) {
+    if (!value) refuse(name, "is missing");
+    return std::move(*value);
+}
+
+} // namespace
+
+OperationParameters::OperationParameters(std::vector<Parameter> parameters)
+    : parameters_(std::move(parameters)) {
+    for (auto one = parameters_.begin(); one != parameters_.end(); ++one) {
+        const auto same = [one](const Parameter& other) { return same_name(other.name, one->name); };
+        if (std::any_of(std::next(one), parameters_.end(), same)) refuse(one->name, "occurs twice");
+    }
+}
+
+ParameterValue OperationParameters::take(std::string_view name) {
+    const auto found =
+        std::find_if(parameters_.begin(), parameters_.end(),
+                     [name](const Parameter& parameter) { return same_name(parameter.name, name); });
+    if (found == parameters_.end()) return std::monostate{};
+    ParameterValue value = std::move(found->value);
+    parameters_.erase(found);
+    return value;
+}
+
+bool OperationParameters::flag(std::string_view name, bool byDefault) {
+    const auto text = as<std::string>(take(name), name);
+    if (!text) return byDefault;
+    if (same_name(trimmed(*text), "true")) return true;
+    if (same_name(trimmed(*text), "false")) return false;
+    refuse(name, "is no boolean");
+}
+
+std::optional<std::string> OperationParameters::optional_text(std::string_view name) {
+    auto text = as<std::string>(take(name), name);
+    if (text && text->empty()) text.reset(); // some clients send what they have not been given as empty
+    return text;
+}
+
+std::string OperationParameters::text(std::string_view name) {
+    return required(as<std::string>(take(name), name), name);
+}
+
+std::optional<std::string> OperationParameters::optional_class_name(std::string_view name) {
+    auto value = as<ClassNameValue>(take(name), name);
+    return value ? std::optional(std::move(value->name)) : std::nullopt;
+}
+
+std::string OperationParameters::class_name(std::string_view name) {
+    return required(optional_class_name(name), name);
+}
+
+ObjectPath OperationParameters::instance_name(std::string_view name) {
+    return required(as<ObjectPath>(take(name), name), name);
+}
+
+ObjectPath OperationParameters::object_name(std::string_view name) {
+    ParameterValue value = take(name);
+    if (std::holds_alternative<ClassNameValue>(value)) {
+        throw CimError{CMPI_RC_ERR_NOT_SUPPORTED, "associations between classes are not served"};
+    }
+    return required(as<ObjectPath>(std::move(value), name), name);
+}
+
+Instance OperationParameters::instance(std::string_view name) {
+    return required(as<Instance>(take(name), name), name);
+}
+
+PropertyNames OperationParameters::property_list() {
+    constexpr std::string_view NAME = "PropertyList";
+    return as<std::vector<std::string>>(take(NAME), NAME);
+}
+
+void OperationParameters::expect_no_more() const {
+    if (!parameters_.empty()) refuse(parameters_.front().name, "is unknown to this operation");
+}
+
+} // namespace cimserver

@@ -1,0 +1,43 @@
+// The parameters of one operation, taken out by name and checked.
+#ifndef KESTO_SERVER_CIMXML_OPERATION_PARAMETERS_H
+#define KESTO_SERVER_CIMXML_OPERATION_PARAMETERS_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "server/cimxml/reader.h"
+#include "server/provider/provider_calls.h"
+
+namespace cimserver {
+
+// Every function throws CimError (CIM_ERR_INVALID_PARAMETER) for a parameter that is missing, occurs twice or
+// is of the wrong kind. A NULL parameter is the same as none.
+class OperationParameters {
+  public:
+    explicit OperationParameters(std::vector<Parameter> parameters);
+
+    bool flag(std::string_view name, bool byDefault);
+    std::optional<std::string> optional_text(std::string_view name);
+    std::string text(std::string_view name);
+    std::optional<std::string> optional_class_name(std::string_view name);
+    std::string class_name(std::string_view name);
+    ObjectPath instance_name(std::string_view name);
+    // An instance's name; a class's, which stands for traversals among classes, is not supported.
+    ObjectPath object_name(std::string_view name);
+    Instance instance(std::string_view name);
+    PropertyNames property_list();
+
+    // All parameters that the operation has are taken; whatever is left it does not have.
+    void expect_no_more() const;
+
+  private:
+    ParameterValue take(std::string_view name);
+
+    std::vector<Parameter> parameters_;
+};
+
+} // namespace cimserver
+
+#endif

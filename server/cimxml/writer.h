@@ -1,0 +1,69 @@
+// CIM objects as CIM-XML, and the response messages around them.
+#ifndef KESTO_SERVER_CIMXML_WRITER_H
+#define KESTO_SERVER_CIMXML_WRITER_H
+
+#include <string>
+
+#include "server/cimxml/errors.h"
+#include "server/cimxml/xml_writer.h"
+#include "server/model/result_sink.h"
+#include "server/provider/provider_calls.h"
+
+namespace cimserver {
+
+struct WriteOptions {
+    std::string host;      // of objects whose path does not tell
+    std::string nameSpace; // of objects whose path does not tell
+    bool typedKeys = false;
+    bool classOrigin = false;
+    PropertyNames wanted;
+};
+
+// The element that an operation returns its objects in.
+enum class ObjectForm {
+    Instance,       // INSTANCE
+    NamedInstance,  // VALUE.NAMEDINSTANCE
+    InstanceName,   // INSTANCENAME
+    ObjectWithPath, // VALUE.OBJECTWITHPATH
+    ObjectPath,     // OBJECTPATH
+    Object,         // VALUE.OBJECT
+};
+
+// Writes each object into the answer as it comes. A form that is a name takes names only, the others take
+// instances only; anything else a provider returns there is no result of that operation.
+class ObjectWriter : public ResultSink {
+  public:
+    ObjectWriter(ObjectForm form, WriteOptions options) : form_(form), options_(std::move(options)) {}
+    void deliver(const Instance& instance) override;
+    void deliver(const ObjectPath& path) override;
+    std::string take() { return xml_.take(); }
+
+  private:
+    void instance(const Instance& instance);
+    void property(const NamedValue& property);
+    void values(const Value& value);
+    void scalar_element(const Value& value);
+    void instance_name(const ObjectPath& path);
+    void instance_path(const ObjectPath& path);
+    void reference(const ObjectPath& path);
+    void local_name_space(const std::string& nameSpace);
+
+    ObjectForm form_;
+    WriteOptions options_;
+    XmlWriter xml_;
+};
+
+// Complete response messages.
+struct ResponseFrame {
+    std::string messageId;
+    std::string method;
+    bool extrinsic = false;
+    bool typedKeys = false;
+};
+std::string result_response(const ResponseFrame& frame, const std::string& returnValue);
+std::string empty_response(const ResponseFrame& frame); // of an operation that returns nothing
+std::string error_response(const ResponseFrame& frame, const CimError& error);
+
+} // namespace cimserver
+
+#endif

@@ -1,0 +1,51 @@
+// The association classes that a provider knows, and the classes that can be their source.
+//
+// A CMPI provider may insist on being told the association class of a traversal, but browsers ask without
+// one. The server then asks once for each class that this table allows for the source. The sources are part
+// of the table because a provider may answer a class that it does not know with something else than nothing.
+#ifndef KESTO_SERVER_PROVIDER_ASSOCIATION_TABLE_H
+#define KESTO_SERVER_PROVIDER_ASSOCIATION_TABLE_H
+
+#include <istream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cimserver {
+
+class AssociationTableError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+class AssociationTable {
+  public:
+    struct Row {
+        std::string association;
+        std::vector<std::string> sources; // none listed: any class
+    };
+
+    AssociationTable() = default;
+    explicit AssociationTable(std::vector<Row> rows) : rows_(std::move(rows)) {}
+
+    // One association class a line: "Association: Source Source ...", or just "Association" for any source.
+    // Blank lines and lines that start with # do not count.
+    static AssociationTable read(std::istream& text, const std::string& fileName);
+
+    // The table that comes with the server for the named provider; empty for a provider that it does not
+    // know.
+    static AssociationTable built_in(std::string_view providerName);
+
+    bool empty() const { return rows_.empty(); }
+    const std::vector<Row>& rows() const { return rows_; }
+
+    // The association classes to ask for when a traversal from this class names none, in the table's order.
+    std::vector<std::string> from(std::string_view sourceClass) const;
+
+  private:
+    std::vector<Row> rows_;
+};
+
+} // namespace cimserver
+
+#endif
