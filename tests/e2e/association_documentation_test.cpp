@@ -32,7 +32,8 @@ Names registered(bool associations) {
     std::istringstream lines(file_text(PROJECT_FOLDER "/packaging/classes.txt"));
     for (std::string line; std::getline(lines, line);) {
         const std::size_t blank = line.find(' ');
-        if (line.starts_with("#") || blank == std::string::npos) continue;
+        const bool isRegistration = !line.starts_with("#") && line.find(':') == std::string::npos;
+        if (!isRegistration || blank == std::string::npos) continue;
         if (line.ends_with(" association") == associations) names.push_back(line.substr(0, blank));
     }
     return names;
