@@ -8,14 +8,16 @@
 #include <cstdint>
 #include <cstdio>
 #include <iostream>
-#include <optional>
 #include <string>
+#include <utility>
 
 #include "emulator/control.h"
 #include "emulator/generator.h"
 #include "server/broker/broker.h"
+#include "server/model/request.h"
+#include "server/model/result_sink.h"
 #include "server/provider/provider.h"
-#include "server/provider/provider_calls.h"
+#include "server/provider/provider_call.h"
 
 namespace {
 
@@ -23,22 +25,25 @@ using namespace cimserver;
 
 class LoadedProvider {
   public:
-    static const ProviderCalls& calls() {
-        static LoadedProvider loaded;
-        return loaded.calls_;
+    static const Provider& get() {
+        static const LoadedProvider LOADED;
+        return LOADED.provider_;
     }
 
   private:
     Broker broker_{[](const std::string&) {}};
     Provider provider_{FCIP_PROVIDER, "FCIPProvider", broker_};
-    ProviderCalls calls_{provider_};
 };
 
+// What the provider answers to an operation on this class or instance.
+Collector answer(Operation operation, ObjectPath target) {
+    Collector found;
+    call_provider(LoadedProvider::get(), {.operation = operation, .target = std::move(target)}, found);
+    return found;
+}
+
 ObjectPath class_path(const char* className) {
-    ObjectPath path;
-    path.nameSpace = "root/cimv2";
-    path.className = className;
-    return path;
+    return {{}, "root/cimv2", className, {}};
 }
 
 void emulate(const benchmark::State& state) {
@@ -55,20 +60,16 @@ void enumerate(benchmark::State& state, const char* className) {
     emulate(state);
     std::size_t objects = 0;
     for ([[maybe_unused]] auto iteration : state) {
-        Collector found;
-        LoadedProvider::calls().enumerateInstances({}, class_path(className), std::nullopt, found);
-        objects = found.instances.size();
+        objects = answer(Operation::EnumerateInstances, class_path(className)).instances.size();
     }
     state.counters["objects"] = static_cast<double>(objects);
 }
 
 void get_last(benchmark::State& state, const char* className) {
     emulate(state);
-    Collector names;
-    LoadedProvider::calls().enumerateInstanceNames({}, class_path(className), names);
+    const Collector names = answer(Operation::EnumerateInstanceNames, class_path(className));
     for ([[maybe_unused]] auto iteration : state) {
-        Collector found;
-        LoadedProvider::calls().getInstance({}, names.paths.back(), std::nullopt, found);
+        const Collector found = answer(Operation::GetInstance, names.paths.back());
         if (found.instances.size() != 1) state.SkipWithError("the last object is not found");
     }
 }

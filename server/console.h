@@ -1,7 +1,7 @@
 // The server's own console, apart from what its provider prints.
 //
 // Providers trace to standard output. The console keeps the original standard output and error for the
-// server's messages; redirectProvider then sends everything else that the process prints to standard output
+// server's messages; redirect_provider then sends everything else that the process prints to standard output
 // elsewhere.
 #ifndef KESTO_SERVER_CONSOLE_H
 #define KESTO_SERVER_CONSOLE_H

@@ -1,18 +1,28 @@
 // kesto-cimserver: serves a CMPI provider to CIM-XML clients.
 #include <limits.h>
+#include <pthread.h>
 #include <signal.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <chrono>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
-#include <fstream>
-#include <iostream>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include "server/broker/broker.h"
 #include "server/cimxml/service.h"
 #include "server/console.h"
+#include "server/http/message.h"
 #include "server/http/server.h"
+#include "server/model/request.h"
+#include "server/model/result_sink.h"
+#include "server/provider/association_table.h"
+#include "server/provider/operations.h"
+#include "server/provider/provider.h"
 
 namespace {
 
@@ -46,11 +56,13 @@ std::string host_name() {
     return gethostname(name, sizeof name - 1) == 0 ? name : "localhost";
 }
 
-AssociationTable association_table(const Options& options) {
-    if (options.associations.empty()) return AssociationTable::built_in(options.providerName);
-    std::ifstream file(options.associations);
-    if (!file) throw std::runtime_error("cannot read " + options.associations);
-    return AssociationTable::read(file, options.associations);
+// Without the option, the table is the one that lies beside the provider's library under the provider's name.
+AssociationTable association_table(const Options& options, const std::string& library) {
+    if (!options.associations.empty()) return AssociationTable::read_file(options.associations);
+    const std::filesystem::path folder = std::filesystem::path(library).parent_path();
+    const std::filesystem::path file = folder / (options.providerName + ".associations");
+    if (folder.empty() || !std::filesystem::exists(file)) return {};
+    return AssociationTable::read_file(file.string());
 }
 
 void add_options(CLI::App& app, Options& options) {
@@ -62,7 +74,8 @@ void add_options(CLI::App& app, Options& options) {
                    "File that the provider's standard output is appended to; - for standard error");
     app.add_option(
         "--associations", options.associations,
-        "File with the provider's association classes, a line each: \"Association: Source Source ...\"");
+        "File with the provider's association classes, a line each: \"Association: Source Source "
+        "...\" (default: <provider-name>.associations beside the provider's library, if it is there)");
     app.add_option("--namespace", options.nameSpaces, "Namespace to serve; may be repeated")
         ->capture_default_str();
     app.add_option("--listen", options.http.address, "Loopback address to listen on")->capture_default_str();
@@ -78,7 +91,7 @@ void add_options(CLI::App& app, Options& options) {
     app.add_flag("--verbose", options.verbose, "Report every operation on standard error");
 }
 
-// Blocked in all threads, so that only waitForStop sees them.
+// Blocked in all threads, so that only wait_for_stop sees them.
 sigset_t stop_signals() {
     sigset_t signals;
     sigemptyset(&signals);
@@ -101,11 +114,12 @@ void serve(const Options& options, Console& console) {
     const auto report = options.verbose ? std::function<void(const std::string&)>(warn) : nullptr;
 
     Broker broker(warn, options.verbose);
-    const Provider provider(options.provider.empty() ? default_provider() : options.provider,
-                            options.providerName, broker);
-    const ProviderCalls calls(provider);
-    Operations operations(calls, association_table(options));
-    broker.serve(&operations);
+    const std::string library = options.provider.empty() ? default_provider() : options.provider;
+    const Provider provider(library, options.providerName, broker);
+    const Operations operations(provider, association_table(options, library));
+    broker.serve([&operations](const Request& request, ResultSink& sink) {
+        return operations.perform(request, sink);
+    });
     const CimXmlService service(operations, {options.nameSpaces, host_name(), report});
     HttpServer server(options.http,
                       [&service](const HttpRequest& request) { return service.answer(request); });

@@ -11,10 +11,12 @@
 
 #include <functional>
 #include <string>
+#include <utility>
+
+#include "server/model/request.h"
+#include "server/model/result_sink.h"
 
 namespace cimserver {
-
-class Operations;
 
 class Broker {
   public:
@@ -26,9 +28,13 @@ class Broker {
 
     const CMPIBroker* handle() const { return &handle_; }
 
-    // Calls back into the server go here; until it is set they answer CMPI_RC_ERR_NOT_SUPPORTED.
-    void serve(Operations* operations) { operations_ = operations; }
-    Operations* operations() const { return operations_; }
+    // Performs a provider's calls back into the server; until it is set they answer
+    // CMPI_RC_ERR_NOT_SUPPORTED.
+    using Perform = std::function<Outcome(const Request&, ResultSink&)>;
+    void serve(Perform perform) { perform_ = std::move(perform); }
+    Outcome perform(const Request& request, ResultSink& sink) const {
+        return perform_ ? perform_(request, sink) : Outcome::error(CMPI_RC_ERR_NOT_SUPPORTED);
+    }
 
     void log(const std::string& line) const { log_(line); }
     bool tracing() const { return tracing_; }
@@ -38,7 +44,7 @@ class Broker {
 
   private:
     CMPIBroker handle_;
-    Operations* operations_ = nullptr;
+    Perform perform_;
     Log log_;
     bool tracing_;
 };

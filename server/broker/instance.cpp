@@ -1,11 +1,13 @@
 #include "server/broker/instance.h"
 
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "server/broker/object_path.h"
 #include "server/broker/property_list.h"
 #include "server/broker/values.h"
+#include "server/model/text.h"
 
 namespace cimserver {
 
@@ -64,9 +66,14 @@ CMPIStatus set_property_filter(const CMPIInstance* instance, const char** proper
         ours->content().apply_filter(std::nullopt);
         return status(CMPI_RC_OK);
     }
-    PropertyFilter filter{names_from(properties), names_from(keyList)};
+    NameSet filter;
+    for (const char** names : {properties, keyList}) {
+        for (std::string& name : names_from(names)) {
+            filter.insert(std::move(name));
+        }
+    }
     for (const NamedValue& key : ours->content().path.keys.all()) {
-        filter.keys.push_back(key.name);
+        filter.insert(key.name);
     }
     ours->content().apply_filter(std::move(filter));
     return status(CMPI_RC_OK);

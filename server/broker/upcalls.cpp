@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "server/broker/broker.h"
+#include "server/broker/encapsulated.h"
 #include "server/broker/enumeration.h"
 #include "server/broker/instance.h"
 #include "server/broker/named_lists.h"
@@ -15,7 +16,8 @@
 #include "server/broker/request_pool.h"
 #include "server/broker/string.h"
 #include "server/broker/values.h"
-#include "server/provider/operations.h"
+#include "server/model/request.h"
+#include "server/model/result_sink.h"
 
 namespace cimserver {
 
@@ -29,31 +31,26 @@ PropertyNames wanted_from(const char** properties) {
     return properties != nullptr ? PropertyNames(names_from(properties)) : std::nullopt;
 }
 
-// A call back, its arguments checked: `run(operations, context, path)` does it.
-template <typename Run>
-CMPIStatus call_back(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path,
-                     Run run) {
+// Performs the request for the object that the path names, in the given context.
+CMPIStatus perform(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path,
+                   Request request, ResultSink& sink) {
     const Broker* ours = Broker::of(broker);
     PathObject* target = from_handle<PathObject>(path);
-    if (!ours || !target) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    if (!ours->operations()) return status(CMPI_RC_ERR_NOT_SUPPORTED);
-    ContextObject* given = from_handle<ContextObject>(context);
-    const CallContext with{given ? given->content().entries : NamedValues{}};
-    const Outcome outcome = run(*ours->operations(), with, target->content());
+    if (ours == nullptr || target == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (ContextObject* given = from_handle<ContextObject>(context))
+        request.context = given->content().entries;
+    request.target = target->content();
+    request.instance.path = request.target;
+    const Outcome outcome = ours->perform(request, sink);
     return {outcome.code, outcome.message.empty() ? nullptr : make_string(outcome.message)};
 }
 
-// The same for calls that answer with an enumeration of what they collected.
-template <typename Run>
-CMPIEnumeration* call_back_for_all(const CMPIBroker* broker, const CMPIContext* context,
-                                   const CMPIObjectPath* path, CMPIStatus* rc, Run run) {
+// The same for requests that are answered with an enumeration.
+CMPIEnumeration* enumerate(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path,
+                           CMPIStatus* rc, Request request) {
     Collector found;
-    const CMPIStatus outcome =
-        call_back(broker, context, path,
-                  [&](const Operations& operations, const CallContext& with, const ObjectPath& of) {
-                      return run(operations, with, of, found);
-                  });
-    if (rc) *rc = outcome;
+    const CMPIStatus outcome = perform(broker, context, path, std::move(request), found);
+    if (rc != nullptr) *rc = outcome;
     if (outcome.rc != CMPI_RC_OK) return nullptr;
     std::vector<Value> items;
     for (Instance& instance : found.instances) {
@@ -65,7 +62,7 @@ CMPIEnumeration* call_back_for_all(const CMPIBroker* broker, const CMPIContext* 
     return make_enumeration(found.instances.empty() ? CMPI_ref : CMPI_instance, std::move(items));
 }
 
-// ---- Threads of the provider's own. ----
+// Threads of the provider's own.
 
 // A copy of the context for the new thread, which gives it back when it detaches.
 CMPIContext* prepare_attach_thread(const CMPIBroker*, const CMPIContext* context) {
@@ -88,7 +85,7 @@ CMPIStatus detach_thread(const CMPIBroker*, const CMPIContext* context) {
     return status(CMPI_RC_OK);
 }
 
-// ---- CIM operations. ----
+// CIM operations.
 
 CMPIStatus deliver_indication(const CMPIBroker*, const CMPIContext*, const char*, const CMPIInstance*) {
     return status(CMPI_RC_ERR_NOT_SUPPORTED);
@@ -96,18 +93,21 @@ CMPIStatus deliver_indication(const CMPIBroker*, const CMPIContext*, const char*
 
 CMPIEnumeration* enumerate_instance_names(const CMPIBroker* broker, const CMPIContext* context,
                                           const CMPIObjectPath* path, CMPIStatus* rc) {
-    return call_back_for_all(broker, context, path, rc,
-                             [](auto& operations, auto& with, auto& of, ResultSink& sink) {
-                                 return operations.enumerate_instance_names(with, of, sink);
-                             });
+    return enumerate(broker, context, path, rc, {.operation = Operation::EnumerateInstanceNames});
+}
+
+CMPIEnumeration* enumerate_instances(const CMPIBroker* broker, const CMPIContext* context,
+                                     const CMPIObjectPath* path, const char** properties, CMPIStatus* rc) {
+    return enumerate(broker, context, path, rc,
+                     {.operation = Operation::EnumerateInstances, .wanted = wanted_from(properties)});
 }
 
 CMPIInstance* get_instance(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path,
                            const char** properties, CMPIStatus* rc) {
     Collector found;
-    const CMPIStatus outcome = call_back(broker, context, path, [&](auto& operations, auto& with, auto& of) {
-        return operations.get_instance(with, of, wanted_from(properties), found);
-    });
+    const CMPIStatus outcome =
+        perform(broker, context, path,
+                {.operation = Operation::GetInstance, .wanted = wanted_from(properties)}, found);
     if (rc != nullptr) *rc = outcome;
     return outcome.rc == CMPI_RC_OK && !found.instances.empty() ? make_instance(found.instances.front())
                                                                 : nullptr;
@@ -121,11 +121,8 @@ CMPIObjectPath* create_instance(const CMPIBroker* broker, const CMPIContext* con
         return nullptr;
     }
     Collector found;
-    const CMPIStatus outcome = call_back(broker, context, path, [&](auto& operations, auto& with, auto& of) {
-        Instance created = given->content();
-        created.path = of;
-        return operations.create_instance(with, created, found);
-    });
+    const CMPIStatus outcome = perform(
+        broker, context, path, {.operation = Operation::CreateInstance, .instance = given->content()}, found);
     if (rc != nullptr) *rc = outcome;
     return outcome.rc == CMPI_RC_OK && !found.paths.empty() ? make_path(found.paths.front()) : nullptr;
 }
@@ -134,79 +131,71 @@ CMPIStatus modify_instance(const CMPIBroker* broker, const CMPIContext* context,
                            const CMPIInstance* instance, const char** properties) {
     InstanceObject* given = from_handle<InstanceObject>(instance);
     if (given == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    return call_back(broker, context, path, [&](auto& operations, auto& with, auto& of) {
-        Instance modified = given->content();
-        modified.path = of;
-        return operations.modify_instance(with, modified, wanted_from(properties));
-    });
+    Collector nothing;
+    return perform(broker, context, path,
+                   {.operation = Operation::ModifyInstance,
+                    .wanted = wanted_from(properties),
+                    .instance = given->content()},
+                   nothing);
 }
 
 CMPIStatus delete_instance(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path) {
-    return call_back(broker, context, path, [](auto& operations, auto& with, auto& of) {
-        return operations.delete_instance(with, of);
-    });
+    Collector nothing;
+    return perform(broker, context, path, {.operation = Operation::DeleteInstance}, nothing);
 }
 
 CMPIEnumeration* exec_query(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path,
                             const char* query, const char* language, CMPIStatus* rc) {
-    return call_back_for_all(
-        broker, context, path, rc, [&](auto& operations, auto& with, auto& of, ResultSink& sink) {
-            return operations.exec_query(with, of, language ? language : "", query ? query : "", sink);
-        });
-}
-
-CMPIEnumeration* enumerate_instances(const CMPIBroker* broker, const CMPIContext* context,
-                                     const CMPIObjectPath* path, const char** properties, CMPIStatus* rc) {
-    return call_back_for_all(
-        broker, context, path, rc, [&](auto& operations, auto& with, auto& of, ResultSink& sink) {
-            return operations.enumerate_instances(with, of, wanted_from(properties), sink);
-        });
+    return enumerate(broker, context, path, rc,
+                     {.operation = Operation::ExecQuery,
+                      .query = query != nullptr ? query : "",
+                      .queryLanguage = language != nullptr ? language : ""});
 }
 
 CMPIEnumeration* associators(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path,
                              const char* associationClass, const char* resultClass, const char* role,
                              const char* resultRole, const char** properties, CMPIStatus* rc) {
-    const AssociatorFilter filter{text_or_none(associationClass), text_or_none(resultClass),
-                                  text_or_none(role), text_or_none(resultRole)};
-    return call_back_for_all(
-        broker, context, path, rc, [&](auto& operations, auto& with, auto& of, ResultSink& sink) {
-            return operations.associators(with, of, filter, wanted_from(properties), sink);
-        });
+    return enumerate(broker, context, path, rc,
+                     {.operation = Operation::Associators,
+                      .wanted = wanted_from(properties),
+                      .associationClass = text_or_none(associationClass),
+                      .resultClass = text_or_none(resultClass),
+                      .role = text_or_none(role),
+                      .resultRole = text_or_none(resultRole)});
 }
 
 CMPIEnumeration* associator_names(const CMPIBroker* broker, const CMPIContext* context,
                                   const CMPIObjectPath* path, const char* associationClass,
                                   const char* resultClass, const char* role, const char* resultRole,
                                   CMPIStatus* rc) {
-    const AssociatorFilter filter{text_or_none(associationClass), text_or_none(resultClass),
-                                  text_or_none(role), text_or_none(resultRole)};
-    return call_back_for_all(broker, context, path, rc,
-                             [&](auto& operations, auto& with, auto& of, ResultSink& sink) {
-                                 return operations.associator_names(with, of, filter, sink);
-                             });
+    return enumerate(broker, context, path, rc,
+                     {.operation = Operation::AssociatorNames,
+                      .associationClass = text_or_none(associationClass),
+                      .resultClass = text_or_none(resultClass),
+                      .role = text_or_none(role),
+                      .resultRole = text_or_none(resultRole)});
 }
 
 CMPIEnumeration* references(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path,
                             const char* resultClass, const char* role, const char** properties,
                             CMPIStatus* rc) {
-    const ReferenceFilter filter{text_or_none(resultClass), text_or_none(role)};
-    return call_back_for_all(
-        broker, context, path, rc, [&](auto& operations, auto& with, auto& of, ResultSink& sink) {
-            return operations.references(with, of, filter, wanted_from(properties), sink);
-        });
+    return enumerate(broker, context, path, rc,
+                     {.operation = Operation::References,
+                      .wanted = wanted_from(properties),
+                      .associationClass = text_or_none(resultClass),
+                      .role = text_or_none(role)});
 }
 
 CMPIEnumeration* reference_names(const CMPIBroker* broker, const CMPIContext* context,
                                  const CMPIObjectPath* path, const char* resultClass, const char* role,
                                  CMPIStatus* rc) {
-    const ReferenceFilter filter{text_or_none(resultClass), text_or_none(role)};
-    return call_back_for_all(broker, context, path, rc,
-                             [&](auto& operations, auto& with, auto& of, ResultSink& sink) {
-                                 return operations.reference_names(with, of, filter, sink);
-                             });
+    return enumerate(broker, context, path, rc,
+                     {.operation = Operation::ReferenceNames,
+                      .associationClass = text_or_none(resultClass),
+                      .role = text_or_none(role)});
 }
 
-// ---- What the server does not offer. ----
+// What the server does not offer.
 
 CMPIData invoke_method(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath*, const char*,
                        const CMPIArgs*, CMPIArgs*, CMPIStatus* rc) {

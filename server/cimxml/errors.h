@@ -5,20 +5,36 @@
 #include <cmpidt.h>
 
 #include <string>
+#include <utility>
+
+#include "server/model/error.h"
 
 namespace cimserver {
 
 // The request cannot be understood at all: an HTTP status, and what the CIMError header says (or nothing).
-struct HttpError {
+class HttpError : public Error {
+  public:
+    HttpError(unsigned httpStatus, std::string cimErrorHeader, const std::string& detail)
+        : Error(detail), status(httpStatus), cimError(std::move(cimErrorHeader)) {}
+
     unsigned status;
     std::string cimError;
-    std::string detail;
 };
 
+// The statuses that refusals have.
+constexpr unsigned BAD_REQUEST = 400;
+constexpr unsigned METHOD_NOT_ALLOWED = 405;
+constexpr unsigned UNSUPPORTED_MEDIA_TYPE = 415;
+constexpr unsigned NOT_IMPLEMENTED = 501;
+constexpr unsigned NOT_EXTENDED = 510;
+
 // The request is understood and refused: an ERROR element in an ordinary response.
-struct CimError {
+class CimError : public Error {
+  public:
+    explicit CimError(CMPIrc statusCode, const std::string& description = {})
+        : Error(description), code(statusCode) {}
+
     CMPIrc code;
-    std::string description;
 };
 
 // The status codes of CIM by name, as descriptions begin with them: CIM_ERR_NOT_FOUND, ...

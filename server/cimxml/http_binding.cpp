@@ -1,6 +1,8 @@
 #include "server/cimxml/http_binding.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 #include "server/model/text.h"
 
@@ -10,12 +12,6 @@ namespace {
 
 constexpr std::string_view EXTENSION = "http://www.dmtf.org/cim/mapping/http/v1.0";
 constexpr std::string_view CONTENT_TYPE = "application/xml; charset=\"utf-8\"";
-
-constexpr unsigned BAD_REQUEST = 400;
-constexpr unsigned METHOD_NOT_ALLOWED = 405;
-constexpr unsigned UNSUPPORTED_MEDIA_TYPE = 415;
-constexpr unsigned NOT_IMPLEMENTED = 501;
-constexpr unsigned NOT_EXTENDED = 510;
 
 std::string_view without_quotes(std::string_view text) {
     text = trimmed(text);
@@ -76,8 +72,8 @@ std::string extension_prefix(const HttpRequest& request) {
     const bool digits = !number.empty() && std::all_of(number.begin(), number.end(),
                                                        [](char c) { return c >= '0' && c <= '9'; });
     if (declared != EXTENSION || !digits) {
-        throw HttpError{NOT_EXTENDED, "",
-                        "M-POST needs the header Man: " + std::string(EXTENSION) + "; ns=NN"};
+        throw HttpError(NOT_EXTENDED, "",
+                        "M-POST needs the header Man: " + std::string(EXTENSION) + "; ns=NN");
     }
     return std::string(number) + "-";
 }
@@ -88,28 +84,28 @@ CimHeaders::CimHeaders(const HttpRequest& request) : request_(request) {
     if (request.method == "M-POST") {
         prefix_ = extension_prefix(request);
     } else if (request.method != "POST") {
-        throw HttpError{METHOD_NOT_ALLOWED, "", "only POST and M-POST are served"};
+        throw HttpError(METHOD_NOT_ALLOWED, "", "only POST and M-POST are served");
     }
     const std::string* contentType = request.header("Content-Type");
     if ((contentType == nullptr) || !is_xml_in_utf8(*contentType)) {
-        throw HttpError{UNSUPPORTED_MEDIA_TYPE, "",
-                        "the content must be application/xml or text/xml in UTF-8"};
+        throw HttpError(UNSUPPORTED_MEDIA_TYPE, "",
+                        "the content must be application/xml or text/xml in UTF-8");
     }
     const std::string* encoding = request.header("Content-Encoding");
     if ((encoding != nullptr) && !same_name(trimmed(*encoding), "identity")) {
-        throw HttpError{UNSUPPORTED_MEDIA_TYPE, "", "content encodings are not supported"};
+        throw HttpError(UNSUPPORTED_MEDIA_TYPE, "", "content encodings are not supported");
     }
     const std::string* operation = header("CIMOperation");
-    if (operation == nullptr) throw HttpError{BAD_REQUEST, "header-mismatch", "no CIMOperation header"};
+    if (operation == nullptr) throw HttpError(BAD_REQUEST, "header-mismatch", "no CIMOperation header");
     if (!same_name(trimmed(*operation), "MethodCall")) {
-        throw HttpError{BAD_REQUEST, "unsupported-operation", "CIMOperation must be MethodCall"};
+        throw HttpError(BAD_REQUEST, "unsupported-operation", "CIMOperation must be MethodCall");
     }
     if (header("CIMBatch") != nullptr) {
-        throw HttpError{NOT_IMPLEMENTED, "multiple-requests-unsupported", "one operation a request, please"};
+        throw HttpError(NOT_IMPLEMENTED, "multiple-requests-unsupported", "one operation a request, please");
     }
     const std::string* version = header("CIMProtocolVersion");
     if ((version != nullptr) && !trimmed(*version).starts_with("1.")) {
-        throw HttpError{NOT_IMPLEMENTED, "unsupported-protocol-version", "version " + *version};
+        throw HttpError(NOT_IMPLEMENTED, "unsupported-protocol-version", "version " + *version);
     }
 }
 
@@ -117,12 +113,12 @@ void CimHeaders::expect_to_match(const CimXmlRequest& message) const {
     constexpr auto MISMATCH = "header-mismatch";
     const std::string* method = header("CIMMethod");
     if ((method == nullptr) || !same_name(trimmed(unescaped(*method)), message.method)) {
-        throw HttpError{BAD_REQUEST, MISMATCH, "CIMMethod does not name the operation"};
+        throw HttpError(BAD_REQUEST, MISMATCH, "CIMMethod does not name the operation");
     }
     const std::string* object = header("CIMObject");
-    if (object == nullptr) throw HttpError{BAD_REQUEST, MISMATCH, "no CIMObject header"};
+    if (object == nullptr) throw HttpError(BAD_REQUEST, MISMATCH, "no CIMObject header");
     if (!message.extrinsic && !same_name(trimmed(unescaped(*object)), message.nameSpace)) {
-        throw HttpError{BAD_REQUEST, MISMATCH, "CIMObject does not name the namespace"};
+        throw HttpError(BAD_REQUEST, MISMATCH, "CIMObject does not name the namespace");
     }
 }
 
@@ -139,7 +135,8 @@ HttpReply CimHeaders::reply(std::string body) const {
 }
 
 HttpReply error_reply(const HttpError& error) {
-    HttpReply reply{error.status, {{"Content-Type", "text/plain; charset=utf-8"}}, error.detail + "\n"};
+    HttpReply reply{
+        error.status, {{"Content-Type", "text/plain; charset=utf-8"}}, std::string(error.what()) + "\n"};
     if (!error.cimError.empty()) reply.headers.emplace_back("CIMError", error.cimError);
     if (error.status == METHOD_NOT_ALLOWED) reply.headers.emplace_back("Allow", "POST, M-POST");
     return reply;

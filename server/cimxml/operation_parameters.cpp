@@ -1,6 +1,8 @@
 #include "server/cimxml/operation_parameters.h"
 
 #include <algorithm>
+#include <utility>
+#include <variant>
 
 #include "server/cimxml/errors.h"
 #include "server/model/text.h"
@@ -10,7 +12,7 @@ namespace cimserver {
 namespace {
 
 [[noreturn]] void refuse(std::string_view name, const std::string& why) {
-    throw CimError{CMPI_RC_ERR_INVALID_PARAMETER, "parameter " + std::string(name) + " " + why};
+    throw CimError(CMPI_RC_ERR_INVALID_PARAMETER, "parameter " + std::string(name) + " " + why);
 }
 
 template <typename Kind>
@@ -30,9 +32,13 @@ Kind required(std::optional<Kind> value, std::string_view name) {
 
 OperationParameters::OperationParameters(std::vector<Parameter> parameters)
     : parameters_(std::move(parameters)) {
-    for (auto one = parameters_.begin(); one != parameters_.end(); ++one) {
-        const auto same = [one](const Parameter& other) { return same_name(other.name, one->name); };
-        if (std::any_of(std::next(one), parameters_.end(), same)) refuse(one->name, "occurs twice");
+    NameSet known;
+    NameSet repeated;
+    for (const Parameter& parameter : parameters_) {
+        if (!known.insert(parameter.name).second) repeated.insert(parameter.name);
+    }
+    for (const Parameter& parameter : parameters_) {
+        if (repeated.contains(parameter.name)) refuse(parameter.name, "occurs twice");
     }
 }
 
@@ -46,12 +52,11 @@ ParameterValue OperationParameters::take(std::string_view name) {
     return value;
 }
 
-bool OperationParameters::flag(std::string_view name, bool byDefault) {
+void OperationParameters::flag(std::string_view name, bool byDefault, CMPIFlags whenTrue) {
     const auto text = as<std::string>(take(name), name);
-    if (!text) return byDefault;
-    if (same_name(trimmed(*text), "true")) return true;
-    if (same_name(trimmed(*text), "false")) return false;
-    refuse(name, "is no boolean");
+    const bool isTrue = text ? same_name(trimmed(*text), "true") : byDefault;
+    if (text && !isTrue && !same_name(trimmed(*text), "false")) refuse(name, "is no boolean");
+    if (isTrue) flags_ |= whenTrue;
 }
 
 std::optional<std::string> OperationParameters::optional_text(std::string_view name) {
@@ -80,7 +85,7 @@ ObjectPath OperationParameters::instance_name(std::string_view name) {
 ObjectPath OperationParameters::object_name(std::string_view name) {
     ParameterValue value = take(name);
     if (std::holds_alternative<ClassNameValue>(value)) {
-        throw CimError{CMPI_RC_ERR_NOT_SUPPORTED, "associations between classes are not served"};
+        throw CimError(CMPI_RC_ERR_NOT_SUPPORTED, "associations between classes are not served");
     }
     return required(as<ObjectPath>(std::move(value), name), name);
 }

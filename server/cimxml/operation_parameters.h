@@ -2,13 +2,16 @@
 #ifndef KESTO_SERVER_CIMXML_OPERATION_PARAMETERS_H
 #define KESTO_SERVER_CIMXML_OPERATION_PARAMETERS_H
 
+#include <cmpidt.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "server/cimxml/reader.h"
-#include "server/provider/provider_calls.h"
+#include "server/model/cim_model.h"
+#include "server/model/request.h"
 
 namespace cimserver {
 
@@ -18,7 +21,10 @@ class OperationParameters {
   public:
     explicit OperationParameters(std::vector<Parameter> parameters);
 
-    bool flag(std::string_view name, bool byDefault);
+    // A boolean that adds to the flags of the call when it is true.
+    void flag(std::string_view name, bool byDefault, CMPIFlags whenTrue = 0);
+    CMPIFlags flags() const { return flags_; }
+
     std::optional<std::string> optional_text(std::string_view name);
     std::string text(std::string_view name);
     std::optional<std::string> optional_class_name(std::string_view name);
@@ -36,6 +42,7 @@ class OperationParameters {
     ParameterValue take(std::string_view name);
 
     std::vector<Parameter> parameters_;
+    CMPIFlags flags_ = 0;
 };
 
 } // namespace cimserver

@@ -18,15 +18,12 @@ struct CimXmlRequest::Document {
 
 namespace {
 
-constexpr unsigned BAD_REQUEST = 400;
-constexpr unsigned NOT_IMPLEMENTED = 501;
-
 [[noreturn]] void refuse(const std::string& detail) {
-    throw HttpError{BAD_REQUEST, "request-not-loosely-valid", detail};
+    throw HttpError(BAD_REQUEST, "request-not-loosely-valid", detail);
 }
 
 [[noreturn]] void refuse_value(const std::string& detail) {
-    throw CimError{CMPI_RC_ERR_INVALID_PARAMETER, detail};
+    throw CimError(CMPI_RC_ERR_INVALID_PARAMETER, detail);
 }
 
 std::string_view name_of(const pugi::xml_node& node) {
@@ -77,7 +74,7 @@ unsigned minor_version(const std::string& version, char major, const char* cimEr
     const bool fits = version.size() >= 3 && version[0] == major && version[1] == '.';
     // A revision may follow: 2.3.1.
     const auto read = std::from_chars(version.data() + (fits ? 2 : 0), end, minor);
-    if (!fits || read.ec != std::errc()) throw HttpError{NOT_IMPLEMENTED, cimError, "version " + version};
+    if (!fits || read.ec != std::errc()) throw HttpError(NOT_IMPLEMENTED, cimError, "version " + version);
     return minor;
 }
 
@@ -158,7 +155,7 @@ class ObjectReader {
             } else if (kind == "numeric") {
                 value = parse_number(text);
             } else {
-                throw HttpError{BAD_REQUEST, "request-not-valid", "a key of kind " + std::string(kind)};
+                throw HttpError(BAD_REQUEST, "request-not-valid", "a key of kind " + std::string(kind));
             }
         }
         if (!value) refuse_value("key value " + text + " is not of its type");
@@ -266,12 +263,12 @@ ParameterValue read_parameter(const pugi::xml_node& holder, const std::string& n
 
 CimXmlRequest::CimXmlRequest(const std::string& text) : document_(std::make_unique<Document>()) {
     constexpr auto NOT_WELL_FORMED = "request-not-well-formed";
-    if (const auto wrong = find_ill_formed(text)) throw HttpError{BAD_REQUEST, NOT_WELL_FORMED, *wrong};
+    if (const auto wrong = find_ill_formed(text)) throw HttpError(BAD_REQUEST, NOT_WELL_FORMED, *wrong);
     constexpr unsigned OPTIONS = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol |
                                  pugi::parse_ws_pcdata | pugi::parse_wconv_attribute;
     const pugi::xml_parse_result parsed =
         document_->xml.load_buffer(text.data(), text.size(), OPTIONS, pugi::encoding_utf8);
-    if (!parsed) throw HttpError{BAD_REQUEST, NOT_WELL_FORMED, parsed.description()};
+    if (!parsed) throw HttpError(BAD_REQUEST, NOT_WELL_FORMED, parsed.description());
 
     const pugi::xml_node cim = document_->xml.document_element();
     if (name_of(cim) != "CIM") refuse("the document element is not CIM");
@@ -287,7 +284,7 @@ CimXmlRequest::CimXmlRequest(const std::string& text) : document_(std::make_uniq
 
     const pugi::xml_node request = only_element_of(message);
     if (name_of(request) == "MULTIREQ") {
-        throw HttpError{NOT_IMPLEMENTED, "multiple-requests-unsupported", "one operation a request, please"};
+        throw HttpError(NOT_IMPLEMENTED, "multiple-requests-unsupported", "one operation a request, please");
     }
     if (name_of(request) != "SIMPLEREQ") refuse("MESSAGE does not hold SIMPLEREQ");
     for (const pugi::xml_node& element : elements_of(request)) {

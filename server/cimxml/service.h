@@ -8,11 +8,12 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "server/cimxml/operation_parameters.h"
-#include "server/cimxml/writer.h"
+#include "server/cimxml/reader.h"
 #include "server/http/message.h"
+#include "server/model/request.h"
 #include "server/provider/operations.h"
 
 namespace cimserver {
@@ -31,29 +32,8 @@ class CimXmlService {
     HttpReply answer(const HttpRequest& request) const;
 
   private:
-    struct Call; // one operation of one request
-
-    std::string run_operation(const HttpRequest& http, const CimXmlRequest& request) const;
-    bool serves_name_space(const std::string& nameSpace) const;
-    void report(const Call& call, const Outcome& outcome) const;
-
-    std::string enumerate_instances(Call& call) const;
-    std::string enumerate_instance_names(Call& call) const;
-    std::string get_instance(Call& call) const;
-    std::string create_instance(Call& call) const;
-    std::string modify_instance(Call& call) const;
-    std::string delete_instance(Call& call) const;
-    std::string exec_query(Call& call) const;
-    std::string associators(Call& call) const;
-    std::string associator_names(Call& call) const;
-    std::string references(Call& call) const;
-    std::string reference_names(Call& call) const;
-
-    template <typename Run>
-    std::string respond(Call& call, ObjectForm form, Run run) const;
-
-    using Handler = std::string (CimXmlService::*)(Call&) const;
-    static Handler handler_of(std::string_view method);
+    std::string run_operation(const HttpRequest& http, const CimXmlRequest& message) const;
+    void report(const CimXmlRequest& message, const Request& request, const Outcome& outcome) const;
 
     const Operations& operations_;
     Settings settings_;

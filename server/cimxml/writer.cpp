@@ -1,5 +1,10 @@
 #include "server/cimxml/writer.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
 #include "server/cimxml/types.h"
 #include "server/model/naming.h"
 #include "server/model/text.h"
@@ -49,6 +54,7 @@ void ObjectWriter::deliver(const Instance& delivered) {
             break;
         case ObjectForm::InstanceName:
         case ObjectForm::ObjectPath:
+        case ObjectForm::Nothing:
             break;
     }
 }
@@ -66,7 +72,7 @@ void ObjectWriter::deliver(const ObjectPath& path) {
 void ObjectWriter::instance(const Instance& written) {
     xml_.open("INSTANCE", {{"CLASSNAME", written.path.className}});
     for (const NamedValue& entry : written.properties.all()) {
-        if (!options_.wanted || contains_name(*options_.wanted, entry.name)) property(entry);
+        if (!options_.wanted || options_.wanted->contains(entry.name)) property(entry);
     }
     xml_.close("INSTANCE");
 }
@@ -211,9 +217,8 @@ std::string empty_response(const ResponseFrame& frame) {
 std::string error_response(const ResponseFrame& frame, const CimError& error) {
     const CMPIrc code = cim_error_code(error.code);
     XmlWriter xml;
-    xml.empty("ERROR",
-              {{"CODE", std::to_string(static_cast<int>(code))},
-               {"DESCRIPTION", error.description.empty() ? cim_error_name(code) : error.description}});
+    xml.empty("ERROR", {{"CODE", std::to_string(static_cast<int>(code))},
+                        {"DESCRIPTION", *error.what() != 0 ? error.what() : cim_error_name(code)}});
     return response(frame, xml.result());
 }
 

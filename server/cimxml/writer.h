@@ -2,21 +2,24 @@
 #ifndef KESTO_SERVER_CIMXML_WRITER_H
 #define KESTO_SERVER_CIMXML_WRITER_H
 
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "server/cimxml/errors.h"
 #include "server/cimxml/xml_writer.h"
+#include "server/model/cim_model.h"
 #include "server/model/result_sink.h"
-#include "server/provider/provider_calls.h"
+#include "server/model/text.h"
 
 namespace cimserver {
 
 struct WriteOptions {
-    std::string host;      // of objects whose path does not tell
-    std::string nameSpace; // of objects whose path does not tell
+    std::string host;      // of objects whose path names none
+    std::string nameSpace; // of objects whose path names none
     bool typedKeys = false;
     bool classOrigin = false;
-    PropertyNames wanted;
+    std::optional<NameSet> wanted; // without it, all properties
 };
 
 // The element that an operation returns its objects in.
@@ -27,6 +30,7 @@ enum class ObjectForm {
     ObjectWithPath, // VALUE.OBJECTWITHPATH
     ObjectPath,     // OBJECTPATH
     Object,         // VALUE.OBJECT
+    Nothing,        // the operation returns none
 };
 
 // Writes each object into the answer as it comes. A form that is a name takes names only, the others take

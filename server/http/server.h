@@ -6,15 +6,16 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 #include "server/http/message.h"
+#include "server/model/error.h"
 
 namespace cimserver {
 
-class HttpServerError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
+class HttpServerError : public Error {
+  public:
+    using Error::Error;
 };
 
 class HttpServer {

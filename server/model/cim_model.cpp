@@ -92,24 +92,20 @@ const Instance* Value::as_instance() const {
 }
 
 void NamedValues::set(std::string_view name, Value value, std::string_view origin) {
-    const auto known = std::find_if(values_.begin(), values_.end(),
-                                    [name](const NamedValue& entry) { return same_name(entry.name, name); });
-    if (known == values_.end()) {
+    const auto known = positions_.find(name);
+    if (known == positions_.end()) {
+        positions_.emplace(name, values_.size());
         values_.push_back({std::string(name), std::move(value), std::string(origin)});
     } else {
-        known->value = std::move(value);
-        if (!origin.empty()) known->origin = origin;
+        NamedValue& entry = values_[known->second];
+        entry.value = std::move(value);
+        if (!origin.empty()) entry.origin = origin;
     }
 }
 
-void NamedValues::remove(std::string_view name) {
-    std::erase_if(values_, [name](const NamedValue& entry) { return same_name(entry.name, name); });
-}
-
 const NamedValue* NamedValues::find(std::string_view name) const {
-    const auto known = std::find_if(values_.begin(), values_.end(),
-                                    [name](const NamedValue& entry) { return same_name(entry.name, name); });
-    return known == values_.end() ? nullptr : &*known;
+    const auto known = positions_.find(name);
+    return known == positions_.end() ? nullptr : &values_[known->second];
 }
 
 std::string ObjectPath::to_string() const {
@@ -130,23 +126,17 @@ bool contains_name(const std::vector<std::string>& names, std::string_view name)
                        [name](const auto& entry) { return same_name(entry, name); });
 }
 
-bool PropertyFilter::lets(std::string_view name) const {
-    return contains_name(wanted, name) || contains_name(keys, name);
-}
-
 void Instance::set(std::string_view name, Value value, std::string_view origin) {
-    NamedValues& place = !filter || filter->lets(name) ? properties : filteredOut;
+    NamedValues& place = !filter || filter->contains(name) ? properties : filteredOut;
     place.set(name, std::move(value), origin);
 }
 
-void Instance::apply_filter(std::optional<PropertyFilter> newFilter) {
+void Instance::apply_filter(std::optional<NameSet> newFilter) {
     filter = std::move(newFilter);
     if (!filter) return;
-    const std::vector<NamedValue> before = properties.all();
-    for (const NamedValue& property : before) {
-        if (filter->lets(property.name)) continue;
-        filteredOut.set(property.name, property.value, property.origin);
-        properties.remove(property.name);
+    const NamedValues before = std::exchange(properties, {});
+    for (const NamedValue& property : before.all()) {
+        set(property.name, property.value, property.origin);
     }
 }
 

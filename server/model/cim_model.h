@@ -8,13 +8,18 @@
 
 #include <cmpidt.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
+
+#include "server/model/text.h"
 
 namespace cimserver {
 
@@ -61,7 +66,7 @@ struct Value {
 struct NamedValue {
     std::string name;
     Value value;
-    std::string origin; // class that declared it, when the provider told
+    std::string origin; // class that declared it, when the provider named it
 };
 
 // A list of named values in which a name, compared without case, occurs once: setting it again replaces the
@@ -69,7 +74,6 @@ struct NamedValue {
 class NamedValues {
   public:
     void set(std::string_view name, Value value, std::string_view origin = {});
-    void remove(std::string_view name);
     const NamedValue* find(std::string_view name) const;
     const std::vector<NamedValue>& all() const { return values_; }
     std::size_t size() const { return values_.size(); }
@@ -77,6 +81,7 @@ class NamedValues {
 
   private:
     std::vector<NamedValue> values_;
+    std::map<std::string, std::size_t, NameOrder> positions_; // requests may bring thousands of names
 };
 
 struct ObjectPath {
@@ -88,21 +93,14 @@ struct ObjectPath {
     std::string to_string() const; // //host/namespace:Class.Key="value",Ref=(...)
 };
 
-// The properties that a request wants of an instance.
-struct PropertyFilter {
-    std::vector<std::string> wanted;
-    std::vector<std::string> keys; // kept whatever is wanted
-    bool lets(std::string_view name) const;
-};
-
 struct Instance {
     ObjectPath path;
     NamedValues properties;
     NamedValues filteredOut; // set by the provider but kept back by the filter; they still name the instance
-    std::optional<PropertyFilter> filter;
+    std::optional<NameSet> filter; // the properties that it may have, keys included; without it, any
 
     void set(std::string_view name, Value value, std::string_view origin = {});
-    void apply_filter(std::optional<PropertyFilter> newFilter);
+    void apply_filter(std::optional<NameSet> newFilter);
     std::string to_string() const;
 };
 

@@ -2,6 +2,8 @@
 #ifndef KESTO_SERVER_MODEL_TEXT_H
 #define KESTO_SERVER_MODEL_TEXT_H
 
+#include <cstddef>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -10,6 +12,15 @@ namespace cimserver {
 // CIM names (classes, properties, keys, parameters, namespaces) compare without case, in ASCII only.
 bool same_name(std::string_view a, std::string_view b);
 std::string lower_cased(std::string_view name);
+
+// Names in an order that does not see case either, for sets and maps of them.
+struct NameOrder {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const;
+};
+using NameSet = std::set<std::string, NameOrder>;
+
+// Without the blanks at both ends.
 std::string_view trimmed(std::string_view text);
 
 // One decoded character of a UTF-8 text. `valid` is false for a malformed sequence, which then takes the

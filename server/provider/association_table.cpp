@@ -1,7 +1,13 @@
 #include "server/provider/association_table.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <sstream>
+#include <utility>
 
 #include "server/model/cim_model.h"
 #include "server/model/text.h"
@@ -9,34 +15,6 @@
 namespace cimserver {
 
 namespace {
-
-// The FCIP provider. Two names stand here for the sake of one operation each, because that operation knows
-// its association by that name only: the references of a TCP endpoint to its FCIP endpoint, and the
-// associator names of an Ethernet port to its statistics.
-constexpr std::string_view FCIP_PROVIDER = "FCIPProvider";
-constexpr std::string_view FCIP_ASSOCIATIONS = R"(
-    KESTO_FCIPElementSettingData: KESTO_FCIPProtocolEndPoint KESTO_FCIPSettings
-    KESTO_FCIPTCPEndpoint: KESTO_FCIPProtocolEndPoint KESTO_TCPProtocolEndPoint
-    KESTO_FCIPTCPEnpoint: KESTO_TCPProtocolEndPoint
-    KESTO_SANFCIPEndpoint: KESTO_FCIPProtocolEndPoint KESTO_RemoteFCIPPort
-    KESTO_FCPortProtocolEndPoint: KESTO_FCIPProtocolEndPoint
-    KESTO_FCIPPEBasedOn: KESTO_FCIPProtocolEndPoint KESTO_FCIPProfile
-    KESTO_SwitchHostedFCIPAccessPoint: KESTO_FCIPProtocolEndPoint
-    KESTO_IPElementSettingData: KESTO_IPProtocolEndPoint KESTO_IPSettings
-    KESTO_IPEndPointStatisticalData: KESTO_IPProtocolEndPoint KESTO_IPEndPointStatistics
-    KESTO_TCPIPEndpoint: KESTO_IPProtocolEndPoint KESTO_TCPProtocolEndPoint
-    KESTO_IPEthernetEndpoint: KESTO_IPProtocolEndPoint KESTO_LANEndPoint
-    KESTO_SwitchHostedIPAccessPoint: KESTO_IPProtocolEndPoint
-    KESTO_SANIPEndpoint: KESTO_IPProtocolEndPoint KESTO_RemoteIPServiceAccessPoint
-    KESTO_TCPEndPointStatisticalData: KESTO_TCPProtocolEndPoint KESTO_TCPEndPointStatistics
-    KESTO_SwitchHostedTCPAccessPoint: KESTO_TCPProtocolEndPoint
-    KESTO_SANTCPEndpoint: KESTO_TCPProtocolEndPoint KESTO_RemoteTCPPort
-    KESTO_TCPElementSettingData: KESTO_TCPProtocolEndPoint KESTO_TCPSettings
-    KESTO_EthernetPortProtocolEndpoint: KESTO_LANEndPoint KESTO_EthernetPort
-    CIM_HostedAccessPoint: KESTO_LANEndPoint
-    KESTO_EthernetPortStatisticalData: KESTO_EthernetPort KESTO_EthernetPortStatistics
-    KESTO_EthernetPortStatistics: KESTO_EthernetPort
-)";
 
 bool is_name(std::string_view text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
@@ -71,17 +49,22 @@ AssociationTable AssociationTable::read(std::istream& text, const std::string& f
     return AssociationTable(std::move(rows));
 }
 
-AssociationTable AssociationTable::built_in(std::string_view providerName) {
-    if (providerName != FCIP_PROVIDER) return {};
-    std::istringstream text{std::string(FCIP_ASSOCIATIONS)};
-    return read(text, std::string(providerName));
+AssociationTable AssociationTable::read_file(const std::string& fileName) {
+    if (std::filesystem::is_directory(fileName)) {
+        throw AssociationTableError(fileName + " is a directory, no table of associations");
+    }
+    std::ifstream file(fileName);
+    const int reason = errno;
+    if (!file) throw AssociationTableError("cannot read " + fileName + ": " + std::strerror(reason));
+    return read(file, fileName);
 }
 
 std::vector<std::string> AssociationTable::from(std::string_view sourceClass) const {
     std::vector<std::string> associations;
     for (const Row& row : rows_) {
-        if (row.sources.empty() || contains_name(row.sources, sourceClass))
+        if (row.sources.empty() || contains_name(row.sources, sourceClass)) {
             associations.push_back(row.association);
+        }
     }
     return associations;
 }

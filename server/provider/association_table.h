@@ -1,21 +1,24 @@
 // The association classes that a provider knows, and the classes that can be their source.
 //
-// A CMPI provider may insist on being told the association class of a traversal, but browsers ask without
-// one. The server then asks once for each class that this table allows for the source. The sources are part
-// of the table because a provider may answer a class that it does not know with something else than nothing.
+// A CMPI provider may insist on the association class of a traversal, but browsers ask without one. The
+// server then asks once for each class that this table allows for the source. The sources are part of the
+// table because a provider may answer a class that it does not know with something else than nothing.
 #ifndef KESTO_SERVER_PROVIDER_ASSOCIATION_TABLE_H
 #define KESTO_SERVER_PROVIDER_ASSOCIATION_TABLE_H
 
 #include <istream>
-#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "server/model/error.h"
 
 namespace cimserver {
 
-class AssociationTableError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
+class AssociationTableError : public Error {
+  public:
+    using Error::Error;
 };
 
 class AssociationTable {
@@ -29,12 +32,11 @@ class AssociationTable {
     explicit AssociationTable(std::vector<Row> rows) : rows_(std::move(rows)) {}
 
     // One association class a line: "Association: Source Source ...", or just "Association" for any source.
-    // Blank lines and lines that start with # do not count.
+    // Blank lines and lines that start with # do not count. Throws AssociationTableError.
     static AssociationTable read(std::istream& text, const std::string& fileName);
 
-    // The table that comes with the server for the named provider; empty for a provider that it does not
-    // know.
-    static AssociationTable built_in(std::string_view providerName);
+    // The same from a file. Throws AssociationTableError for one that cannot be read, too.
+    static AssociationTable read_file(const std::string& fileName);
 
     bool empty() const { return rows_.empty(); }
     const std::vector<Row>& rows() const { return rows_; }

@@ -6,16 +6,18 @@
 #include <cmpift.h>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
+
+#include "server/model/error.h"
 
 namespace cimserver {
 
 class Broker;
 
 // The library cannot be loaded, or is not a provider of that name.
-class ProviderError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
+class ProviderError : public Error {
+  public:
+    using Error::Error;
 };
 
 // Loads the library, asks its factories <name>_Create_InstanceMI and <name>_Create_AssociationMI for their

@@ -1,10 +1,16 @@
 #include "server/provider/traversal.h"
 
 #include <algorithm>
-#include <map>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
+#include "server/model/cim_model.h"
 #include "server/model/naming.h"
 #include "server/model/text.h"
+#include "server/provider/provider_call.h"
 
 namespace cimserver {
 
@@ -68,19 +74,23 @@ class Passing : public ResultSink {
 bool refers_to(const NamedValue& key, const std::optional<std::string>& role, const ObjectPath& object) {
     if (role && !same_name(key.name, *role)) return false;
     const ObjectPath* end = key.value.as_reference();
-    return (end != nullptr) && may_be_same_object(*end, object);
+    return end != nullptr && may_be_same_object(*end, object);
 }
 
-// Tells whether the source and a far end play the roles that a client asks for in one association class.
+// Finds out whether the source and a far end play the roles that a request for the associators of one
+// association class asks for.
 class Roles {
   public:
-    Roles(const Traversal& traversal, const AssociatorFilter& filter)
-        : traversal_(traversal), filter_(filter) {}
+    Roles(const Provider& provider, const Request& request) : provider_(provider), request_(request) {}
 
     bool let_pass(const ObjectPath& farEnd) {
-        const auto joins = [&](const ObjectPath& link) { return joins_in_roles(link, farEnd); };
-        const auto mentions = [&](const ObjectPath& link) { return joins_at_all(link, farEnd); };
-        if (!sourceLinks_) sourceLinks_ = links_of(traversal_.source);
+        const auto joins = [&](const ObjectPath& link) {
+            return joins_in(link, request_.role, farEnd, request_.resultRole);
+        };
+        const auto mentions = [&](const ObjectPath& link) {
+            return joins_in(link, std::nullopt, farEnd, std::nullopt);
+        };
+        if (!sourceLinks_) sourceLinks_ = links_of(request_.target);
         if (std::any_of(sourceLinks_->begin(), sourceLinks_->end(), joins)) return true;
         if (std::any_of(sourceLinks_->begin(), sourceLinks_->end(), mentions)) return false;
         const std::vector<ObjectPath> farLinks = links_of(farEnd);
@@ -90,78 +100,59 @@ class Roles {
   private:
     // The association objects of the class at one end, by their names, or else by the references they hold.
     std::vector<ObjectPath> links_of(const ObjectPath& end) const {
-        const ReferenceFilter reference{filter_.associationClass, std::nullopt};
+        Request links{.operation = Operation::ReferenceNames,
+                      .context = request_.context,
+                      .target = end,
+                      .associationClass = request_.associationClass};
         Collector found;
-        traversal_.provider.reference_names(traversal_.context, end, reference, found);
+        call_provider(provider_, links, found);
         if (!found.paths.empty()) return found.paths;
-        traversal_.provider.references(traversal_.context, end, reference, std::nullopt, found);
+        links.operation = Operation::References;
+        call_provider(provider_, links, found);
         for (const Instance& instance : found.instances) {
             found.paths.push_back(named_path(instance));
         }
         return found.paths;
     }
 
-    bool joins_in_roles(const ObjectPath& link, const ObjectPath& farEnd) const {
-        return joins(link, filter_.role, farEnd, filter_.resultRole);
-    }
-
-    bool joins_at_all(const ObjectPath& link, const ObjectPath& farEnd) const {
-        return joins(link, std::nullopt, farEnd, std::nullopt);
-    }
-
-    bool joins(const ObjectPath& link, const std::optional<std::string>& role, const ObjectPath& farEnd,
-               const std::optional<std::string>& resultRole) const {
+    bool joins_in(const ObjectPath& link, const std::optional<std::string>& role, const ObjectPath& farEnd,
+                  const std::optional<std::string>& resultRole) const {
         const auto& keys = link.keys.all();
         return std::any_of(keys.begin(), keys.end(), [&](const NamedValue& near) {
-            return refers_to(near, role, traversal_.source) &&
+            return refers_to(near, role, request_.target) &&
                    std::any_of(keys.begin(), keys.end(), [&](const NamedValue& far) {
                        return &far != &near && refers_to(far, resultRole, farEnd);
                    });
         });
     }
 
-    const Traversal& traversal_;
-    const AssociatorFilter& filter_;
+    const Provider& provider_;
+    const Request& request_;
     std::optional<std::vector<ObjectPath>> sourceLinks_;
 };
 
-// The association classes to ask the provider for. It is asked with none at all only where no table tells
-// which ones there are.
-std::vector<std::optional<std::string>> classes_to_ask(const Traversal& traversal,
-                                                       const std::optional<std::string>& named) {
-    if (named || traversal.associations.empty()) return {named};
-    std::vector<std::optional<std::string>> classes;
-    for (std::string& association : traversal.associations.from(traversal.source.className)) {
-        classes.emplace_back(std::move(association));
-    }
-    return classes;
+bool asks_for_far_ends(const Request& request) {
+    return request.operation == Operation::Associators || request.operation == Operation::AssociatorNames;
 }
 
-// Asks for each class in turn. The first error ends it: part of an answer would look like all of it.
-template <typename Filter, typename AskOne>
-Outcome ask_for_each(const Traversal& traversal, const Filter& filter, AskOne askOne) {
-    Outcome total;
-    for (const auto& association : classes_to_ask(traversal, filter.associationClass)) {
-        Filter one = filter;
-        one.associationClass = association;
-        Outcome outcome = askOne(one);
-        outcome.delivered += total.delivered;
-        outcome.ignored += total.ignored;
-        total = std::move(outcome);
-        if (!total.ok()) break;
+// A far end passes the filter by class, an association object the filter by the source's role in it.
+bool is_result(const Request& request, const ObjectPath& path) {
+    if (asks_for_far_ends(request)) {
+        return !request.resultClass || same_name(path.className, *request.resultClass);
     }
-    return total;
+    const auto& ends = path.keys.all();
+    return !request.role || std::any_of(ends.begin(), ends.end(), [&](const NamedValue& end) {
+        return refers_to(end, request.role, request.target);
+    });
 }
 
 // The provider is called again to learn the roles, so its results have to wait until its operation has
 // returned.
-Outcome ask_with_roles(const Traversal& traversal, const AssociatorFilter& filter,
-                       const std::function<Outcome(const AssociatorFilter&, ResultSink&)>& ask,
-                       ResultSink& sink) {
+Outcome ask_with_roles(const Provider& provider, const Request& request, ResultSink& sink) {
     Collector waiting;
-    Outcome outcome = ask(filter, waiting);
+    Outcome outcome = call_provider(provider, request, waiting);
     if (!outcome.ok()) return outcome;
-    Roles roles(traversal, filter);
+    Roles roles(provider, request);
     Passing passing(sink, [&roles](const ObjectPath& path) { return roles.let_pass(path); });
     for (const ObjectPath& path : waiting.paths) {
         passing.deliver(path);
@@ -172,31 +163,38 @@ Outcome ask_with_roles(const Traversal& traversal, const AssociatorFilter& filte
     return outcome;
 }
 
-} // namespace
-
-Outcome traverse(const Traversal& traversal, const AssociatorFilter& filter,
-                 const std::function<Outcome(const AssociatorFilter&, ResultSink&)>& ask, ResultSink& sink) {
-    Distinct distinct(sink);
-    ResultSink& merged = filter.associationClass ? sink : distinct;
-    Passing ofClass(merged, [&filter](const ObjectPath& path) {
-        return !filter.resultClass || same_name(path.className, *filter.resultClass);
-    });
-    return ask_for_each(traversal, filter, [&](const AssociatorFilter& one) {
-        return one.role || one.resultRole ? ask_with_roles(traversal, one, ask, ofClass) : ask(one, ofClass);
-    });
+// The association classes to ask the provider for. It is asked with none at all only where no table shows
+// which ones there are.
+std::vector<std::optional<std::string>> classes_to_ask(const AssociationTable& associations,
+                                                       const Request& request) {
+    if (request.associationClass || associations.empty()) return {request.associationClass};
+    std::vector<std::optional<std::string>> classes;
+    for (std::string& association : associations.from(request.target.className)) {
+        classes.emplace_back(std::move(association));
+    }
+    return classes;
 }
 
-Outcome traverse(const Traversal& traversal, const ReferenceFilter& filter,
-                 const std::function<Outcome(const ReferenceFilter&, ResultSink&)>& ask, ResultSink& sink) {
+} // namespace
+
+Outcome traverse(const Provider& provider, const AssociationTable& associations, const Request& request,
+                 ResultSink& sink) {
     Distinct distinct(sink);
-    ResultSink& merged = filter.associationClass ? sink : distinct;
-    Passing inRole(merged, [&](const ObjectPath& association) {
-        const auto& ends = association.keys.all();
-        return !filter.role || std::any_of(ends.begin(), ends.end(), [&](const NamedValue& end) {
-            return refers_to(end, filter.role, traversal.source);
-        });
-    });
-    return ask_for_each(traversal, filter, [&](const ReferenceFilter& one) { return ask(one, inRole); });
+    Passing results(request.associationClass ? sink : distinct,
+                    [&request](const ObjectPath& path) { return is_result(request, path); });
+    const bool byRoles = asks_for_far_ends(request) && (request.role || request.resultRole);
+    Outcome total;
+    Request one = request;
+    for (const auto& association : classes_to_ask(associations, request)) {
+        one.associationClass = association;
+        Outcome outcome =
+            byRoles ? ask_with_roles(provider, one, results) : call_provider(provider, one, results);
+        outcome.delivered += total.delivered;
+        outcome.ignored += total.ignored;
+        total = std::move(outcome);
+        if (!total.ok()) break; // part of an answer would look like all of it
+    }
+    return total;
 }
 
 } // namespace cimserver

@@ -34,15 +34,17 @@ TEST(AssociationTable, RefusesWhatIsNoTableAndSaysWhere) {
     }
 }
 
-TEST(AssociationTable, ComesWithTheTableOfTheFcipProviderOnly) {
-    EXPECT_TRUE(AssociationTable::built_in("AnotherProvider").empty());
-    const AssociationTable table = AssociationTable::built_in("FCIPProvider");
-    EXPECT_EQ(table.rows().size(), 21U);
-    EXPECT_EQ(table.from("KESTO_FCIPSettings"), std::vector<std::string>{"KESTO_FCIPElementSettingData"});
-    EXPECT_EQ(table.from("kesto_lanendpoint"),
-              (std::vector<std::string>{"KESTO_IPEthernetEndpoint", "KESTO_EthernetPortProtocolEndpoint",
-                                        "CIM_HostedAccessPoint"}));
-    EXPECT_TRUE(table.from("KESTO_LogicalComputerSystem").empty());
+TEST(AssociationTable, RefusesAFileThatCannotBeRead) {
+    const auto message = [](const std::string& file) {
+        try {
+            AssociationTable::read_file(file);
+            return std::string("read");
+        } catch (const AssociationTableError& error) {
+            return std::string(error.what());
+        }
+    };
+    EXPECT_EQ(message("/tmp"), "/tmp is a directory, no table of associations");
+    EXPECT_EQ(message("/nonexistent"), "cannot read /nonexistent: No such file or directory");
 }
 
 } // namespace

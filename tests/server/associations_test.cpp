@@ -153,8 +153,7 @@ TEST_F(Associations, PropertyListsLimitInstances) {
 
 TEST_F(Associations, AProviderWithoutAssociationsDoesNotSupportThem) {
     const cimserver::Provider instancesOnly(PROBE_PROVIDER, "InstancesOnly", broker);
-    const cimserver::ProviderCalls instanceCalls(instancesOnly);
-    const cimserver::Operations bare(instanceCalls, {});
+    const cimserver::Operations bare(instancesOnly, {});
     const cimserver::CimXmlService limited(bare, {{"root/cimv2"}, "testhost", {}});
     const auto reply = limited.answer(
         post(imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one"))), "AssociatorNames"));
@@ -162,7 +161,7 @@ TEST_F(Associations, AProviderWithoutAssociationsDoesNotSupportThem) {
 }
 
 TEST_F(Associations, WithoutATableTheProviderIsAskedOnceWithoutAClass) {
-    const cimserver::Operations tableless(calls, {});
+    const cimserver::Operations tableless(provider, {});
     const cimserver::CimXmlService limited(tableless, {{"root/cimv2"}, "testhost", {}});
     const auto reply = limited.answer(
         post(imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one"))), "AssociatorNames"));

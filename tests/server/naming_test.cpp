@@ -56,7 +56,7 @@ TEST(Naming, AnAssociationIsNamedByItsReferences) {
 
 TEST(Naming, PropertiesKeptBackByAFilterStillName) {
     Instance filtered = instance({"InstanceID", "Colour"});
-    filtered.apply_filter(PropertyFilter{{"Colour"}, {}});
+    filtered.apply_filter(NameSet{"Colour"});
     EXPECT_EQ(filtered.properties.size(), 1U);
     EXPECT_EQ(keys_of(filtered), List{"InstanceID"});
 }

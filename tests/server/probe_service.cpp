@@ -5,15 +5,15 @@ using namespace cimserver;
 ProbeService::ProbeService()
     : broker([this](const std::string& line) { logged.push_back(line); }),
       provider(PROBE_PROVIDER, "Probe", broker),
-      calls(provider),
-      operations(calls, AssociationTable({{"Probe_Link", {"Probe_Thing"}},
-                                          {"Probe_Twin", {"Probe_Thing"}},
-                                          {"Probe_Part", {"Probe_Thing", "Probe_Piece"}},
-                                          {"Probe_Denied", {}}})),
+      operations(provider, AssociationTable({{"Probe_Link", {"Probe_Thing"}},
+                                             {"Probe_Twin", {"Probe_Thing"}},
+                                             {"Probe_Part", {"Probe_Thing", "Probe_Piece"}},
+                                             {"Probe_Denied", {}}})),
       service(operations, {{"root/cimv2", "root/Other"}, "testhost", [this](const std::string& line) {
                                reported.push_back(line);
                            }}) {
-    broker.serve(&operations);
+    broker.serve(
+        [this](const Request& request, ResultSink& sink) { return operations.perform(request, sink); });
 }
 
 Response ProbeService::ask(const std::string& method, const std::string& parameters) const {

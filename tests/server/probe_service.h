@@ -23,7 +23,6 @@ class ProbeService : public testing::Test {
     std::vector<std::string> reported;
     cimserver::Broker broker;
     cimserver::Provider provider;
-    cimserver::ProviderCalls calls;
     cimserver::Operations operations;
     cimserver::CimXmlService service;
 };

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <future>
@@ -36,7 +37,7 @@ class Program : public testing::Test {
             kill(process, SIGKILL);
             wait_for_end();
         }
-        for (const char* file : {"out", "err", "log", "table"})
+        for (const char* file : {"out", "err", "log", "table", "Probe.associations", "libprobe.so"})
             unlink((folder + "/" + file).c_str());
         rmdir(folder.c_str());
     }
@@ -58,8 +59,10 @@ class Program : public testing::Test {
 
     // Serves the probe provider on a free port and waits until it does.
     void serve(std::vector<std::string> arguments = {}) {
-        arguments.insert(arguments.begin(),
-                         {"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--port", "0"});
+        if (std::find(arguments.begin(), arguments.end(), "--provider") == arguments.end()) {
+            arguments.insert(arguments.begin(), {"--provider", PROBE_PROVIDER});
+        }
+        arguments.insert(arguments.begin(), {"--provider-name", "Probe", "--port", "0"});
         start(arguments);
         for (int i = 0; i < 1000 && port == 0; ++i) {
             const std::string out = content_of(file("out"));
@@ -76,6 +79,13 @@ class Program : public testing::Test {
     Response ask_class(const std::string& method, const std::string& name) const {
         const std::string body = imethod_call(method, parameter("ClassName", class_name(name)));
         return Response(exchange(port, post(body, method)).body);
+    }
+
+    // The class that a traversal without an association class leads to.
+    std::string far_end_of_thing_one() const {
+        const std::string body = imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one")));
+        return Response(exchange(port, post(body, "AssociatorNames")).body)
+            .text("//OBJECTPATH//INSTANCENAME/@CLASSNAME");
     }
 
     // The exit status, or minus the signal.
@@ -224,10 +234,14 @@ TEST_F(Program, ServesTheNamespacesOfTheCommandLine) {
 TEST_F(Program, TakesTheAssociationsOfAFile) {
     std::ofstream(file("table")) << "# the probe's\nProbe_Part: Probe_Thing\n";
     serve({"--associations", file("table")});
-    const std::string body = imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one")));
-    EXPECT_EQ(Response(exchange(port, post(body, "AssociatorNames")).body)
-                  .text("//OBJECTPATH//INSTANCENAME/@CLASSNAME"),
-              "Probe_Piece");
+    EXPECT_EQ(far_end_of_thing_one(), "Probe_Piece");
+}
+
+TEST_F(Program, TakesTheAssociationsBesideItsProvider) {
+    ASSERT_EQ(symlink(PROBE_PROVIDER, file("libprobe.so").c_str()), 0);
+    std::ofstream(file("Probe.associations")) << "Probe_Part: Probe_Thing\n";
+    serve({"--provider", file("libprobe.so")});
+    EXPECT_EQ(far_end_of_thing_one(), "Probe_Piece");
 }
 
 TEST_F(Program, RefusesToListenBeyondLoopback) {
