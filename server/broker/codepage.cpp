@@ -1,99 +1,87 @@
 #include "server/broker/codepage.h"
 
-#include <algorithm>
+#include <iconv.h>
+
+#include <bit>
+#include <cstddef>
 #include <cstring>
 
 #include "server/broker/encapsulated.h"
 #include "server/broker/request_pool.h"
-#include "server/model/text.h"
 
 namespace cimserver {
 
 namespace {
 
-char* pooled_copy(const void* data, std::size_t size) {
-    void* copy = RequestPool::current().allocate(size);
-    if (copy != nullptr) std::memcpy(copy, data, size);
-    return static_cast<char*>(copy);
-}
+// A code page as the C library knows it, and the size of its terminating zero.
+struct Codepage {
+    const char* name;
+    std::size_t unit;
+};
 
-bool is_ascii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-char* encode_utf16(std::string_view text, CMPIStatus* rc) {
-    std::u16string units;
-    for (std::size_t at = 0; at < text.size();) {
-        const DecodedChar next = decode_utf8(text, at);
-        if (!next.valid) {
-            set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
-            return nullptr;
-        }
-        if (next.code < 0x10000) {
-            units += static_cast<char16_t>(next.code);
-        } else {
-            units += static_cast<char16_t>(0xD800U + ((next.code - 0x10000U) >> 10U));
-            units += static_cast<char16_t>(0xDC00U + ((next.code - 0x10000U) & 0x3FFU));
-        }
-        at += next.length;
+std::optional<Codepage> codepage_of(CMPICodepageID id) {
+    constexpr const char* UTF16 = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
+    switch (id) {
+        case CMPI_CPID_SYSTEM:
+            return Codepage{"UTF-8", sizeof(char)};
+        case CMPI_CPID_USASCII:
+            return Codepage{"US-ASCII", sizeof(char)};
+        case CMPI_CPID_UTF16:
+            return Codepage{UTF16, sizeof(char16_t)};
     }
-    return pooled_copy(units.c_str(), (units.size() + 1) * sizeof(char16_t));
+    return std::nullopt;
 }
 
-std::optional<std::string> decode_utf16(const char* data, CMPIStatus* rc) {
-    std::string text;
-    for (;; data += sizeof(char16_t)) {
-        char16_t unit = 0;
-        std::memcpy(&unit, data, sizeof unit);
-        if (unit == 0) return text;
-        char32_t code = unit;
-        if (unit >= 0xD800 && unit <= 0xDFFF) {
-            char16_t low = 0;
-            std::memcpy(&low, data + sizeof unit, sizeof low);
-            if (unit > 0xDBFF || low < 0xDC00 || low > 0xDFFF) {
-                set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
-                return std::nullopt;
-            }
-            code = 0x10000U + ((static_cast<char32_t>(unit) - 0xD800U) << 10U) + (low - 0xDC00U);
-            data += sizeof unit;
-        }
-        append_utf8(text, code);
+// Nothing for text that one of the two code pages cannot hold.
+std::optional<std::string> convert(const char* to, const char* from, std::string_view text) {
+    if (std::strcmp(to, from) == 0) return std::string(text);
+    const iconv_t conversion = iconv_open(to, from);
+    if (conversion == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
+    // No character takes more than four bytes, or twice as many as before.
+    std::string result(4 * text.size(), '\0');
+    auto* in = const_cast<char*>(text.data()); // iconv does not write there
+    char* out = result.data();
+    std::size_t inLeft = text.size();
+    std::size_t outLeft = result.size();
+    const bool converted = iconv(conversion, &in, &inLeft, &out, &outLeft) != static_cast<std::size_t>(-1);
+    iconv_close(conversion);
+    result.resize(result.size() - outLeft);
+    return converted ? std::optional(result) : std::nullopt;
+}
+
+// The length in bytes up to the terminating zero.
+std::size_t length_of(const char* data, std::size_t unit) {
+    constexpr char ZERO[sizeof(char16_t)] = {};
+    std::size_t length = 0;
+    while (std::memcmp(data + length, ZERO, unit) != 0) {
+        length += unit;
     }
+    return length;
 }
 
 } // namespace
 
 char* encode_for(CMPICodepageID codepage, std::string_view text, CMPIStatus* rc) {
-    set_status(rc, CMPI_RC_OK);
-    const std::string terminated(text);
-    switch (codepage) {
-        case CMPI_CPID_SYSTEM:
-            return pooled_copy(terminated.c_str(), terminated.size() + 1);
-        case CMPI_CPID_USASCII:
-            if (is_ascii(text)) return pooled_copy(terminated.c_str(), terminated.size() + 1);
-            set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
-            return nullptr;
-        case CMPI_CPID_UTF16:
-            return encode_utf16(text, rc);
+    const std::optional<Codepage> known = codepage_of(codepage);
+    set_status(rc, known ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_PARAMETER);
+    if (!known) return nullptr;
+    const std::optional<std::string> encoded = convert(known->name, "UTF-8", text);
+    if (!encoded) {
+        set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
+        return nullptr;
     }
-    set_status(rc, CMPI_RC_ERR_INVALID_PARAMETER);
-    return nullptr;
+    void* copy = RequestPool::current().allocate(encoded->size() + known->unit); // comes cleared
+    if (copy != nullptr) std::memcpy(copy, encoded->data(), encoded->size());
+    return static_cast<char*>(copy);
 }
 
 std::optional<std::string> decode_from(CMPICodepageID codepage, const char* data, CMPIStatus* rc) {
-    set_status(rc, CMPI_RC_OK);
-    switch (codepage) {
-        case CMPI_CPID_SYSTEM:
-            return std::string(data);
-        case CMPI_CPID_USASCII:
-            if (is_ascii(data)) return std::string(data);
-            set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
-            return std::nullopt;
-        case CMPI_CPID_UTF16:
-            return decode_utf16(data, rc);
-    }
-    set_status(rc, CMPI_RC_ERR_INVALID_PARAMETER);
-    return std::nullopt;
+    const std::optional<Codepage> known = codepage_of(codepage);
+    set_status(rc, known ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_PARAMETER);
+    if (!known) return std::nullopt;
+    std::optional<std::string> text = convert("UTF-8", known->name, {data, length_of(data, known->unit)});
+    if (!text) set_status(rc, CMPI_RC_ERR_NOT_IN_CODEPAGE);
+    return text;
 }
 
 } // namespace cimserver

@@ -6,12 +6,12 @@
 #ifndef KESTO_SERVER_CIMXML_READER_H
 #define KESTO_SERVER_CIMXML_READER_H
 
-#include <memory>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "server/cimxml/xml_document.h"
 #include "server/model/cim_model.h"
 
 namespace cimserver {
@@ -36,9 +36,8 @@ class CimXmlRequest {
   public:
     // Throws HttpError when the text is no request that this server can answer in CIM-XML.
     explicit CimXmlRequest(const std::string& text);
-    ~CimXmlRequest();
-    CimXmlRequest(CimXmlRequest&&) noexcept;
-    CimXmlRequest& operator=(CimXmlRequest&&) = delete;
+    CimXmlRequest(const CimXmlRequest&) = delete;
+    CimXmlRequest& operator=(const CimXmlRequest&) = delete;
 
     std::string messageId;
     bool typedKeys = false; // the client's DTD is recent enough to know the types of keys (2.3)
@@ -50,8 +49,8 @@ class CimXmlRequest {
     std::vector<Parameter> parameters() const;
 
   private:
-    struct Document;
-    std::unique_ptr<Document> document_;
+    XmlElement document_;
+    const XmlElement* call_ = nullptr; // IMETHODCALL or METHODCALL in it
 };
 
 // References in references in references: as deep as clients really nest them, and a good deal more.

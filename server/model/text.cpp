@@ -87,13 +87,4 @@ bool is_xml_char(char32_t code) {
            (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
 }
 
-bool is_xml_text(std::string_view text) {
-    for (std::size_t at = 0; at < text.size();) {
-        const DecodedChar next = decode_utf8(text, at);
-        if (!next.valid || !is_xml_char(next.code)) return false;
-        at += next.length;
-    }
-    return true;
-}
-
 } // namespace cimserver

@@ -35,8 +35,6 @@ void append_utf8(std::string& out, char32_t code);
 
 // True for the characters that an XML 1.0 document can hold.
 bool is_xml_char(char32_t code);
-// True when every byte of the text belongs to a well-formed UTF-8 sequence of an XML character.
-bool is_xml_text(std::string_view text);
 
 } // namespace cimserver
 

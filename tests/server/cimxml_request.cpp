@@ -1,8 +1,7 @@
 #include "tests/server/cimxml_request.h"
 
-#include <cstdlib>
-
-#include "server/cimxml/xml_check.h"
+#include <algorithm>
+#include <cstddef>
 
 std::string parameter(const std::string& name, const std::string& content) {
     return "<IPARAMVALUE NAME=\"" + name + "\">" + content + "</IPARAMVALUE>";
@@ -70,32 +69,4 @@ cimserver::HttpRequest post(const std::string& body, const std::string& method,
                        {"cimobject", nameSpace}};
     request.body = body;
     return request;
-}
-
-Response::Response(const std::string& body) {
-    const auto options = pugi::parse_default | pugi::parse_ws_pcdata;
-    const bool parsed = document_.load_buffer(body.data(), body.size(), options, pugi::encoding_utf8);
-    wellFormed_ = parsed && !cimserver::find_ill_formed(body);
-}
-
-std::vector<std::string> Response::texts(const std::string& xpath) const {
-    std::vector<std::string> result;
-    for (const pugi::xpath_node& found : document_.select_nodes(xpath.c_str())) {
-        result.emplace_back(found.attribute() != nullptr ? found.attribute().value()
-                                                         : found.node().text().get());
-    }
-    return result;
-}
-
-std::string Response::text(const std::string& xpath) const {
-    const std::vector<std::string> all = texts(xpath);
-    return all.empty() ? "(no " + xpath + ")" : all.front();
-}
-
-std::string Response::property(const std::string& name) const {
-    return text("(//INSTANCE)[1]/PROPERTY[@NAME='" + name + "']/VALUE");
-}
-
-int Response::error_code() const {
-    return count("//ERROR") != 0 ? std::atoi(text("//ERROR/@CODE").c_str()) : 0;
 }

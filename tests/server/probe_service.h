@@ -4,9 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "server/broker/broker.h"
 #include "server/cimxml/service.h"
+#include "server/http/message.h"
+#include "server/provider/operations.h"
+#include "server/provider/provider.h"
 #include "tests/server/cimxml_request.h"
+#include "tests/server/response.h"
 
 class ProbeService : public testing::Test {
   protected:

@@ -15,6 +15,7 @@
 
 #include "tests/server/cimxml_request.h"
 #include "tests/server/http_client.h"
+#include "tests/server/response.h"
 
 namespace {
 

@@ -22,8 +22,8 @@ TEST_F(ProviderResults, IgnoredObjectsAreReported) {
 
 TEST_F(ProviderResults, AnObjectThatIsChangedAndReturnedAgainIsWrittenAsItIsEachTime) {
     const Response response = ask_class("EnumerateInstances", "Probe_Odd");
-    EXPECT_EQ(response.count("(//INSTANCE)[1]/PROPERTY[@NAME='Size']"), 0U);
-    EXPECT_EQ(response.count("(//INSTANCE)[2]/PROPERTY[@NAME='Size']"), 1U);
+    EXPECT_EQ(response.property("Size", 0), "(no Size)");
+    EXPECT_EQ(response.property("Size", 1), "2");
 }
 
 TEST_F(ProviderResults, OnePathForALongEnumeration) {
@@ -95,9 +95,9 @@ TEST_F(ProviderResults, ReferencesEmbeddedInstancesNullsAndArraysAreWritten) {
     EXPECT_EQ(Response(response.property("anInstance")).text("/INSTANCE/PROPERTY/VALUE"), "inside");
     EXPECT_EQ(response.count("//PROPERTY[@NAME='aNull']"), 1U);
     EXPECT_EQ(response.count("//PROPERTY[@NAME='aNull']/*"), 0U);
-    EXPECT_EQ(response.texts("//PROPERTY.ARRAY[@NAME='anArray'][@TYPE='uint16']/VALUE.ARRAY/VALUE"),
-              (std::vector<std::string>{"3", "3"}));
-    EXPECT_EQ(response.count("//PROPERTY.ARRAY[@NAME='anArray']/VALUE.ARRAY/*[2][self::VALUE.NULL]"), 1U);
+    EXPECT_EQ(response.texts("//PROPERTY.ARRAY[@NAME='anArray'][@TYPE='uint16']/VALUE.ARRAY/*"),
+              (std::vector<std::string>{"3", "", "3"}));
+    EXPECT_EQ(response.count("//PROPERTY.ARRAY[@NAME='anArray']/VALUE.ARRAY/VALUE.NULL"), 1U);
     EXPECT_EQ(response.text("//PROPERTY.ARRAY[@NAME='aStringArray'][@TYPE='string']//VALUE"), "s");
 }
 
