@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The house's own rules, read from the sources: folders include one way only, no source turns the formatter off,
-# and none is long.
+# The house's own rules, read from the sources: folders include one way only, no source turns the formatter
+# off, and none is long.
 #
 # Usage: tests/structure_test.sh includes|formatter|length
 set -u
@@ -50,6 +50,12 @@ case ${1:-} in
         exit 2
         ;;
 esac
-[ "$(sources_of "${PRODUCT[@]}" | wc -l)" -gt 50 ] || { echo "the sources are not where they were" >&2; exit 2; }
+if [ "$(sources_of "${PRODUCT[@]}" | wc -l)" -lt 50 ]; then
+    echo "the sources are not where they were" >&2
+    exit 2
+fi
 found=$("$1")
-[ -z "$found" ] || { printf '%s\n' "$found"; exit 1; }
+if [ -n "$found" ]; then
+    printf '%s\n' "$found"
+    exit 1
+fi

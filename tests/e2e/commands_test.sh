@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The two commands' own manners: what they do with options that they do not know, and how the tunnels are shown.
+# The two commands' own manners: what they do with options that they do not know, and how the tunnels are
+# shown.
 set -u
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 failures=0
@@ -11,7 +12,8 @@ expect() {
     output=$("$@" 2>&1)
     actual=$?
     if [ "$actual" != "$status" ] || [[ $output != *"$text"* ]]; then
-        printf 'FAILED: %s: status %s instead of %s, or no "%s" in:\n%s\n' "$*" "$actual" "$status" "$text" "$output"
+        printf 'FAILED: %s: status %s instead of %s, or no "%s" in:\n%s\n' \
+            "$*" "$actual" "$status" "$text" "$output"
         failures=$((failures + 1))
     fi
 }
