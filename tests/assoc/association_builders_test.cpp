@@ -1,9 +1,8 @@
 // The association builders: five families that tie two object paths together, as an instance or as a path.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "include/associations.h"
@@ -13,7 +12,6 @@ using namespace golden;
 using test_support::Failure;
 using test_support::Make;
 using test_support::Object;
-using test_support::RecordedInstance;
 using test_support::RecordedPath;
 using test_support::RecordingBroker;
 using test_support::Sets;
@@ -50,11 +48,9 @@ const std::vector<Family> FAMILIES{
     {"hba_si", "System", "InstalledSoftware", hba_si_build_instance, nullptr, nullptr},
 };
 
-void PrintTo(const Family& family, std::ostream* out) {
-    *out << family.name;
-}
-
-class AssociationBuilder : public AssociationTest, public testing::WithParamInterface<Family> {
+// What a builder makes in one form.
+class AssociationBuilder : public AssociationTest,
+                           public testing::WithParamInterface<std::tuple<Form, Family>> {
   protected:
     void SetUp() override {
         AssociationTest::SetUp();
@@ -65,45 +61,34 @@ class AssociationBuilder : public AssociationTest, public testing::WithParamInte
         broker.clear_calls();
     }
 
-    const Family& family() const { return GetParam(); }
-    // The broker that makes the instance: a second one, where the builder takes it as an argument.
-    bool takes_a_broker() const { return family().instance != nullptr; }
-    RecordingBroker& instance_broker() { return takes_a_broker() ? other : broker; }
+    Form form() const { return std::get<0>(GetParam()); }
+    const Family& family() const { return std::get<1>(GetParam()); }
+    bool makes_paths() const { return form() == Form::Names; }
+    // The broker that makes the object: a second one, where the builder takes it as an argument.
+    bool takes_a_broker() const { return makes_paths() || family().instance != nullptr; }
+    RecordingBroker& maker() { return takes_a_broker() ? other : broker; }
 
-    RecordedInstance instance(const CMPIObjectPath* a, const CMPIObjectPath* b) {
-        RecordedInstance made;
-        output = test_support::printed_by([&] {
-            made = instance_broker().recorded(locked([&] {
-                return takes_a_broker() ? family().instance(CLASS, NAMESPACE, a, b, other.cmpi())
-                                        : family().ownBrokerInstance(CLASS, NAMESPACE, a, b);
-            }));
-        });
+    // The association as a path whose keys are the references, in both forms. `output` is what was printed.
+    RecordedPath make(const CMPIObjectPath* a, const CMPIObjectPath* b) {
+        RecordedPath made;
+        output = test_support::printed_by(
+            [&] { made = locked([&] { return makes_paths() ? path(a, b) : instance(a, b); }); });
         return made;
     }
     RecordedPath path(const CMPIObjectPath* a, const CMPIObjectPath* b) {
-        RecordedPath made;
-        output = test_support::printed_by([&] {
-            made =
-                other.recorded(locked([&] { return family().path(CLASS, NAMESPACE, a, b, other.cmpi()); }));
-        });
-        return made;
+        return other.recorded(family().path(CLASS, NAMESPACE, a, b, other.cmpi()));
     }
-    Sets keys() const {
-        Sets all{{family().role1, CMPI_ref, broker.recorded(first)},
-                 {family().role2, CMPI_ref, broker.recorded(second)}};
-        if (family().flags) {
-            all.push_back({"IsDefault", CMPI_uint16, 1});
-            all.push_back({"IsCurrent", CMPI_uint16, 1});
-        }
-        return all;
+    RecordedPath instance(const CMPIObjectPath* a, const CMPIObjectPath* b) {
+        const test_support::RecordedInstance made =
+            maker().recorded(takes_a_broker() ? family().instance(CLASS, NAMESPACE, a, b, other.cmpi())
+                                              : family().ownBrokerInstance(CLASS, NAMESPACE, a, b));
+        if (!made.is_valid()) return RecordedPath::of(made.kind());
+        EXPECT_TRUE(made.path().keys().empty());
+        EXPECT_TRUE(made.filters().empty());
+        return {made.path().name_space(), made.class_name(), made.sets(), made.path().host()};
     }
-    static std::vector<std::string> functions(const RecordingBroker& made) {
-        std::vector<std::string> names;
-        for (const test_support::Call& call : made.calls())
-            names.push_back(call.function());
-        return names;
-    }
-
+    // What the references are set with.
+    const char* setter() const { return makes_paths() ? "addKey" : "setProperty"; }
     // What cannot be referred to.
     std::vector<const CMPIObjectPath*> no_paths() const { return {nullptr, &withoutHandle}; }
 
@@ -114,128 +99,93 @@ class AssociationBuilder : public AssociationTest, public testing::WithParamInte
     std::string output;
 };
 
-struct FamilyName {
-    std::string operator()(const testing::TestParamInfo<Family>& info) const { return info.param.name; }
-};
-
-TEST_P(AssociationBuilder, MakesAnInstanceOfTwoReferencesInOrder) {
-    const RecordedInstance made = instance(first, second);
-    EXPECT_EQ(made.path(), RecordedPath(NAMESPACE, CLASS, {}, HOST));
-    EXPECT_EQ(made.sets(), keys());
-    EXPECT_TRUE(made.filters().empty());
+TEST_P(AssociationBuilder, TiesTwoReferencesInOrder) {
+    Sets references{{family().role1, CMPI_ref, broker.recorded(first)},
+                    {family().role2, CMPI_ref, broker.recorded(second)}};
+    std::vector<std::string> wanted{"newObjectPath", "setHostname"};
+    if (!makes_paths()) wanted.push_back("newInstance");
+    wanted.insert(wanted.end(), 2, setter());
+    if (family().flags) {
+        references.push_back({"IsDefault", CMPI_uint16, 1});
+        references.push_back({"IsCurrent", CMPI_uint16, 1});
+        wanted.insert(wanted.end(), 2, setter());
+    }
+    EXPECT_EQ(make(first, second), RecordedPath(NAMESPACE, CLASS, references, HOST));
     EXPECT_EQ(output, "");
-
-    std::vector<std::string> wanted{"newObjectPath", "setHostname", "newInstance", "setProperty",
-                                    "setProperty"};
-    if (family().flags) wanted.insert(wanted.end(), 2, "setProperty");
-    EXPECT_EQ(functions(instance_broker()), wanted) << "and nothing is released";
+    std::vector<std::string> called;
+    for (const test_support::Call& call : maker().calls())
+        called.push_back(call.function());
+    EXPECT_EQ(called, wanted) << "and nothing is released";
+    const RecordingBroker& idle = takes_a_broker() ? broker : other;
+    EXPECT_EQ(idle.made(Make::ObjectPath) + idle.made(Make::Instance), 0U);
 }
 
-TEST_P(AssociationBuilder, InstanceWithoutAPathIsNull) {
+TEST_P(AssociationBuilder, WithoutAPathMakesNothing) {
+    const std::string trace = !makes_paths() && family().tracesNullPath ? "path : NULL\n" : "";
     for (const Failure how : {Failure::Null, Failure::WithoutHandle}) {
-        instance_broker().fail_every(Make::ObjectPath, how);
-        EXPECT_EQ(instance(first, second).kind(), Object::Null);
-        EXPECT_EQ(output, family().tracesNullPath ? "path : NULL\n" : "");
-        EXPECT_EQ(instance_broker().call_texts("newInstance").size(), 0U);
+        maker().fail_every(Make::ObjectPath, how);
+        EXPECT_EQ(make(first, second).kind(), Object::Null);
+        EXPECT_EQ(output, trace);
+        EXPECT_EQ(maker().call_texts("newInstance").size(), 0U);
     }
+    if (makes_paths()) return;
+    EXPECT_EQ(make(nullptr, nullptr).kind(), Object::Null);
+    EXPECT_EQ(output, trace) << "the path is tested before the references";
 }
 
-TEST_P(AssociationBuilder, InstanceThatTheBrokerCannotMakeIsNull) {
-    for (const Failure how : {Failure::Null, Failure::WithoutHandle}) {
-        instance_broker().fail_every(Make::Instance, how);
-        EXPECT_EQ(instance(first, second).kind(), Object::Null);
-        EXPECT_EQ(output, "");
-    }
-}
-
-TEST_P(AssociationBuilder, InstanceWithoutItsFirstReferenceIsNullAndTracesSwop) {
+TEST_P(AssociationBuilder, WithoutItsFirstReferenceMakesNothingAndTracesSwop) {
     for (const CMPIObjectPath* missing : no_paths()) {
-        EXPECT_EQ(instance(missing, second).kind(), Object::Null);
+        EXPECT_EQ(make(missing, second).kind(), Object::Null);
         EXPECT_EQ(output, "swop : NULL\n");
-        EXPECT_EQ(instance_broker().call_texts("setProperty").size(), 0U);
     }
-    EXPECT_EQ(instance_broker().call_texts("newInstance").size(), 2U)
+    EXPECT_EQ(maker().call_texts(setter()).size(), 0U);
+    EXPECT_EQ(maker().call_texts("newInstance").size(), makes_paths() ? 0U : 2U)
         << "the instance is made before the test";
 }
 
-TEST_P(AssociationBuilder, InstanceWithoutItsSecondReferenceIsNullAndTracesPeop) {
+TEST_P(AssociationBuilder, WithoutItsSecondReferenceMakesNothingAndTracesPeop) {
     for (const CMPIObjectPath* missing : no_paths()) {
-        EXPECT_EQ(instance(first, missing).kind(), Object::Null);
+        EXPECT_EQ(make(first, missing).kind(), Object::Null);
         EXPECT_EQ(output, "peop : NULL\n");
-        EXPECT_EQ(instance_broker().call_texts("setProperty").size(), 0U);
+    }
+    EXPECT_EQ(maker().call_texts(setter()).size(), 0U);
+}
+
+TEST_P(AssociationBuilder, TestsItsFirstReferenceFirst) {
+    for (const CMPIObjectPath* missing : no_paths()) {
+        EXPECT_EQ(make(missing, nullptr).kind(), Object::Null);
+        EXPECT_EQ(output, "swop : NULL\n");
     }
 }
 
-TEST_P(AssociationBuilder, InstanceTestsItsFirstReferenceFirst) {
-    EXPECT_EQ(instance(nullptr, nullptr).kind(), Object::Null);
-    EXPECT_EQ(output, "swop : NULL\n");
-    EXPECT_EQ(instance(&withoutHandle, nullptr).kind(), Object::Null);
-    EXPECT_EQ(output, "swop : NULL\n");
+std::string family_name(const testing::TestParamInfo<std::tuple<Form, Family>>& info) {
+    return text_of(std::get<0>(info.param)) + "_" + std::get<1>(info.param).name;
 }
-
-TEST_P(AssociationBuilder, InstanceTestsThePathBeforeTheReferences) {
-    instance_broker().fail_every(Make::ObjectPath, Failure::Null);
-    EXPECT_EQ(instance(nullptr, nullptr).kind(), Object::Null);
-    EXPECT_EQ(output, family().tracesNullPath ? "path : NULL\n" : "");
+std::vector<Family> families_with_paths() {
+    std::vector<Family> found = FAMILIES;
+    std::erase_if(found, [](const Family& family) { return family.path == nullptr; });
+    return found;
 }
+INSTANTIATE_TEST_SUITE_P(Paths, AssociationBuilder,
+                         testing::Combine(testing::Values(Form::Names),
+                                          testing::ValuesIn(families_with_paths())),
+                         family_name);
+INSTANTIATE_TEST_SUITE_P(Instances, AssociationBuilder,
+                         testing::Combine(testing::Values(Form::Instances), testing::ValuesIn(FAMILIES)),
+                         family_name);
 
-TEST_P(AssociationBuilder, InstanceIsMadeByTheRightBroker) {
-    instance(first, second);
-    EXPECT_EQ(other.made(Make::Instance), takes_a_broker() ? 1U : 0U);
-    EXPECT_EQ(broker.made(Make::Instance), takes_a_broker() ? 0U : 1U);
-}
+class AssociationInstanceBuilder : public AssociationBuilder {};
 
-INSTANTIATE_TEST_SUITE_P(Family, AssociationBuilder, testing::ValuesIn(FAMILIES), FamilyName());
-
-class AssociationPathBuilder : public AssociationBuilder {};
-
-TEST_P(AssociationPathBuilder, MakesAPathOfTwoReferencesInOrder) {
-    EXPECT_EQ(path(first, second), RecordedPath(NAMESPACE, CLASS, keys(), HOST));
-    EXPECT_EQ(output, "");
-
-    std::vector<std::string> wanted{"newObjectPath", "setHostname", "addKey", "addKey"};
-    if (family().flags) wanted.insert(wanted.end(), 2, "addKey");
-    EXPECT_EQ(functions(other), wanted) << "and nothing is released";
-    EXPECT_EQ(broker.made(Make::ObjectPath), 0U) << "paths are made by the broker that is handed in";
-}
-
-TEST_P(AssociationPathBuilder, PathThatTheBrokerCannotMakeIsNullWithoutATrace) {
+TEST_P(AssociationInstanceBuilder, WithoutAnInstanceMakesNothing) {
     for (const Failure how : {Failure::Null, Failure::WithoutHandle}) {
-        other.fail_every(Make::ObjectPath, how);
-        EXPECT_EQ(path(first, second).kind(), Object::Null);
+        maker().fail_every(Make::Instance, how);
+        EXPECT_EQ(make(first, second).kind(), Object::Null);
         EXPECT_EQ(output, "");
     }
 }
 
-TEST_P(AssociationPathBuilder, PathWithoutItsFirstReferenceIsNullAndTracesSwop) {
-    for (const CMPIObjectPath* missing : no_paths()) {
-        EXPECT_EQ(path(missing, second).kind(), Object::Null);
-        EXPECT_EQ(output, "swop : NULL\n");
-        EXPECT_EQ(other.call_texts("addKey").size(), 0U);
-    }
-}
-
-TEST_P(AssociationPathBuilder, PathWithoutItsSecondReferenceIsNullAndTracesPeop) {
-    for (const CMPIObjectPath* missing : no_paths()) {
-        EXPECT_EQ(path(first, missing).kind(), Object::Null);
-        EXPECT_EQ(output, "peop : NULL\n");
-        EXPECT_EQ(other.call_texts("addKey").size(), 0U);
-    }
-}
-
-TEST_P(AssociationPathBuilder, PathTestsItsFirstReferenceFirst) {
-    EXPECT_EQ(path(nullptr, nullptr).kind(), Object::Null);
-    EXPECT_EQ(output, "swop : NULL\n");
-}
-
-std::vector<Family> families_with_paths() {
-    std::vector<Family> found;
-    std::copy_if(FAMILIES.begin(), FAMILIES.end(), std::back_inserter(found),
-                 [](const Family& family) { return family.path != nullptr; });
-    return found;
-}
-
-INSTANTIATE_TEST_SUITE_P(Family, AssociationPathBuilder, testing::ValuesIn(families_with_paths()),
-                         FamilyName());
+INSTANTIATE_TEST_SUITE_P(Instances, AssociationInstanceBuilder,
+                         testing::Combine(testing::Values(Form::Instances), testing::ValuesIn(FAMILIES)),
+                         family_name);
 
 } // namespace

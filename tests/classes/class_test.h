@@ -44,6 +44,10 @@ using test_support::Sets;
 using test_support::STATUS_FAILURES;
 using test_support::Value;
 
+using InstanceWalker = int(const char* className, const CMPIResult* result, const char** properties,
+                           const char* nameSpace);
+using NameWalker = int(const char* className, const CMPIResult* result, const char* nameSpace);
+
 // Every number that is not explained is from one_tunnel.h.
 class ClassTest : public one_tunnel::OneTunnelTest {
   protected:
@@ -56,7 +60,22 @@ class ClassTest : public one_tunnel::OneTunnelTest {
         return object;
     }
 
+    // Runs one walker; `status` is what it returned.
+    Answer walk_instances(InstanceWalker* walker, const std::string& className,
+                          const char** properties = nullptr) {
+        return walk(
+            [&](const CMPIResult* result) {
+                return walker(className.c_str(), result, properties, NAMESPACE);
+            },
+            &status);
+    }
+    Answer walk_names(NameWalker* walker, const std::string& className) {
+        return walk([&](const CMPIResult* result) { return walker(className.c_str(), result, NAMESPACE); },
+                    &status);
+    }
+
     std::string trace;
+    int status = -99;
 };
 
 // As parts of regular expressions: a line trace, and any text.

@@ -2,6 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/classes/class_test.h"
 #include "tests/classes/golden_classes.h"
@@ -56,6 +60,25 @@ class Filler : public Convention, public testing::WithParamInterface<GoldenFille
 
 class ProfileBuilder : public Builder {};
 class ProfileFiller : public Filler {};
+class SystemBuilder : public Builder {};
+class SystemFiller : public Filler {};
+
+template <typename Golden>
+std::vector<Golden> those_that_name_a_system(std::vector<Golden> all) {
+    std::erase_if(all, [](const Golden& golden) { return !golden.systemNames; });
+    return all;
+}
+
+// The services that find the VSAN's system, and the name that stands when each fails.
+template <typename Golden>
+std::vector<std::pair<const char*, const char*>> fallbacks(const Golden& golden) {
+    return {{"pm_cim_get_port_info", golden.systemNames->withoutPort},
+            {"dm_cim_get_dmEntry", golden.systemNames->withoutDomain}};
+}
+
+Sets with_system_name(const Sets& sets, const char* name) {
+    return name == nullptr ? without(sets, {"SystemName"}) : with(sets, "SystemName", name);
+}
 
 template <typename Golden>
 std::vector<Golden> those_that_need_the_profile(std::vector<Golden> all) {
@@ -156,14 +179,14 @@ TEST_P(ProfileBuilder, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {
     });
 }
 
-// Whatever service fails, at whatever call and in whatever way: no row and no message stays behind (the
+// Whatever service fails, at whatever call and in whatever way: no row and no message is left (the
 // fixture and the sanitizers look), and what is still built keeps to the table.
 TEST_P(Builder, SurvivesEveryFailingService) {
     build();
     const auto services = services_of(emulator::calls());
     for (const std::string& service : services) {
         for (const auto effect : ROW_FAILURES) {
-            SCOPED_TRACE(service + " effect " + std::to_string(static_cast<int>(effect)));
+            SCOPED_TRACE(test_support::text_of(effect));
             for_each_platform_failure(service, effect, [&](std::size_t) {
                 const RecordedInstance instance = build();
                 if (!instance.is_valid()) return;
@@ -177,6 +200,17 @@ TEST_P(Builder, SurvivesEveryFailingService) {
     }
 }
 
+TEST_P(SystemBuilder, FallsBackOnTheseSystemNames) {
+    for (const auto& [symbol, name] : fallbacks(GetParam())) {
+        emulator::fail_always(symbol);
+        EXPECT_EQ(build().sets(), with_system_name(GetParam().properties, name)) << symbol;
+        emulator::clear_faults();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, SystemBuilder,
+                         testing::ValuesIn(those_that_name_a_system(golden_builders())),
+                         test_name<GoldenBuilder>);
 INSTANTIATE_TEST_SUITE_P(Classes, Builder, testing::ValuesIn(golden_builders()), test_name<GoldenBuilder>);
 INSTANTIATE_TEST_SUITE_P(Classes, ProfileBuilder,
                          testing::ValuesIn(those_that_need_the_profile(golden_builders())),
@@ -229,6 +263,7 @@ TEST_P(Filler, ReturnsAPathWithoutAHandleAsItIs) {
     EXPECT_EQ(path.keys(), Sets{});
     if (GetParam().checksHandle) {
         EXPECT_EQ(broker.calls().size(), 1u) << "nothing but newObjectPath";
+        EXPECT_EQ(trace, GetParam().traceWithoutPath);
     }
 }
 
@@ -245,7 +280,7 @@ TEST_P(Filler, SurvivesEveryFailingService) {
     fill();
     for (const std::string& service : services_of(emulator::calls())) {
         for (const auto effect : ROW_FAILURES) {
-            SCOPED_TRACE(service + " effect " + std::to_string(static_cast<int>(effect)));
+            SCOPED_TRACE(test_support::text_of(effect));
             for_each_platform_failure(service, effect, [&](std::size_t) {
                 const RecordedPath path = fill();
                 if (!path.is_valid()) return;
@@ -257,6 +292,16 @@ TEST_P(Filler, SurvivesEveryFailingService) {
     }
 }
 
+TEST_P(SystemFiller, FallsBackOnTheseSystemNames) {
+    for (const auto& [symbol, name] : fallbacks(GetParam())) {
+        emulator::fail_always(symbol);
+        EXPECT_EQ(fill().keys(), with_system_name(GetParam().keys, name)) << symbol;
+        emulator::clear_faults();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, SystemFiller, testing::ValuesIn(those_that_name_a_system(golden_fillers())),
+                         test_name<GoldenFiller>);
 INSTANTIATE_TEST_SUITE_P(Classes, Filler, testing::ValuesIn(golden_fillers()), test_name<GoldenFiller>);
 INSTANTIATE_TEST_SUITE_P(Classes, ProfileFiller,
                          testing::ValuesIn(those_that_need_the_profile(golden_fillers())),

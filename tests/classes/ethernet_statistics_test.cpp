@@ -159,14 +159,8 @@ TEST_F(EthernetStatistics, NamesOfThirtyCharactersAreWhole) {
         EXPECT_EQ(instance.value(name), port.name);
 }
 
-TEST_F(EthernetStatistics, APathWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
-    EXPECT_EQ(fill().kind(), Object::WithoutHandle);
-    EXPECT_EQ(trace, entering("eth_statistics_fill_reference") + exiting("eth_statistics_fill_reference"));
-}
-
 TEST_F(EthernetStatistics, NothingOfTheRowIsReadButItsIfIndex) {
-    // A block that ends behind the if-index, so that reading past it is noticed.
+    // A block that ends with the if-index, so that reading past it is noticed.
     const std::unique_ptr<void, void (*)(void*)> block(std::malloc(sizeof row.ifIndex), std::free);
     std::memcpy(block.get(), &row, sizeof row.ifIndex);
     const auto* port = static_cast<const PortInfo*>(block.get());
@@ -184,33 +178,13 @@ TEST_F(EthernetStatistics, NothingOfTheRowIsReadButItsIfIndex) {
 class EthernetWalk : public EthernetStatistics {
   protected:
     Answer walk_instances(const char** wanted = nullptr) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_eth_stat_instances("KESTO_EthernetPortStatistics", result, wanted, NAMESPACE);
-            },
-            &status);
+        return ClassTest::walk_instances(get_all_eth_stat_instances, "KESTO_EthernetPortStatistics", wanted);
     }
-    Answer walk_paths() {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_eth_stat_references("KESTO_EthernetPortStatistics", result, NAMESPACE);
-            },
-            &status);
-    }
+    Answer walk_paths() { return walk_names(get_all_eth_stat_references, "KESTO_EthernetPortStatistics"); }
     Answer walk_data_instances(const char** wanted = nullptr) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_eth_stat_data_instances(DATA_CLASS, result, wanted, NAMESPACE);
-            },
-            &status);
+        return ClassTest::walk_instances(get_all_eth_stat_data_instances, DATA_CLASS, wanted);
     }
-    Answer walk_data_paths() {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_eth_stat_data_references(DATA_CLASS, result, NAMESPACE);
-            },
-            &status);
-    }
+    Answer walk_data_paths() { return walk_names(get_all_eth_stat_data_references, DATA_CLASS); }
     static std::vector<std::string> ids_of(const Answer& answer) {
         std::vector<std::string> ids;
         for (const RecordedInstance& instance : answer.instances)
@@ -219,7 +193,6 @@ class EthernetWalk : public EthernetStatistics {
             ids.push_back(path.key("InstanceID").text());
         return ids;
     }
-    int status = -99;
 };
 
 TEST_F(EthernetWalk, EveryPortAfterTheStartIndexIsReturned) {

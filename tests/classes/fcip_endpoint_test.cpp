@@ -158,20 +158,6 @@ TEST_F(FcipEndpoint, VsanSystemIsLookedUpByTheFcipInterface) {
               std::vector<std::string>{"fcip_get_entity_entry op=1 id=3 5"});
 }
 
-TEST_F(FcipEndpoint, WithoutItsPortTheSystemNameIsEmptyInTheInstanceAndUnknownInThePath) {
-    emulator::remove_port(one_tunnel::IF_INDEX);
-    EXPECT_EQ(build().sets(), with(golden_properties("fcip_pe_build_instance"), "SystemName", ""));
-    EXPECT_NE(trace.find("error : pm_cim_get_port_info "), std::string::npos);
-    EXPECT_EQ(fill().keys(), with(golden_keys("fcip_pe_fill_reference"), "SystemName", "Unknown"));
-}
-
-TEST_F(FcipEndpoint, WithoutItsDomainTheSystemNameIsNullInTheInstanceAndUnknownInThePath) {
-    emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(build().sets(), with(golden_properties("fcip_pe_build_instance"), "SystemName", "NULL"));
-    EXPECT_NE(trace.find("error : dm_cim_get_dmEntry "), std::string::npos);
-    EXPECT_EQ(fill().keys(), with(golden_keys("fcip_pe_fill_reference"), "SystemName", "Unknown"));
-}
-
 TEST_F(FcipEndpoint, ShortVsanSystemNamesAreWhole) {
     emulator::add_vsan({10, "fcip", true, "vsan-ten"});
     EXPECT_EQ(build().value("SystemName"), "vsan-ten");
@@ -207,20 +193,9 @@ class FcipEndpointWalk : public ClassTest {
         emulator::add_entity(other);
     }
     Answer walk_instances(const char* className, const char** properties = nullptr) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_fcip_pe_instances(className, result, properties, NAMESPACE);
-            },
-            &status);
+        return ClassTest::walk_instances(get_all_fcip_pe_instances, className, properties);
     }
-    Answer walk_paths(const char* className) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_fcip_pe_references(className, result, NAMESPACE);
-            },
-            &status);
-    }
-    int status = -99;
+    Answer walk_paths(const char* className) { return walk_names(get_all_fcip_pe_references, className); }
 };
 
 TEST_F(FcipEndpointWalk, WithoutTunnelsNothingIsReturned) {

@@ -97,14 +97,6 @@ TEST_F(FcipSettings, KeepAliveIsLeftUnsetWhenTheSecondAnswerFails) {
     });
 }
 
-TEST_F(FcipSettings, WithoutItsVsanSystemTheNameIsWhatTheLookupLeft) {
-    emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(build().sets(), with(properties, "SystemName", ""));
-    emulator::clear_faults();
-    emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(build().sets(), with(properties, "SystemName", "NULL"));
-}
-
 TEST_F(FcipSettings, InstanceAndPathAgreeOnTheIfIndexAsInstanceId) {
     const std::pair<std::uint32_t, const char*> cases[] = {
         {100, "100"}, {0xFFFFFFFF, "-1"}, {0x80000000, "-2147483648"}};
@@ -114,12 +106,6 @@ TEST_F(FcipSettings, InstanceAndPathAgreeOnTheIfIndexAsInstanceId) {
         EXPECT_EQ(build().value("ElementName"), text);
         EXPECT_EQ(fill().key("InstanceID"), text);
     }
-}
-
-TEST_F(FcipSettings, APathWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
-    EXPECT_EQ(fill().kind(), Object::WithoutHandle);
-    EXPECT_EQ(trace, entering("fcip_settings_fill_reference") + exiting("fcip_settings_fill_reference"));
 }
 
 // Profile.
@@ -203,20 +189,11 @@ class ProfileWalk : public ClassTest {
         }
     }
     Answer walk_instances(const char* className, const char** properties = nullptr) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_fcip_profiles(className, result, properties, NAMESPACE);
-            },
-            &status);
+        return ClassTest::walk_instances(get_all_fcip_profiles, className, properties);
     }
     Answer walk_paths(const char* className) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_fcip_profile_references(className, result, NAMESPACE);
-            },
-            &status);
+        return walk_names(get_all_fcip_profile_references, className);
     }
-    int status = -99;
 };
 
 TEST_F(ProfileWalk, OneInstanceAndOnePathAProfileInTableOrder) {

@@ -9,12 +9,20 @@
 
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/support/recorded.h"
 
 namespace class_tests {
+
+// The SystemName where the port of the FCIP interface, and where its VSAN's domain, cannot be read; nullptr
+// is no property at all.
+struct SystemNames {
+    const char* withoutPort;
+    const char* withoutDomain;
+};
 
 struct GoldenBuilder {
     const char* function = nullptr;
@@ -23,7 +31,8 @@ struct GoldenBuilder {
     std::function<CMPIInstance*(const char* className, const char* nameSpace, const char** properties)>
         build{};
     test_support::Sets properties{};
-    std::string trace{};       // of a successful build, as a regular expression
+    std::optional<SystemNames> systemNames{}; // nullopt: no VSAN's system is named
+    std::string trace{};                      // of a successful build, as a regular expression
     bool needsProfile = false; // the builder gives up without the link's profile, after its "Entering" line
     bool entryTrace = true;    // whether it prints that line
     bool exitTraceWithoutPath = false; // whether "Exiting" is printed when the object path cannot be made
@@ -34,11 +43,11 @@ struct GoldenFiller {
     const char* className = nullptr;
     std::function<CMPIObjectPath*(const char* className, const char* nameSpace)> fill{};
     test_support::Sets keys{};
+    std::optional<SystemNames> systemNames{};
     bool hostName = false;          // whether the path carries the switch's host name
     std::string trace{};            // of a successful fill, as a regular expression
     std::string traceWithoutPath{}; // when the object path cannot be made
-    bool checksHandle =
-        false; // whether a path without a handle is left alone; otherwise the broker refuses the keys
+    bool checksHandle = false; // a path without a handle is left alone; otherwise the broker refuses the keys
     bool needsProfile = false;
     std::string traceWithoutProfile{};
 };

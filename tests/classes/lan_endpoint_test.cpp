@@ -110,31 +110,16 @@ TEST_F(LanEndpoint, PortZeroHasItsSystemCreationClassOnly) {
     EXPECT_EQ(fill(0).key("Name"), "0:02:00:00:00:00:00") << "its path has all keys";
 }
 
-TEST_F(LanEndpoint, APathWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
-    EXPECT_EQ(fill().kind(), Object::WithoutHandle);
-    EXPECT_EQ(trace, entering("lan_endpoint_fill_reference") + exiting("lan_endpoint_fill_reference"));
-}
-
 // Walkers.
 
 class LanWalk : public LanEndpoint {
   protected:
     Answer walk_instances(const char* className = CLASS_NAME, const char** wanted = nullptr) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_lan_endpoint_instances(className, result, wanted, NAMESPACE);
-            },
-            &status);
+        return ClassTest::walk_instances(get_all_lan_endpoint_instances, className, wanted);
     }
     Answer walk_paths(const char* className = CLASS_NAME) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_lan_endpoint_references(className, result, NAMESPACE);
-            },
-            &status);
+        return walk_names(get_all_lan_endpoint_references, className);
     }
-    int status = -99;
 };
 
 TEST_F(LanWalk, EveryPortOfTheEthernetRunIsReturnedInOrder) {

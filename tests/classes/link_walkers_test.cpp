@@ -14,20 +14,11 @@ namespace {
 class LinkWalk : public ClassTest {
   protected:
     Answer walk_instances(const std::string& className, const char** properties = nullptr) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_ip_pe_instances(className.c_str(), result, properties, NAMESPACE);
-            },
-            &status);
+        return ClassTest::walk_instances(get_all_ip_pe_instances, className, properties);
     }
     Answer walk_paths(const std::string& className) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_ip_pe_references(className.c_str(), result, NAMESPACE);
-            },
-            &status);
+        return walk_names(get_all_ip_pe_references, className);
     }
-    int status = -99;
 };
 
 struct Route {

@@ -130,46 +130,6 @@ TEST_F(RemoteEndpoints, IpAccessPointsPathLooksItsSystemUpTwice) {
     EXPECT_EQ(fill(ip_remote_pe_fill_reference).keys(), golden_keys("ip_remote_pe_fill_reference"));
 }
 
-TEST_F(RemoteEndpoints, WithoutItsVsanSystemTheFcipAndIpInstancesKeepTheTextTheLookupLeft) {
-    for (const auto& [symbol, text] :
-         {std::pair{"pm_cim_get_port_info", ""}, {"dm_cim_get_dmEntry", "NULL"}}) {
-        emulator::fail_always(symbol);
-        EXPECT_EQ(build(fcip_remote_pe_build_instance).sets(),
-                  with(golden_properties("fcip_remote_pe_build_instance"), "SystemName", text));
-        EXPECT_EQ(build(ip_remote_pe_build_instance).sets(),
-                  with(golden_properties("ip_remote_pe_build_instance"), "SystemName", text));
-        emulator::clear_faults();
-    }
-}
-
-TEST_F(RemoteEndpoints, WithoutItsVsanSystemTheTcpInstancesHaveNoSystemName) {
-    for (const char* symbol : {"pm_cim_get_port_info", "dm_cim_get_dmEntry"}) {
-        emulator::fail_always(symbol);
-        for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance}) {
-            EXPECT_EQ(build(builder).sets(),
-                      without(golden_properties("tcp_remote_pe_build_instance"), {"SystemName"}));
-        }
-        emulator::clear_faults();
-    }
-}
-
-TEST_F(RemoteEndpoints, WithoutItsVsanSystemEveryPathSaysUnknown) {
-    const std::pair<Fill*, const char*> fillers[] = {
-        {fcip_remote_pe_fill_reference, "fcip_remote_pe_fill_reference"},
-        {ip_remote_pe_fill_reference, "ip_remote_pe_fill_reference"},
-        {tcp_remote_pe_fill_reference, "tcp_remote_pe_fill_reference"},
-        {remote_service_ap_fill_reference, "remote_service_ap_fill_reference"}};
-    for (const char* symbol : {"pm_cim_get_port_info", "dm_cim_get_dmEntry"}) {
-        emulator::fail_always(symbol);
-        for (const auto& [filler, name] : fillers) {
-            EXPECT_EQ(fill(filler, "KESTO_RemoteTCPPort").keys(),
-                      with(golden_keys(name), "SystemName", "Unknown"))
-                << name;
-        }
-        emulator::clear_faults();
-    }
-}
-
 TEST_F(RemoteEndpoints, TcpPathsSetTheirHostNameBeforeTheirFirstKey) {
     for (Fill* filler : {tcp_remote_pe_fill_reference, remote_service_ap_fill_reference}) {
         broker.clear_calls();

@@ -184,14 +184,6 @@ TEST_F(StatisticsClasses, IpNeedsNoLinkTableAndNoProfile) {
     EXPECT_TRUE(emulator::calls("fcip_get_entity_entry").empty());
 }
 
-TEST_F(StatisticsClasses, IpWithoutItsVsanSystemHasTheNameThatTheLookupLeft) {
-    emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(build_ip().sets(), with(ip, "SystemName", ""));
-    emulator::clear_faults();
-    emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(build_ip().sets(), with(ip, "SystemName", "NULL"));
-}
-
 // TCP end point statistics.
 
 TEST_F(StatisticsClasses, TcpErrorCountersAreWords20To27OfTheRowHandedInLowWordFirst) {
@@ -228,14 +220,6 @@ TEST_F(StatisticsClasses, TcpSegmentCountersAreZeroWhateverTheLineCardSays) {
     emulator::set_reply(one_tunnel::TCP_STATISTICS, reply, {Bytes(64)});
     EXPECT_EQ(build_tcp().sets(), tcp);
     EXPECT_EQ(build_data().sets(), data);
-}
-
-TEST_F(StatisticsClasses, TcpSystemNameIsZeroesWithoutItsVsanSystem) {
-    for (const char* symbol : {"pm_cim_get_port_info", "dm_cim_get_dmEntry"}) {
-        emulator::fail_always(symbol);
-        EXPECT_EQ(build_tcp().sets(), with(tcp, "SystemName", "0000")) << symbol;
-        emulator::clear_faults();
-    }
 }
 
 TEST_F(StatisticsClasses, TcpIsNullWhenTheTunnelIsGone) {
@@ -295,14 +279,6 @@ TEST_F(StatisticsClasses, DataGoesOnWithoutCountersAndSaysSo) {
     emulator::fail_always("mts_send");
     EXPECT_EQ(build_data().sets(), data);
     EXPECT_NE(trace.find("******* Error ******** "), std::string::npos);
-}
-
-TEST_F(StatisticsClasses, DataWithoutItsVsanSystemHasNoFallbackName) {
-    emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(build_data().sets(), with(data, "SystemName", ""));
-    emulator::clear_faults();
-    emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(build_data().sets(), with(data, "SystemName", "NULL"));
 }
 
 // Object paths.

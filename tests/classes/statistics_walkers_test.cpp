@@ -13,20 +13,9 @@ namespace {
 class StatisticsWalk : public ClassTest {
   protected:
     Answer walk_instances(const char* className, const char** properties = nullptr) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_statistics(className, result, properties, NAMESPACE);
-            },
-            &status);
+        return ClassTest::walk_instances(get_all_statistics, className, properties);
     }
-    Answer walk_paths(const char* className) {
-        return walk(
-            [&](const CMPIResult* result) {
-                return get_all_statistic_references(className, result, NAMESPACE);
-            },
-            &status);
-    }
-    int status = -99;
+    Answer walk_paths(const char* className) { return walk_names(get_all_statistic_references, className); }
 };
 
 const std::pair<const char*, const char*> STATISTICS[] = {

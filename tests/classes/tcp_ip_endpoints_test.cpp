@@ -35,22 +35,6 @@ TEST_F(TcpEndpoint, NameIsTheIfIndexInInstanceAndPath) {
     EXPECT_EQ(fill().key("Name"), "-2113929215");
 }
 
-TEST_F(TcpEndpoint, WithoutItsVsanSystemTheInstanceHasNoSystemName) {
-    emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(build().sets(), without(properties, {"SystemName"}));
-    emulator::clear_faults();
-    emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(build().sets(), without(properties, {"SystemName"}));
-}
-
-TEST_F(TcpEndpoint, WithoutItsVsanSystemThePathNamesALogicalComputerSystem) {
-    emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(fill().keys(), with(keys, "SystemName", "LogicalComputerSystem"));
-    emulator::clear_faults();
-    emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(fill().keys(), with(keys, "SystemName", "LogicalComputerSystem"));
-}
-
 TEST_F(TcpEndpoint, ConnectionIsAskedForByProfileLinkAndBothPorts) {
     build();
     EXPECT_EQ(emulator::calls("fcip_get_tcpconn_entry"),
@@ -160,16 +144,6 @@ TEST_F(IpEndpoint, AnAddressThatHasNoTextReadsNullTwice) {
         Sets want = with(properties, "IPv4Address", "NULL");
         EXPECT_EQ(build().sets(), with(want, "Name", "17__10.1.1.2"));
     }
-}
-
-TEST_F(IpEndpoint, WithoutItsVsanSystemTheNameIsEmptyInTheInstanceAndUnknownInThePath) {
-    emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(build().sets(), with(properties, "SystemName", ""));
-    EXPECT_EQ(fill().keys(), with(keys, "SystemName", "Unknown"));
-    emulator::clear_faults();
-    emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(build().sets(), with(properties, "SystemName", "NULL"));
-    EXPECT_EQ(fill().keys(), with(keys, "SystemName", "Unknown"));
 }
 
 TEST_F(IpEndpoint, WithoutAnAddressRecordThereIsNoSubnetMask) {

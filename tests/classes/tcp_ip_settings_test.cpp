@@ -15,7 +15,7 @@ class TcpIpSettings : public ClassTest {
         return make(
             [&] { return tcp_settings_build_instance("KESTO_TCPSettings", NAMESPACE, &link, nullptr); });
     }
-    // A tunnel of another profile that has the one tunnel's link index and stands behind it in the table.
+    // A tunnel of another profile that has the one tunnel's link index and stands after it in the table.
     void use_twin_of_another_profile() {
         FcipEntityEntry other = one_tunnel::profile();
         other.kfmFcipEntityId = 9;
@@ -40,17 +40,6 @@ TEST_F(TcpIpSettings, AllSettingsOfATunnelShareTheIfIndexAsInstanceId) {
     for (auto* filler :
          {fcip_settings_fill_reference, ip_settings_fill_reference, tcp_settings_fill_reference})
         EXPECT_EQ(make([&] { return filler("KESTO_AnySettings", NAMESPACE, &link); }).keys(), key);
-}
-
-TEST_F(TcpIpSettings, APathWithoutAHandleIsReturnedAsItIs) {
-    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
-    EXPECT_EQ(make([&] { return ip_settings_fill_reference("KESTO_IPSettings", NAMESPACE, &link); }).kind(),
-              Object::WithoutHandle);
-    EXPECT_EQ(trace, entering("ip_settings_fill_reference") + exiting("ip_settings_fill_reference"));
-    broker.fail_nth(Make::ObjectPath, 1, Failure::WithoutHandle);
-    EXPECT_EQ(make([&] { return tcp_settings_fill_reference("KESTO_TCPSettings", NAMESPACE, &link); }).kind(),
-              Object::WithoutHandle);
-    EXPECT_EQ(trace, entering("tcp_settings_fill_reference") + exiting("tcp_settings_fill_reference"));
 }
 
 // IP.
@@ -209,14 +198,6 @@ TEST_F(TcpIpSettings, TcpGoesOnWithoutCountersAndSaysSo) {
     emulator::clear_faults();
     EXPECT_EQ(build_tcp().sets(), tcp);
     EXPECT_EQ(trace.find("Error"), std::string::npos);
-}
-
-TEST_F(TcpIpSettings, TcpWithoutItsVsanSystemHasTheNameThatTheLookupLeft) {
-    emulator::fail_always("pm_cim_get_port_info");
-    EXPECT_EQ(build_tcp().sets(), with(tcp, "SystemName", ""));
-    emulator::clear_faults();
-    emulator::fail_always("dm_cim_get_dmEntry");
-    EXPECT_EQ(build_tcp().sets(), with(tcp, "SystemName", "NULL"));
 }
 
 } // namespace

@@ -14,8 +14,6 @@
 namespace class_tests {
 namespace {
 
-using InstanceWalker = int(const char*, const CMPIResult*, const char**, const char*);
-using NameWalker = int(const char*, const CMPIResult*, const char*);
 using Kinds = std::vector<Object>;
 
 // A table that walkers step through: the service that reads it, the four requests of a walk over three rows,
@@ -87,25 +85,12 @@ class Walker : public ClassTest, public testing::WithParamInterface<Walked> {
     }
 
     Answer instances(const char** properties = nullptr) {
-        int status = -99;
-        Answer answer = walk(
-            [&](const CMPIResult* result) {
-                return GetParam().instances(GetParam().className, result, properties, NAMESPACE);
-            },
-            &status);
+        return succeeded(walk_instances(GetParam().instances, GetParam().className, properties));
+    }
+    Answer names() { return succeeded(walk_names(GetParam().names, GetParam().className)); }
+    Answer succeeded(Answer answer) const {
         EXPECT_EQ(status, 0);
         EXPECT_EQ(answer.doneCalls, 0u) << "the server closes the result itself";
-        return answer;
-    }
-    Answer names() {
-        int status = -99;
-        Answer answer = walk(
-            [&](const CMPIResult* result) {
-                return GetParam().names(GetParam().className, result, NAMESPACE);
-            },
-            &status);
-        EXPECT_EQ(status, 0);
-        EXPECT_EQ(answer.doneCalls, 0u);
         return answer;
     }
     static Kinds kinds_of(const Answer& answer) {

@@ -99,13 +99,6 @@ TEST_F(WholeSwitch, EveryClassIsServedWhateverTheCaseOfItsName) {
     }
 }
 
-TEST_F(WholeSwitch, NoOperationEndsItsResult) {
-    for (const Population& population : POPULATION) {
-        EXPECT_EQ(enumerate(population.className).doneCalls, 0u);
-        EXPECT_EQ(enumerate_names(population.className).doneCalls, 0u);
-    }
-}
-
 TEST_F(WholeSwitch, EveryNameOfAClassIsOfItsOwn) {
     for (const Population& population : POPULATION) {
         std::vector<std::string> texts;

@@ -72,8 +72,8 @@ class EthernetPortTest : public EmptySwitchTest {
         int functionResult = -1;
         const Answer answer = walk(
             [&](const CMPIResult* result) {
-                return get_etherport_from_if_index(ifIndex, static_cast<int>(wantInstance), "KESTO_Ignored",
-                                                   result, NAMESPACE, properties, broker.cmpi());
+                return get_etherport_from_if_index(ifIndex, wantInstance ? 1 : 0, "KESTO_Ignored", result,
+                                                   NAMESPACE, properties, broker.cmpi());
             },
             &functionResult);
         EXPECT_EQ(functionResult, 0);

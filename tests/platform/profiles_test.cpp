@@ -25,6 +25,7 @@ using test_support::printed_by;
 using test_support::ROW_FAILURES;
 using test_support::STATUS_FAILURES;
 using Calls = std::vector<std::string>;
+using Found = std::pair<int, std::uint32_t>;
 
 // The profile whose number is exactly the key.
 
@@ -39,16 +40,18 @@ class ProfileOfKeyTest : public EmptySwitchTest {
         }
     }
 
+    static std::uint32_t id_of(const FcipEntityEntry& row) {
+        EXPECT_EQ(row.kfmFcipEntityMaxJitter, row.kfmFcipEntityId == 0 ? 0 : row.kfmFcipEntityId + 1)
+            << "the row was not copied whole";
+        return row.kfmFcipEntityId;
+    }
     // The result, and the id that was stored (0: nothing was).
-    static std::pair<int, std::uint32_t> lookup(const char* key) {
+    static Found lookup(const char* key) {
         FcipEntityEntry out{};
         const int result = locked([&] { return get_fcip_entity_from_key_value(mts_q, key, &out); });
-        EXPECT_EQ(out.kfmFcipEntityMaxJitter, out.kfmFcipEntityId ? out.kfmFcipEntityId + 1 : 0)
-            << "the row was not copied whole";
-        return {result, out.kfmFcipEntityId};
+        return {result, id_of(out)};
     }
 };
-using Found = std::pair<int, std::uint32_t>;
 
 TEST_F(ProfileOfKeyTest, TheNumberItselfFindsTheProfile) {
     EXPECT_EQ(lookup("1"), Found(1, 1));
@@ -103,9 +106,7 @@ class ProfileOfNumberTest : public ProfileOfKeyTest {
     static Found lookup(const char* key) {
         FcipEntityEntry out{};
         const int result = locked([&] { return get_fcip_entity_from(key, &out); });
-        EXPECT_EQ(out.kfmFcipEntityMaxJitter, out.kfmFcipEntityId ? out.kfmFcipEntityId + 1 : 0)
-            << "the row was not copied whole";
-        return {result, out.kfmFcipEntityId};
+        return {result, id_of(out)};
     }
 };
 
@@ -157,9 +158,7 @@ class ProfileOfLinkTest : public ProfileOfKeyTest {
         const FcipLinkEntry link = link_row(entityId, 4, 17);
         FcipEntityEntry out{};
         const int result = locked([&] { return get_profile_from_link_entry(&link, &out); });
-        EXPECT_EQ(out.kfmFcipEntityMaxJitter, out.kfmFcipEntityId ? out.kfmFcipEntityId + 1 : 0)
-            << "the row was not copied whole";
-        return {result, out.kfmFcipEntityId};
+        return {result, id_of(out)};
     }
     static constexpr const char* TRACE = "get_profile_from_link_entry : Error\n";
 };

@@ -21,7 +21,7 @@ using test_support::printed_by;
 
 class StatisticsRequests : public Statistics {
   protected:
-    // One exchange of the test's own, with a payload that the line card is told to accept.
+    // One exchange of the test's own, with a payload that the line card accepts.
     int exchange(MtsMessage* message) {
         const std::array<std::uint8_t, 32> payload{};
         return stats_request(mts_q, LINE_CARD_NODE, STATISTICS_SERVICE, IP_STATISTICS, payload.data(),

@@ -108,7 +108,7 @@ class EnumerationRoute : public OneTunnelTest, public testing::WithParamInterfac
     }
 };
 
-TEST_P(EnumerationRoute, NamesAreThoseOfTheClasssWalker) {
+TEST_P(EnumerationRoute, NamesAreThoseOfTheClassWalker) {
     for (const std::string& className : spellings()) {
         SCOPED_TRACE(className);
         const Answer walker = walk(
@@ -117,7 +117,7 @@ TEST_P(EnumerationRoute, NamesAreThoseOfTheClasssWalker) {
     }
 }
 
-TEST_P(EnumerationRoute, InstancesAreThoseOfTheClasssWalker) {
+TEST_P(EnumerationRoute, InstancesAreThoseOfTheClassWalker) {
     for (const std::string& className : spellings()) {
         SCOPED_TRACE(className);
         const Answer operation = enumerate(className);

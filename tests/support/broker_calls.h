@@ -59,8 +59,8 @@ struct BrokerCalls {
     template <typename T>
     static bool usable(const T& object, const char* function) {
         if (object.released) ADD_FAILURE() << function << " was called on a released object";
-        if (!object.hdl) object.owner->log(std::string(function) + " without a handle");
-        return object.hdl && !object.released;
+        if (object.hdl == nullptr) object.owner->log(std::string(function) + " without a handle");
+        return object.hdl != nullptr && !object.released;
     }
 
     // Strings.

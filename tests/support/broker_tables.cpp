@@ -1,5 +1,5 @@
 // The function tables of the recording broker and its objects. Members that are not named stay NULL: those of
-// the versions behind 1.0.
+// the versions after 1.0.
 #include <gtest/gtest.h>
 
 #include "tests/support/broker_calls.h"

@@ -93,7 +93,7 @@ class ProviderTest : public testing::Test {
         {
             emulator::Locked lock;
             const int value = run(recording.result.cmpi());
-            if (functionResult) *functionResult = value;
+            if (functionResult != nullptr) *functionResult = value;
         }
         return recording.finish(CMPIStatus{CMPI_RC_OK, nullptr});
     }

@@ -18,7 +18,7 @@ void print_list(std::ostream& out, const std::optional<std::vector<std::string>>
     }
     out << '{';
     for (std::size_t i = 0; i < list->size(); ++i)
-        out << (i != 0u ? ", " : "") << (*list)[i];
+        out << (i != 0 ? ", " : "") << (*list)[i];
     out << '}';
 }
 
@@ -125,7 +125,7 @@ std::string RecordedPath::text() const {
     if (host_) text << "//" << *host_ << '/';
     text << nameSpace_ << ':' << className_ << '{';
     for (std::size_t i = 0; i < keys_.size(); ++i)
-        text << (i != 0u ? ", " : "") << keys_[i];
+        text << (i != 0 ? ", " : "") << keys_[i];
     text << '}';
     return text.str();
 }

@@ -20,7 +20,7 @@ namespace test_support {
 class RecordedPath;
 
 // A value as it was passed, read at the time of the call. The CMPI type stands beside it, so a Value only
-// tells text, numbers, paths and NULL apart. A boolean is the byte that was passed: true equals 1, not 2.
+// distinguishes text, numbers, paths and NULL. A boolean is the byte that was passed: true equals 1, not 2.
 class Value {
   public:
     Value() = default; // NULL

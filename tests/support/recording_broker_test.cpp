@@ -20,7 +20,7 @@ class RecordingBrokerTest : public testing::Test {
   protected:
     const CMPIBroker* mb = broker().cmpi();
 
-    // Failures that gtest expects of a statement can only be told in a static function's reach.
+    // Failures that gtest expects of a statement can only be seen in a static function's reach.
     static RecordingBroker& broker() {
         static RecordingBroker broker;
         return broker;
