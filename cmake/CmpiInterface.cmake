@@ -5,14 +5,14 @@
 # cmpi_own        the project's own declarations, complete to version 2.1, for the CIM server and the tests.
 find_path(CMPI_INCLUDE_DIR NAMES cmpidt.h
           PATH_SUFFIXES cmpi sfcb Pegasus/Provider/CMPI
-          DOC "Folder with cmpidt.h, cmpift.h and cmpimacs.h")
+          DOC "Folder with cmpidt.h and cmpift.h")
 
 add_library(cmpi_own INTERFACE)
 target_include_directories(cmpi_own INTERFACE ${PROJECT_SOURCE_DIR}/cmpi)
 
 add_library(cmpi_interface INTERFACE)
 if(CMPI_INCLUDE_DIR)
-    foreach(header cmpidt.h cmpift.h cmpimacs.h)
+    foreach(header cmpidt.h cmpift.h)
         if(NOT EXISTS ${CMPI_INCLUDE_DIR}/${header})
             message(FATAL_ERROR "CMPI_INCLUDE_DIR=${CMPI_INCLUDE_DIR} has no ${header}")
         endif()

@@ -3,9 +3,9 @@
 # cimserver_http  libmicrohttpd
 # cimserver_xml   expat
 #
-# A 32-bit build on a 64-bit machine has no development packages of its own: they cannot be installed beside the
-# 64-bit ones. The headers are the same, so the run-time packages are enough; the libraries are then found by
-# the name that they are loaded by.
+# A 32-bit build on a 64-bit machine has no development packages of its own: they cannot be installed beside
+# the 64-bit ones. The headers are the same, so the run-time packages are enough; the libraries are then found
+# by the name that they are loaded by.
 set(THREADS_PREFER_PTHREAD_FLAG ON)
 set(CMAKE_FIND_PACKAGE_TARGETS_GLOBAL ON) # the tests link what the server links
 find_package(Threads REQUIRED)

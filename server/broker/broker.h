@@ -39,7 +39,7 @@ class Broker {
     void log(const std::string& line) const { log_(line); }
     bool tracing() const { return tracing_; }
 
-    // The broker that a provider passes the handle of; NULL when it is none.
+    // The broker whose handle a provider passes; NULL when it is not one.
     static const Broker* of(const CMPIBroker* handle);
 
   private:

@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "server/broker/encapsulated.h"
@@ -36,7 +37,7 @@ std::optional<Codepage> codepage_of(CMPICodepageID id) {
 std::optional<std::string> convert(const char* to, const char* from, std::string_view text) {
     if (std::strcmp(to, from) == 0) return std::string(text);
     const iconv_t conversion = iconv_open(to, from);
-    if (conversion == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
+    if (reinterpret_cast<std::intptr_t>(conversion) == -1) return std::nullopt;
     // No character takes more than four bytes, or twice as many as before.
     std::string result(4 * text.size(), '\0');
     auto* in = const_cast<char*>(text.data()); // iconv does not write there

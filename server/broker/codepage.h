@@ -14,7 +14,7 @@ namespace cimserver {
 // that the code page lacks, with CMPI_RC_ERR_INVALID_PARAMETER for an unknown code page.
 char* encode_for(CMPICodepageID codepage, std::string_view text, CMPIStatus* rc);
 
-// Terminated data of a code page as UTF-8; nothing, with the same codes, when it is none.
+// Terminated data of a code page as UTF-8; nothing, with the same codes, when it is not.
 std::optional<std::string> decode_from(CMPICodepageID codepage, const char* data, CMPIStatus* rc);
 
 } // namespace cimserver

@@ -73,7 +73,7 @@ CMPIString* new_string_cp(const CMPIBroker*, const char* data, const CMPICodepag
 }
 
 CMPIArray* new_array(const CMPIBroker*, CMPICount size, CMPIType type, CMPIStatus* rc) {
-    // Asking for the NULL value of the type tells whether there is such a type, and its canonical form.
+    // The NULL value of the type shows whether there is such a type, and its canonical form.
     const std::optional<Value> element = from_cmpi(nullptr, static_cast<CMPIType>(type & ~CMPI_ARRAY));
     if (!element || element->type == CMPI_null) return refuse<CMPIArray>(rc, CMPI_RC_ERR_INVALID_DATA_TYPE);
     set_status(rc, CMPI_RC_OK);
@@ -120,8 +120,8 @@ CMPIBoolean class_path_is_a(const CMPIBroker*, const CMPIObjectPath* path, const
                                                                                                           : 0;
 }
 
-// What an object of any type says of itself. The types share one layout, so the function table tells the
-// type.
+// What an object of any type says of itself. The types share one layout; the function table shows which it
+// is.
 struct Description {
     const char* type;
     std::string text;

@@ -168,7 +168,7 @@ CMPIData to_cmpi(const Value& value, CMPIValueState state) {
         const auto* natural = std::get_if<std::uint64_t>(&value.content);
         const auto bits =
             natural != nullptr ? *natural : static_cast<std::uint64_t>(std::get<std::int64_t>(value.content));
-        switch (value.type) { // each width in its own member: where a narrow one lies depends on the machine
+        switch (value.type) { // each width in its own field: where a narrow one lies depends on the machine
             case CMPI_uint8:
             case CMPI_sint8:
                 data.value.uint8 = static_cast<CMPIUint8>(bits);

@@ -11,7 +11,7 @@
 namespace cimserver {
 
 // Copies what a provider passed. `value` NULL is the NULL value of the type. For CMPI_chars the pointer is
-// the characters themselves. Nothing when the type is unknown or the object is none (NULL objects are NULL
+// the characters themselves. Nothing when the type is unknown or the object is not one (NULL objects are NULL
 // values).
 std::optional<Value> from_cmpi(const CMPIValue* value, CMPIType type);
 

@@ -45,7 +45,7 @@ class CimXmlRequest {
     std::string method;
     std::string nameSpace; // of an operation
 
-    // Throws HttpError for elements out of place, CimError for values that are none.
+    // Throws HttpError for elements out of place, CimError for values that are not of their type.
     std::vector<Parameter> parameters() const;
 
   private:

@@ -16,7 +16,7 @@ std::optional<CMPIType> type_named(std::string_view name);
 
 // The value that the text stands for in that type, range and form checked.
 std::optional<Value> parse_scalar(std::string_view text, CMPIType type);
-// The value of a number whose type nobody tells: the widest integer that holds it, or a real.
+// The value of a number of unknown type: the widest integer that holds it, or a real.
 std::optional<Value> parse_number(std::string_view text);
 
 } // namespace cimserver

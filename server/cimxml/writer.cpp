@@ -134,7 +134,7 @@ void ObjectWriter::scalar_element(const Value& value) {
 void ObjectWriter::instance_name(const ObjectPath& path) {
     xml_.open("INSTANCENAME", {{"CLASSNAME", path.className}});
     for (const NamedValue& key : path.keys.all()) {
-        if (key.value.is_null()) continue; // a key has a value or it is none
+        if (key.value.is_null()) continue; // a key without a value names nothing
         xml_.open("KEYBINDING", {{"NAME", key.name}});
         if (const ObjectPath* target = key.value.as_reference()) {
             reference(*target);

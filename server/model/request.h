@@ -1,7 +1,7 @@
 // One CIM operation as it passes through the server, and how it ended.
 //
 // A client's request in CIM-XML and a provider's call back through the broker become the same record, which
-// goes down to the provider as it is. An operation uses the members that it has a meaning for.
+// goes down to the provider as it is. An operation uses the fields that mean something to it.
 #ifndef KESTO_SERVER_MODEL_REQUEST_H
 #define KESTO_SERVER_MODEL_REQUEST_H
 

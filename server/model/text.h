@@ -15,7 +15,7 @@ std::string lower_cased(std::string_view name);
 
 // Names in an order that does not see case either, for sets and maps of them.
 struct NameOrder {
-    using is_transparent = void;
+    using is_transparent = void; // NOLINT(readability-identifier-naming): the standard library's name
     bool operator()(std::string_view a, std::string_view b) const;
 };
 using NameSet = std::set<std::string, NameOrder>;

@@ -29,7 +29,7 @@ struct Provider::Loaded {
     }
 
     RequestPool lifetime; // what the factories make lives as long as the provider
-    void* library;        // never closed: a provider may leave threads or exit handlers behind
+    void* library;        // never closed: a provider may have left threads or exit handlers running
 };
 
 Provider::Provider(const std::string& file, const std::string& name, const Broker& broker)

@@ -14,6 +14,7 @@
 
 #include "tests/e2e/wbem_client.h"
 #include "tests/server/cimxml_request.h"
+#include "tests/server/response.h"
 
 namespace e2e {
 

@@ -14,7 +14,7 @@ AssociationTable read(const std::string& text) {
     return AssociationTable::read(stream, "table");
 }
 
-TEST(AssociationTable, TellsTheAssociationsOfASource) {
+TEST(AssociationTable, HasTheAssociationsOfASource) {
     const AssociationTable table =
         read("# comment\n\nA_First: A_Thing A_Other\n  A_Second :A_Other\nA_Any\n");
     EXPECT_EQ(table.from("a_thing"), (std::vector<std::string>{"A_First", "A_Any"}));

@@ -78,7 +78,7 @@ TEST_F(Associations, ReferencesOfANamedClass) {
     EXPECT_EQ(instances.texts("//INSTANCE/PROPERTY.REFERENCE/@NAME"), (List{"Left", "Right"}));
 }
 
-TEST_F(Associations, PathsTellHostAndNamespace) {
+TEST_F(Associations, PathsNameHostAndNamespace) {
     const Response response = traverse("AssociatorNames", thing_name("one"), association("Probe_Link"));
     EXPECT_EQ(response.text("//OBJECTPATH/INSTANCEPATH/NAMESPACEPATH/HOST"), "testhost");
     EXPECT_EQ(response.texts("//OBJECTPATH/INSTANCEPATH/NAMESPACEPATH/LOCALNAMESPACEPATH/NAMESPACE/@NAME"),
@@ -114,7 +114,7 @@ TEST_F(Associations, RolesApplyToEachClassOfATraversalWithoutOne) {
     EXPECT_EQ(far_ends(thing_name("one"), role("Whole")), List{"Probe_Piece p"});
 }
 
-TEST_F(Associations, TheFarEndsReferencesTellTheRolesWhereTheSourcesDoNot) {
+TEST_F(Associations, TheFarEndsReferencesShowTheRolesWhereTheSourcesDoNot) {
     EXPECT_EQ(traverse("ReferenceNames", thing_name("one"), result_class("Probe_Part")).count("//OBJECTPATH"),
               0U);
     EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Part") + role("Whole") + result_role("Piece")),
@@ -122,7 +122,7 @@ TEST_F(Associations, TheFarEndsReferencesTellTheRolesWhereTheSourcesDoNot) {
     EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Part") + role("Piece")), List{});
 }
 
-TEST_F(Associations, ObjectsWhoseRoleNothingTellsDoNotPass) {
+TEST_F(Associations, ObjectsWhoseRoleNothingShowsDoNotPass) {
     EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Unheard") + role("Left")), List{});
 }
 

@@ -2,7 +2,8 @@
 #ifndef KESTO_TESTS_SERVER_BROKER_FIXTURE_H
 #define KESTO_TESTS_SERVER_BROKER_FIXTURE_H
 
-#include <cmpimacs.h>
+#include <cmpidt.h>
+#include <cmpift.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -18,12 +19,15 @@ class BrokerFixture : public testing::Test {
         return reinterpret_cast<Object*>(static_cast<std::intptr_t>(-1));
     }
     CMPIObjectPath* path(const char* className = "A_Class") {
-        return CMNewObjectPath(handle, "root/test", className, nullptr);
+        return handle->eft->newObjectPath(handle, "root/test", className, nullptr);
     }
-    CMPIInstance* instance() { return CMNewInstance(handle, path(), nullptr); }
-    static std::string text(const CMPIString* string) { return CMGetCharPtr(string); }
+    CMPIInstance* instance() { return handle->eft->newInstance(handle, path(), nullptr); }
+    static std::string text(const CMPIString* string) { return string->ft->getCharPtr(string, nullptr); }
+    static std::string class_of(const CMPIObjectPath* path) {
+        return text(path->ft->getClassName(path, nullptr));
+    }
     static std::string property_text(const CMPIInstance* of, const char* name) {
-        return text(CMGetProperty(of, name, nullptr).value.string);
+        return text(of->ft->getProperty(of, name, nullptr).value.string);
     }
 
     std::vector<std::string> logged;

@@ -19,7 +19,7 @@ namespace {
 
 using namespace cimserver;
 
-// The tables are records of pointers behind a few numbers; `firstPointer` is where the pointers begin.
+// The tables are records of a few numbers and then pointers; `firstPointer` is where the pointers begin.
 template <typename Table>
 void expect_no_empty_slot(const Table* table, std::size_t firstPointer) {
     ASSERT_NE(table, nullptr);
@@ -63,7 +63,7 @@ TYPED_TEST(ObjectTables, HaveNoEmptySlot) {
     EXPECT_EQ(table->ftVersion, CMPICurrentVersion);
 }
 
-TEST_F(BrokerTables, TheBrokerTellsWhatItIs) {
+TEST_F(BrokerTables, TheBrokerSaysWhatItIs) {
     EXPECT_EQ(handle->bft->brokerVersion, CMPIVersion210);
     EXPECT_STREQ(handle->bft->brokerName, "kesto-cimserver");
     constexpr unsigned TRAVERSAL = CMPI_MB_AssociationTraversal;

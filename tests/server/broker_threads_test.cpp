@@ -107,16 +107,16 @@ TEST_F(Threads, LibraryNames) {
 }
 
 TEST_F(Threads, AttachedThreadsHaveAPoolOfTheirOwn) {
-    CMPIContext* context = CBPrepareAttachThread(
+    CMPIContext* context = handle->bft->prepareAttachThread(
         handle, cimserver::make_pooled<cimserver::ContextObject>(cimserver::ContextContent{}));
     ASSERT_NE(context, nullptr);
     const auto* before = &cimserver::RequestPool::current();
-    EXPECT_EQ(CBAttachThread(handle, context).rc, CMPI_RC_OK);
+    EXPECT_EQ(handle->bft->attachThread(handle, context).rc, CMPI_RC_OK);
     EXPECT_NE(&cimserver::RequestPool::current(), before);
-    EXPECT_EQ(CBDetachThread(handle, context).rc, CMPI_RC_OK);
+    EXPECT_EQ(handle->bft->detachThread(handle, context).rc, CMPI_RC_OK);
     EXPECT_EQ(&cimserver::RequestPool::current(), before);
-    EXPECT_EQ(CBAttachThread(handle, nullptr).rc, CMPI_RC_ERR_INVALID_HANDLE);
-    EXPECT_EQ(CBPrepareAttachThread(handle, nullptr), nullptr);
+    EXPECT_EQ(handle->bft->attachThread(handle, nullptr).rc, CMPI_RC_ERR_INVALID_HANDLE);
+    EXPECT_EQ(handle->bft->prepareAttachThread(handle, nullptr), nullptr);
 }
 
 } // namespace

@@ -33,7 +33,7 @@ TEST(HttpServer, HandsRequestsToItsHandler) {
     EXPECT_EQ(received.headers.at("x-method"), "POST");
 }
 
-TEST(HttpServer, TellsWhereItListens) {
+TEST(HttpServer, ReportsWhereItListens) {
     const HttpServer server(any_port(), echo);
     EXPECT_NE(server.port(), 0);
     EXPECT_EQ(server.url(), "http://127.0.0.1:" + std::to_string(server.port()));

@@ -130,7 +130,7 @@ TEST_F(Operations, StatusCodesThatCimDoesNotHaveBecomeFailed) {
 
 TEST_F(Operations, AnErrorObjectExplainsAStatusWithoutAMessage) {
     EXPECT_EQ(ask_class("EnumerateInstances", "Probe_ErrorObject").error_description(),
-              "the error object tells");
+              "the error object explains");
 }
 
 TEST_F(Operations, OtherOperationsAreNotSupported) {
@@ -177,7 +177,7 @@ TEST_F(Operations, UnknownNamespacesAreRefused) {
     EXPECT_EQ(response.error_code(), 3);
 }
 
-TEST_F(Operations, TheReportTellsWhatWasAskedAndReturned) {
+TEST_F(Operations, TheReportShowsWhatWasAskedAndReturned) {
     ask_class("EnumerateInstances", "Probe_Thing");
     ask("GetInstance", parameter("InstanceName", thing_name("hint")));
     ASSERT_EQ(reported.size(), 2U);

@@ -110,7 +110,7 @@ class Program : public testing::Test {
     std::uint16_t port = 0;
 };
 
-TEST_F(Program, TellsWhenItIsReadyAndStopsCleanlyOnSigterm) {
+TEST_F(Program, ReportsWhenItIsReadyAndStopsCleanlyOnSigterm) {
     serve();
     const std::string url = "http://127.0.0.1:" + std::to_string(port) + "/cimom";
     EXPECT_EQ(out(), "kesto-cimserver: serving " + url + " (namespace root/cimv2)\n");

@@ -47,7 +47,7 @@ TEST_F(Keys, BooleansAndNumbers) {
     EXPECT_EQ(type_of(response, "R"), text(CMPI_real64));
 }
 
-TEST_F(Keys, TypesThatTheClientTellsAreUsed) {
+TEST_F(Keys, TypesThatTheClientGivesAreUsed) {
     const Response response = echo_of(key("N", "7", "VALUETYPE=\"numeric\" TYPE=\"uint16\""));
     EXPECT_EQ(response.property("N"), "7");
     EXPECT_EQ(type_of(response, "N"), text(CMPI_uint16));
