@@ -13,6 +13,7 @@
 using namespace golden;
 using emulator::Effect;
 using test_support::entering;
+using test_support::exiting;
 using test_support::for_each_effect;
 using test_support::inject;
 using test_support::RecordedInstance;
@@ -76,7 +77,7 @@ TEST_P(AssociatorForms, IpEndpointTracesTheAssociationClassBeforeItLooksAtIt) {
     EXPECT_TRUE(known.output.starts_with(entering(function) + "Association Class KESTO_TCPIPEndpoint \n"))
         << known.output;
     const Answer none = call(form(), IP_PE, "7_x", nullptr);
-    EXPECT_NE(none.output.find("Association Class "), std::string::npos) << none.output;
+    EXPECT_EQ(none.output, entering(function) + "Association Class (null) \n");
     const Answer other = call(form(), FCIP_PE, "7_x", "KESTO_FCIPTCPEndpoint");
     EXPECT_EQ(other.output.find("Association Class "), std::string::npos);
 }
@@ -181,11 +182,14 @@ TEST_F(AssociatorTest, TcpStatisticalDataMakesThePathOfItsProfilesTunnelAndRetur
     for (const Probe& probe : PROBES) {
         SCOPED_TRACE(std::string("key \"") + probe.key + "\"");
         broker.clear_calls();
-        call(get_tcp_statical_data_associator_names, probe.key, "KESTO_TCPEndPointStatistics");
+        const Answer answer =
+            call(get_tcp_statical_data_associator_names, probe.key, "KESTO_TCPEndPointStatistics");
+        const bool names = probe.tunnel(Reading::Entity) != nullptr;
         EXPECT_EQ(broker.call_texts("newObjectPath"),
-                  probe.tunnel(Reading::Entity) != nullptr
-                      ? Texts{"newObjectPath root/kesto KESTO_TCPProtocolEndPoint"}
-                      : Texts{});
+                  names ? Texts{"newObjectPath root/kesto KESTO_TCPProtocolEndPoint"} : Texts{});
+        EXPECT_EQ(answer.output, entering("get_tcp_statical_data_associator_names") +
+                                     (names ? entering("tcp_pe_fill_reference") : "") +
+                                     exiting("get_tcp_statical_data_associator_names"));
     }
 }
 

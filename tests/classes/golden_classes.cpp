@@ -161,7 +161,7 @@ const std::vector<GoldenBuilder>& golden_builders() {
          .properties = golden::IP_STATISTICS,
          .systemNames = WHAT_THE_LOOKUP_LEFT,
          .trace =
-             framed("ip_statistics_build_instance", "\n inside get_ip_stats\n " + ANY + "Great!!!" + ANY)},
+             framed("ip_statistics_build_instance", "\n inside get_ip_stats\n " + ANY + "Great!!!\n" + ANY)},
         {.function = "tcp_statistics_build_instance",
          .className = "KESTO_TCPEndPointStatistics",
          .build = of_link(tcp_statistics_build_instance),

@@ -244,7 +244,7 @@ TEST_F(StatisticsClasses, TcpIsNullWithoutTheTunnelsProfile) {
 TEST_F(StatisticsClasses, TcpGoesOnWithoutCountersAndSaysSo) {
     emulator::fail_always("mts_send");
     EXPECT_EQ(build_tcp().sets(), tcp);
-    EXPECT_NE(trace.find("******* Error ******** "), std::string::npos);
+    EXPECT_NE(trace.find("******* Error ******** \n"), std::string::npos);
     EXPECT_TRUE(trace.ends_with(exiting("tcp_statistics_build_instance")));
 }
 
@@ -278,7 +278,7 @@ TEST_F(StatisticsClasses, DataIsMinusOneWhenTheTunnelIsGone) {
 TEST_F(StatisticsClasses, DataGoesOnWithoutCountersAndSaysSo) {
     emulator::fail_always("mts_send");
     EXPECT_EQ(build_data().sets(), data);
-    EXPECT_NE(trace.find("******* Error ******** "), std::string::npos);
+    EXPECT_NE(trace.find("******* Error ******** \n"), std::string::npos);
 }
 
 // Object paths.

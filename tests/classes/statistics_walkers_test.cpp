@@ -54,6 +54,12 @@ TEST_F(StatisticsWalk, EachClassHasOnePathATunnelWithTheIfIndex) {
     }
 }
 
+TEST_F(StatisticsWalk, AClassThatIsNotServedLeavesTheWalkersOwnTraceAlone) {
+    add_two_tunnels();
+    EXPECT_EQ(walk_instances("KESTO_EthernetPortStatistics").output, entering("get_all_statistics"));
+    EXPECT_EQ(walk_paths("KESTO_EthernetPortStatistics").output, entering("get_all_statistic_references"));
+}
+
 TEST_F(StatisticsWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
     for (const char* className :
          {"kesto_ipendpointstatistics", "KESTO_TcpEndpointSTATISTICS", "kesto_tcpstatisticaldata"}) {

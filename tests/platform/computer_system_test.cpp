@@ -244,7 +244,8 @@ TEST_F(LogicalComputerTest, OnlyTheStatusOfTheRecordsCounts) {
         inject({.symbol = symbol, .effect = Effect::SucceedWithoutRow});
         EXPECT_EQ(path_of(17).second, std::string(PATH_TRACE) + "error during get vsan id\n") << symbol;
         EXPECT_EQ(path_of(17).first.key("Name"), "") << symbol;
-        EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id\n") << symbol;
+        EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id\n")
+            << symbol;
     }
 }
 

@@ -90,6 +90,12 @@ SEEN_BY_ALL int mts_recv(std::uint32_t, MtsMessage*, const void*) {
     return 0;
 }
 
+// Names are longer here than those of the emulated switch.
+SEEN_BY_ALL int sprintf_if_index(char* buffer, std::uint32_t) {
+    std::strcpy(buffer, "an interface whose name has more than thirty characters");
+    return 0;
+}
+
 SEEN_BY_ALL int vsan_cim_get_vsan_key(char* text, void** vsanEntry, void** domainEntry) {
     for (void** entry : {vsanEntry, domainEntry}) {
         std::free(*entry);
@@ -253,6 +259,42 @@ TEST_F(OddRepliesTest, ASuccessWithoutARowIsRepeatedNoMoreThan65536Times) {
     answers.profileRequests = 0;
     EXPECT_EQ(locked([] { return get_all_fcip_entities(mts_q); }), 0);
     EXPECT_EQ(answers.profileRequests, 65536U + 1U);
+}
+
+TEST_F(OddRepliesTest, IpSettingsCarryTheInterfaceNameWhole) {
+    answers.words = {1, 64};
+    answers.length = 8;
+    answers.profiles = {entity_row(3)};
+    const FcipLinkEntry link = link_row(3, 0, 17);
+    printed_by([&] {
+        const auto settings =
+            built([&] { return ip_settings_build_instance("KESTO_IPSettings", NAMESPACE, &link, nullptr); });
+        EXPECT_EQ(settings.value("Caption"), "an interface whose name has more than thirty characters");
+        EXPECT_EQ(settings.value("Description"), "an interface whose name has more than thirty characters");
+    });
+}
+
+TEST_F(OddRepliesTest, IpSettingsAreNullWithoutAWholeIpConfiguration) {
+    answers.words = {1};
+    answers.length = 4;
+    answers.profiles = {entity_row(3)};
+    const FcipLinkEntry link = link_row(3, 0, 17);
+    printed_by([&] {
+        const auto settings =
+            built([&] { return ip_settings_build_instance("KESTO_IPSettings", NAMESPACE, &link, nullptr); });
+        EXPECT_EQ(settings.kind(), test_support::Object::Null);
+    });
+}
+
+TEST_F(OddRepliesTest, EthernetStatisticsCarryThirtyCharactersOfTheInterfaceName) {
+    PortInfo port{};
+    port.ifIndex = ETHERNET_PORT;
+    printed_by([&] {
+        const auto statistics = built([&] {
+            return eth_statistics_build_instance("KESTO_EthernetPortStatistics", NAMESPACE, &port, nullptr);
+        });
+        EXPECT_EQ(statistics.value("Caption"), "an interface whose name has mo");
+    });
 }
 
 // The profile's path is made of the link's row: no profile is asked for but those of the two ends.

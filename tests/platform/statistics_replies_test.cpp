@@ -89,7 +89,7 @@ TEST_F(Statistics, EthernetStatisticsFailWithMinusOneAndSaySo) {
         EthMacStats out;
         const std::string trace =
             printed_by([&] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), -1) << when; });
-        EXPECT_EQ(trace.find("Failed retrieval of mac stats information from linecard"), 0u) << when;
+        EXPECT_EQ(trace.find("Failed retrieval of mac stats information from linecard\n"), 0u) << when;
         EXPECT_EQ(trace.find("Exiting"), std::string::npos) << when;
         EXPECT_EQ(emulator::messages_outstanding(), 0u) << when;
     };

@@ -1,5 +1,8 @@
 #include "tests/support/one_tunnel.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "tests/support/rows.h"
 
 namespace one_tunnel {
@@ -91,9 +94,10 @@ void put_big_endian_64(std::vector<std::uint8_t>& bytes, std::size_t position, s
     put_big_endian_32(bytes, position + 4, static_cast<std::uint32_t>(value));
 }
 
-// The status at byte 10 stays 0 in all three.
+// The status at byte 10 stays 0 in all three. The bytes before it, which nothing reads, do not.
 std::vector<std::uint8_t> ip_reply() {
     std::vector<std::uint8_t> bytes(172);
+    std::fill_n(bytes.begin(), 10, std::uint8_t{0xFF});
     for (std::size_t n = 12; n < bytes.size(); n += 4)
         put_big_endian_32(bytes, n, static_cast<std::uint32_t>(100000 + n));
     put_big_endian_32(bytes, 116, 116);
