@@ -77,15 +77,15 @@ void get_last(benchmark::State& state, const char* className) {
 BENCHMARK_CAPTURE(enumerate, FCIPProtocolEndPoint, "KESTO_FCIPProtocolEndPoint")
     ->RangeMultiplier(10)
     ->Range(10, 1000)
-    ->Unit(benchmark::MILLISECOND);
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(enumerate, TCPSettings, "KESTO_TCPSettings")
     ->RangeMultiplier(10)
     ->Range(10, 1000)
-    ->Unit(benchmark::MILLISECOND);
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(get_last, FCIPProtocolEndPoint, "KESTO_FCIPProtocolEndPoint")
     ->RangeMultiplier(10)
     ->Range(10, 1000)
-    ->Unit(benchmark::MICROSECOND);
+    ->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

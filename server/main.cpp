@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -42,7 +43,7 @@ struct Options {
 // Beside the program: where the build puts it, then where an installation does.
 std::string default_provider() {
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    const std::string file = "libFCIPProvider.so";
+    std::string file = "libFCIPProvider.so";
     const std::filesystem::path candidates[] = {program / "../lib" / file,
                                                 program / CIMSERVER_PROVIDER_DIR / file};
     for (const auto& candidate : candidates) {
@@ -134,9 +135,7 @@ void serve(const Options& options, Console& console) {
     console.say("kesto-cimserver: stopped");
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     Options options;
     CLI::App app("Serves a CMPI provider to CIM-XML clients (WBEM).", "kesto-cimserver");
     add_options(app, options);
@@ -152,6 +151,17 @@ int main(int argc, char** argv) {
         return EXIT_SUCCESS;
     } catch (const std::exception& error) {
         console.warn(std::string("kesto-cimserver: ") + error.what());
+        return EXIT_FAILURE;
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) { // before there is a console, or because it fails
+        std::fprintf(stderr, "kesto-cimserver: %s\n", error.what());
         return EXIT_FAILURE;
     }
 }

@@ -38,7 +38,7 @@ std::optional<std::string> convert(const char* to, const char* from, std::string
     if (std::strcmp(to, from) == 0) return std::string(text);
     const iconv_t conversion = iconv_open(to, from);
     if (reinterpret_cast<std::intptr_t>(conversion) == -1) return std::nullopt;
-    // No character takes more than four bytes, or twice as many as before.
+    // A character has one byte at least and four at most in each of them.
     std::string result(4 * text.size(), '\0');
     auto* in = const_cast<char*>(text.data()); // iconv does not write there
     char* out = result.data();

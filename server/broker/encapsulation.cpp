@@ -1,5 +1,7 @@
 #include "server/broker/encapsulation.h"
 
+#include <cmpidt.h>
+
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,7 @@
 #include "server/broker/memory.h"
 
+#include <cmpidt.h>
+
 #include <cstddef>
 #include <cstring>
 #include <limits>

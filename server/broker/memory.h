@@ -2,6 +2,7 @@
 #ifndef KESTO_SERVER_BROKER_MEMORY_H
 #define KESTO_SERVER_BROKER_MEMORY_H
 
+#include <cmpidt.h>
 #include <cmpift.h>
 
 namespace cimserver {

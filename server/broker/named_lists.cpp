@@ -9,11 +9,11 @@ namespace cimserver {
 
 namespace {
 
-NamedValues& listOf(ArgsObject& args) {
+NamedValues& list_of(ArgsObject& args) {
     return args.content().arguments;
 }
 
-NamedValues& listOf(ContextObject& context) {
+NamedValues& list_of(ContextObject& context) {
     return context.content().entries;
 }
 
@@ -24,14 +24,14 @@ CMPIStatus add_to(const Handle* list, const char* name, const CMPIValue* value, 
     if (!name) return status(CMPI_RC_ERR_INVALID_PARAMETER);
     std::optional<Value> added = from_cmpi(value, type);
     if (!added) return status(CMPI_RC_ERR_INVALID_DATA_TYPE);
-    listOf(*ours).set(name, std::move(*added));
+    list_of(*ours).set(name, std::move(*added));
     return status(CMPI_RC_OK);
 }
 
 template <typename Object, CMPIrc missing, typename Handle>
 CMPIData get_from(const Handle* list, const char* name, CMPIStatus* rc) {
     Object* ours = from_handle<Object>(list);
-    if (ours) return read_named(listOf(*ours), name, missing, CMPI_goodValue, rc);
+    if (ours) return read_named(list_of(*ours), name, missing, CMPI_goodValue, rc);
     set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
     return no_data(CMPI_badValue);
 }
@@ -39,7 +39,7 @@ CMPIData get_from(const Handle* list, const char* name, CMPIStatus* rc) {
 template <typename Object, CMPIrc missing, typename Handle>
 CMPIData get_at(const Handle* list, CMPICount index, CMPIString** name, CMPIStatus* rc) {
     Object* ours = from_handle<Object>(list);
-    if (ours) return read_named_at(listOf(*ours), index, name, missing, CMPI_goodValue, rc);
+    if (ours) return read_named_at(list_of(*ours), index, name, missing, CMPI_goodValue, rc);
     set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
     return no_data(CMPI_badValue);
 }
@@ -48,7 +48,7 @@ template <typename Object, typename Handle>
 CMPICount count_of(const Handle* list, CMPIStatus* rc) {
     Object* ours = from_handle<Object>(list);
     set_status(rc, ours ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return ours ? static_cast<CMPICount>(listOf(*ours).size()) : 0;
+    return ours ? static_cast<CMPICount>(list_of(*ours).size()) : 0;
 }
 
 constexpr CMPIrc MISSING = CMPI_RC_ERR_NOT_FOUND;

@@ -1,5 +1,6 @@
 #include "server/broker/threads.h"
 
+#include <cmpidt.h>
 #include <pthread.h>
 
 #include <cerrno>

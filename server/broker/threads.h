@@ -2,6 +2,7 @@
 #ifndef KESTO_SERVER_BROKER_THREADS_H
 #define KESTO_SERVER_BROKER_THREADS_H
 
+#include <cmpidt.h>
 #include <cmpift.h>
 
 namespace cimserver {

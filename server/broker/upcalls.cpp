@@ -1,5 +1,7 @@
 #include "server/broker/upcalls.h"
 
+#include <cmpidt.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,6 +27,15 @@ namespace {
 
 std::optional<std::string> text_or_none(const char* text) {
     return text != nullptr ? std::optional<std::string>(text) : std::nullopt;
+}
+
+Request traversal(Operation operation, const char* associationClass, const char* resultClass,
+                  const char* role, const char* resultRole) {
+    return {.operation = operation,
+            .associationClass = text_or_none(associationClass),
+            .resultClass = text_or_none(resultClass),
+            .role = text_or_none(role),
+            .resultRole = text_or_none(resultRole)};
 }
 
 PropertyNames wanted_from(const char** properties) {
@@ -155,13 +166,9 @@ CMPIEnumeration* exec_query(const CMPIBroker* broker, const CMPIContext* context
 CMPIEnumeration* associators(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path,
                              const char* associationClass, const char* resultClass, const char* role,
                              const char* resultRole, const char** properties, CMPIStatus* rc) {
-    return enumerate(broker, context, path, rc,
-                     {.operation = Operation::Associators,
-                      .wanted = wanted_from(properties),
-                      .associationClass = text_or_none(associationClass),
-                      .resultClass = text_or_none(resultClass),
-                      .role = text_or_none(role),
-                      .resultRole = text_or_none(resultRole)});
+    Request request = traversal(Operation::Associators, associationClass, resultClass, role, resultRole);
+    request.wanted = wanted_from(properties);
+    return enumerate(broker, context, path, rc, std::move(request));
 }
 
 CMPIEnumeration* associator_names(const CMPIBroker* broker, const CMPIContext* context,
@@ -169,30 +176,23 @@ CMPIEnumeration* associator_names(const CMPIBroker* broker, const CMPIContext* c
                                   const char* resultClass, const char* role, const char* resultRole,
                                   CMPIStatus* rc) {
     return enumerate(broker, context, path, rc,
-                     {.operation = Operation::AssociatorNames,
-                      .associationClass = text_or_none(associationClass),
-                      .resultClass = text_or_none(resultClass),
-                      .role = text_or_none(role),
-                      .resultRole = text_or_none(resultRole)});
+                     traversal(Operation::AssociatorNames, associationClass, resultClass, role, resultRole));
 }
 
+// The result class of references is the association class.
 CMPIEnumeration* references(const CMPIBroker* broker, const CMPIContext* context, const CMPIObjectPath* path,
                             const char* resultClass, const char* role, const char** properties,
                             CMPIStatus* rc) {
-    return enumerate(broker, context, path, rc,
-                     {.operation = Operation::References,
-                      .wanted = wanted_from(properties),
-                      .associationClass = text_or_none(resultClass),
-                      .role = text_or_none(role)});
+    Request request = traversal(Operation::References, resultClass, nullptr, role, nullptr);
+    request.wanted = wanted_from(properties);
+    return enumerate(broker, context, path, rc, std::move(request));
 }
 
 CMPIEnumeration* reference_names(const CMPIBroker* broker, const CMPIContext* context,
                                  const CMPIObjectPath* path, const char* resultClass, const char* role,
                                  CMPIStatus* rc) {
     return enumerate(broker, context, path, rc,
-                     {.operation = Operation::ReferenceNames,
-                      .associationClass = text_or_none(resultClass),
-                      .role = text_or_none(role)});
+                     traversal(Operation::ReferenceNames, resultClass, nullptr, role, nullptr));
 }
 
 // What the server does not offer.

@@ -3,6 +3,7 @@
 #ifndef KESTO_SERVER_BROKER_UPCALLS_H
 #define KESTO_SERVER_BROKER_UPCALLS_H
 
+#include <cmpidt.h>
 #include <cmpift.h>
 
 namespace cimserver {

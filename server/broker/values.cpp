@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <variant>
 
 #include "server/broker/array.h"
 #include "server/broker/datetime.h"
@@ -95,8 +96,7 @@ std::optional<Value> from_cmpi(const CMPIValue* value, CMPIType type) {
     if (value == nullptr) return Value::null(canonical(type));
     if ((type & CMPI_ARRAY) != 0) {
         return object_from<ArrayObject>(value->array, canonical(type), [type](const ArrayContent& array) {
-            // The array knows its element type better than the caller, who may have said only "array of
-            // chars".
+            // The array knows its element type better than the caller, who may have said just "chars".
             const CMPIType elements = array.elementType == CMPI_null ? canonical(type) : array.elementType;
             return Value{static_cast<CMPIType>(elements | CMPI_ARRAY), array.elements};
         });

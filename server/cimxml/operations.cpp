@@ -3,9 +3,9 @@
 #include <cmpidt.h>
 
 #include <algorithm>
+#include <iterator>
 #include <sstream>
 #include <string>
-#include <utility>
 
 #include "server/model/text.h"
 

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstddef>
 #include <optional>
+#include <string_view>
 #include <system_error>
 #include <utility>
 

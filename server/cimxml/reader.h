@@ -7,7 +7,6 @@
 #define KESTO_SERVER_CIMXML_READER_H
 
 #include <string>
-#include <string_view>
 #include <variant>
 #include <vector>
 

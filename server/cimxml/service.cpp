@@ -16,7 +16,7 @@ namespace cimserver {
 
 namespace {
 
-// What a provider learns of the client.
+// What a provider learns about the client.
 NamedValues context_of(CMPIFlags flags, const CimXmlRequest& message, const HttpRequest& http) {
     NamedValues context;
     context.set(CMPIInvocationFlags, Value::integer(CMPI_uint32, std::uint64_t{flags}));

@@ -1,9 +1,14 @@
 #include "server/cimxml/types.h"
 
+#include <cmpidt.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <limits>
+#include <string>
+#include <system_error>
 
 #include "server/model/datetime.h"
 #include "server/model/text.h"

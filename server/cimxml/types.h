@@ -2,6 +2,8 @@
 #ifndef KESTO_SERVER_CIMXML_TYPES_H
 #define KESTO_SERVER_CIMXML_TYPES_H
 
+#include <cmpidt.h>
+
 #include <optional>
 #include <string_view>
 

@@ -1,9 +1,10 @@
 #include "server/cimxml/writer.h"
 
+#include <cmpidt.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
-#include <vector>
 
 #include "server/cimxml/types.h"
 #include "server/model/naming.h"

@@ -7,8 +7,14 @@
 
 #include <cerrno>
 #include <condition_variable>
+#include <cstddef>
+#include <cstdlib>
 #include <cstring>
+#include <exception>
+#include <map>
 #include <mutex>
+#include <string_view>
+#include <utility>
 
 #include "server/http/arrival_watch.h"
 

@@ -3,6 +3,7 @@
 #define KESTO_SERVER_HTTP_SERVER_H
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>

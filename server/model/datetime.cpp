@@ -1,7 +1,7 @@
 #include "server/model/datetime.h"
 
-#include <charconv>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 
 namespace cimserver {

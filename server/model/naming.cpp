@@ -1,6 +1,7 @@
 #include "server/model/naming.h"
 
 #include <array>
+#include <string_view>
 
 namespace cimserver {
 

@@ -1,5 +1,7 @@
 #include "server/provider/operations.h"
 
+#include <cmpidt.h>
+
 #include "server/provider/provider_call.h"
 #include "server/provider/traversal.h"
 

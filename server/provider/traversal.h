@@ -2,9 +2,8 @@
 //
 // - A traversal that names no association class asks the provider once for each class that the association
 //   table allows for the source, and merges the answers: an object that two classes lead to is returned once.
-// - ResultClass, Role and ResultRole go to the provider, which is free to ignore them, and are applied to
-// what
-//   it returns. Without class declarations a ResultClass lets through the objects of exactly that class; one
+// - ResultClass, Role and ResultRole go to the provider, which is free to ignore them, and are applied to its
+//   results. Without class declarations a ResultClass lets through the objects of exactly that class; one
 //   that names a superclass lets through nothing.
 // - Which roles two associated objects play is read off the association objects between them. The references
 //   of the source show it; where they say nothing of a far end, that end's own references of the same class

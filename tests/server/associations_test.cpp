@@ -1,4 +1,8 @@
 // Traversal of associations: what the provider leaves to the server.
+#include <cstddef>
+#include <string>
+#include <vector>
+
 #include "tests/server/probe_service.h"
 
 namespace {

@@ -2,6 +2,8 @@
 #include <cmpidt.h>
 #include <cmpift.h>
 
+#include <string>
+
 #include "server/broker/named_lists.h"
 #include "server/broker/request_pool.h"
 #include "tests/server/probe_service.h"

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "server/broker/broker.h"
 #include "server/broker/request_pool.h"

@@ -1,4 +1,7 @@
 // Object paths and instances that a provider makes through the broker, used as a provider uses them.
+#include <cmpidt.h>
+#include <cmpift.h>
+
 #include "tests/server/broker_fixture.h"
 
 namespace {

@@ -1,5 +1,10 @@
 // Who owns what a provider makes, and what happens to what it gives back.
+#include <cmpidt.h>
+#include <cmpift.h>
+
+#include <cstddef>
 #include <cstring>
+#include <string>
 
 #include "server/broker/array.h"
 #include "server/broker/datetime.h"

@@ -1,5 +1,10 @@
 // The other objects that a provider makes through the broker, used as a provider uses them.
+#include <cmpidt.h>
+#include <cmpift.h>
+
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include "tests/server/broker_fixture.h"
 

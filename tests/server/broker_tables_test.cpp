@@ -1,7 +1,11 @@
 // No slot of any function table is empty: a provider may call whatever the interface has.
+#include <cmpidt.h>
+#include <cmpift.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstring>
+#include <string>
 
 #include "server/broker/array.h"
 #include "server/broker/broker.h"

@@ -1,4 +1,7 @@
 // The broker's threads and locks.
+#include <cmpidt.h>
+#include <cmpift.h>
+
 #include <cerrno>
 #include <ctime>
 

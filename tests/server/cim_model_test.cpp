@@ -1,8 +1,12 @@
 #include "server/model/cim_model.h"
 
+#include <cmpidt.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <limits>
+#include <string>
+#include <utility>
 
 #include "server/cimxml/types.h"
 

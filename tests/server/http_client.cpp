@@ -6,6 +6,7 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <sstream>
 

@@ -1,4 +1,6 @@
 // What the headers of a request must say.
+#include <string>
+
 #include "tests/server/probe_service.h"
 
 namespace {

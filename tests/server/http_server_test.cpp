@@ -4,8 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <cstdint>
 #include <future>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "tests/server/cimxml_request.h"
 #include "tests/server/http_client.h"

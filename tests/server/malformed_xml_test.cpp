@@ -1,5 +1,8 @@
 // Requests that are no CIM-XML, or no XML at all.
+#include <cstddef>
 #include <random>
+#include <string>
+#include <string_view>
 
 #include "tests/server/probe_service.h"
 

@@ -1,6 +1,11 @@
 #include "server/model/naming.h"
 
+#include <cmpidt.h>
 #include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
 
 namespace {
 

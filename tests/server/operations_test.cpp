@@ -1,4 +1,7 @@
 // Every operation, from request to response.
+#include <string>
+#include <vector>
+
 #include "tests/server/probe_service.h"
 
 namespace {

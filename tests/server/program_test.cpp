@@ -7,10 +7,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <future>
 #include <sstream>
+#include <string>
 #include <vector>
 
 #include "tests/server/cimxml_request.h"

@@ -1,5 +1,6 @@
 // What a provider may do to its results, and what of it reaches the client.
-#include <algorithm>
+#include <string>
+#include <vector>
 
 #include "tests/server/probe_service.h"
 

@@ -1,4 +1,9 @@
 // The parameters of requests on their way to the provider.
+#include <cmpidt.h>
+
+#include <string>
+#include <vector>
+
 #include "tests/server/probe_service.h"
 
 namespace {

@@ -1,6 +1,7 @@
 // XML as the server reads and writes it.
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 
 #include "server/cimxml/xml_document.h"

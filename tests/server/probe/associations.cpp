@@ -1,5 +1,7 @@
 #include "tests/server/probe/associations.h"
 
+#include <cmpidt.h>
+#include <cmpift.h>
 #include <strings.h>
 
 namespace probe {

@@ -6,6 +6,8 @@
 #ifndef KESTO_TESTS_SERVER_PROBE_ASSOCIATIONS_H
 #define KESTO_TESTS_SERVER_PROBE_ASSOCIATIONS_H
 
+#include <cmpidt.h>
+
 #include "tests/server/probe/objects.h"
 
 namespace probe {

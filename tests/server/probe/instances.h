@@ -2,6 +2,8 @@
 #ifndef KESTO_TESTS_SERVER_PROBE_INSTANCES_H
 #define KESTO_TESTS_SERVER_PROBE_INSTANCES_H
 
+#include <cmpidt.h>
+
 #include "tests/server/probe/objects.h"
 
 namespace probe {
