@@ -103,7 +103,7 @@ TEST_P(AssociationBuilder, TiesTwoReferencesInOrder) {
     Sets references{{family().role1, CMPI_ref, broker.recorded(first)},
                     {family().role2, CMPI_ref, broker.recorded(second)}};
     std::vector<std::string> wanted{"newObjectPath", "setHostname"};
-    if (!makes_paths()) wanted.push_back("newInstance");
+    if (!makes_paths()) wanted.emplace_back("newInstance");
     wanted.insert(wanted.end(), 2, setter());
     if (family().flags) {
         references.push_back({"IsDefault", CMPI_uint16, 1});

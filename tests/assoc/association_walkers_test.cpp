@@ -10,7 +10,6 @@
 #include "tests/assoc/association_test.h"
 
 using namespace golden;
-using emulator::Effect;
 using test_support::entering;
 using test_support::exiting;
 using test_support::Failure;

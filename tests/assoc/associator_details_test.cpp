@@ -118,9 +118,10 @@ TEST_P(AssociatorForms, EthernetPortKnowsOneClassForItsStatistics) {
 
 TEST_P(AssociatorForms, ResultClassAndRolesAreNotLookedAt) {
     const Answer answer = walk([&](const CMPIResult* result) {
-        if (form() == Form::Names)
+        if (form() == Form::Names) {
             return get_fcip_pe_associator_names("7_x", "KESTO_FCIPTCPEndpoint", "KESTO_NoSuchClass", "NoRole",
                                                 "NoRole", result, NAMESPACE);
+        }
         return get_fcip_pe_associators("7_x", "KESTO_FCIPTCPEndpoint", "KESTO_NoSuchClass", "NoRole",
                                        "NoRole", nullptr, result, NAMESPACE);
     });

@@ -8,7 +8,6 @@
 
 using namespace golden;
 using emulator::Effect;
-using test_support::entering;
 using test_support::inject;
 using test_support::RecordedPath;
 

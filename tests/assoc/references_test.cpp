@@ -12,7 +12,6 @@
 #include "tests/assoc/reference_rows.h"
 
 using namespace golden;
-using emulator::Effect;
 using test_support::Failure;
 using test_support::for_each_effect;
 using test_support::inject;

@@ -126,7 +126,7 @@ TEST_P(Builder, CallsTheBrokerInOrderAndReleasesNothing) {
     build();
     std::vector<std::string> want{"newObjectPath", "setHostname", "newInstance"};
     want.insert(want.end(), GetParam().properties.size(), "setProperty");
-    want.push_back("setPropertyFilter");
+    want.emplace_back("setPropertyFilter");
     EXPECT_EQ(broker_functions(), want);
 }
 
@@ -236,8 +236,8 @@ TEST_P(Filler, SetsTheHostNameOnlyWhereItsClassHasOne) {
 TEST_P(Filler, CallsTheBrokerForItsKeysAndReleasesNothing) {
     fill();
     std::vector<std::string> want(GetParam().keys.size(), "addKey");
-    want.push_back("newObjectPath");
-    if (GetParam().hostName) want.push_back("setHostname");
+    want.emplace_back("newObjectPath");
+    if (GetParam().hostName) want.emplace_back("setHostname");
     std::vector<std::string> called = broker_functions();
     std::sort(called.begin(), called.end());
     EXPECT_EQ(called, want);

@@ -9,7 +9,6 @@
 namespace {
 
 using one_tunnel::OneTunnelTest;
-using test_support::Key;
 using test_support::NAMESPACE;
 using test_support::printed_by;
 using test_support::RecordedInstance;
