@@ -111,8 +111,8 @@ TEST_P(AssociatorForms, FcipEndpointWithoutAnInterfaceHasNoFcPort) {
 
 // Each form has its own class for the statistics of an Ethernet port, and does not know the other's.
 TEST_P(AssociatorForms, EthernetPortKnowsOneClassForItsStatistics) {
-    const char* other = form() == Form::Names ? "KESTO_EthernetPortStatisticalData" //
-                                              : "KESTO_EthernetPortStatistics";
+    const char* other =
+        form() == Form::Names ? "KESTO_EthernetPortStatisticalData" : "KESTO_EthernetPortStatistics";
     EXPECT_EQ(found(End::EthernetStatistics, ETH_PORT, GIGABIT_PORT_TEXT, other), Texts{});
 }
 

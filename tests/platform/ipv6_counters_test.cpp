@@ -18,18 +18,16 @@ constexpr std::uint32_t LARGEST = 4294967295;
 
 // The place in the record of each Icmp6 line, in the order of the file. Ip6's are in order.
 constexpr std::size_t ICMP6_ORDER[] = {
-    0,  1,  2,     // InMsgs, InErrors, InDestUnreachs
-    6,  4,  5,  3, // InAdminProhibs, InTimeExcds, InParmProblems, InPktTooBigs
-    7,  8,         // InEchos, InEchoReplies
-    12, 13, 14, 15,
-    16,             // InRouterSolicits, ...Advertisements, InNeighborSolicits, ...Advertisements, InRedirects
-    9,  10, 11,     // InGroupMembQueries, ...Responses, ...Reductions
-    17, 18, 19,     // the same of Out...
-    23, 21, 22, 20, //
-    24, 25,         //
-    29, 30, 31, 32,
-    33,         //
-    26, 27, 28, //
+    0,  1,  2,          // InMsgs, InErrors, InDestUnreachs
+    6,  4,  5,  3,      // InAdminProhibs, InTimeExcds, InParmProblems, InPktTooBigs
+    7,  8,              // InEchos, InEchoReplies
+    12, 13, 14, 15, 16, // In, router and neighbor: Solicits and Advertisements; InRedirects
+    9,  10, 11,         // InGroupMembQueries, InGroupMembResponses, InGroupMembReductions
+    17, 18, 19,         // OutMsgs, OutErrors, OutDestUnreachs
+    23, 21, 22, 20,     // and so on, as above
+    24, 25,             // OutEchos
+    29, 30, 31, 32, 33, // OutRouterSolicits
+    26, 27, 28,         // OutGroupMembQueries
 };
 static_assert(std::size(ICMP6_ORDER) == std::size(KernelIcmp6Counters{}.words));
 
