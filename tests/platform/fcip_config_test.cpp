@@ -70,7 +70,7 @@ class EthernetPortTest : public EmptySwitchTest {
     Answer ask(std::uint32_t ifIndex, bool wantInstance) {
         const char* properties[] = {"DeviceID", nullptr};
         int functionResult = -1;
-        const Answer answer = walk(
+        Answer answer = walk(
             [&](const CMPIResult* result) {
                 return get_etherport_from_if_index(ifIndex, wantInstance ? 1 : 0, "KESTO_Ignored", result,
                                                    NAMESPACE, properties, broker.cmpi());
