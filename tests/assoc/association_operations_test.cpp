@@ -31,7 +31,7 @@ class LockedOperation : public AssociationOperation {
             std::fflush(stdout);
             written = lseek(STDOUT_FILENO, 0, SEEK_CUR);
         };
-        test_support::inject({.symbol = "mutex_unlock", .effect = emulator::Effect::None, .action = watch});
+        emulator::add_fault({.symbol = "mutex_unlock", .effect = emulator::Effect::None, .action = watch});
         Split split{ask(operation, "KESTO_FCIPProtocolEndPoint", {{"Name", "7_x"}}, "KESTO_FCIPTCPEndpoint"),
                     {}};
         emulator::clear_faults();

@@ -14,7 +14,6 @@ using test_support::entering;
 using test_support::exiting;
 using test_support::Failure;
 using test_support::for_each_effect;
-using test_support::inject;
 using test_support::Make;
 using test_support::Object;
 using test_support::occurrences;
@@ -291,7 +290,7 @@ TEST_P(WalkerForms, StopAtATunnelWhoseOtherEndIsMissing) {
 }
 
 TEST_P(WalkerForms, MakeBothEndsBeforeTheyTestEither) {
-    inject({.symbol = "fcip_get_entity_entry"}); // no endpoint path can be made
+    emulator::add_fault({.symbol = "fcip_get_entity_entry"}); // no endpoint path can be made
     all("KESTO_SwitchHostedFCIPAccessPoint");
     EXPECT_EQ(emulator::count("switch_fill_reference_str"), 1U);
     EXPECT_EQ(status, -1);

@@ -15,7 +15,6 @@ using emulator::Effect;
 using test_support::entering;
 using test_support::exiting;
 using test_support::for_each_effect;
-using test_support::inject;
 using test_support::RecordedInstance;
 using test_support::RecordedPath;
 using test_support::ROW_FAILURES;
@@ -86,7 +85,7 @@ TEST_P(AssociatorForms, IpEndpointTracesTheAssociationClassBeforeItLooksAtIt) {
 TEST_P(AssociatorForms, IpEndpointTakesTheEthernetPortsBlockWhateverTheStatus) {
     const Texts wanted{object(form(), End::EthernetPort, "KESTO_EthernetPort", BY_IF_INDEX)};
     emulator::clear_calls();
-    inject({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
     EXPECT_EQ(found(End::EthernetPort, IP_PE, "7_x", "KESTO_IPEthernetEndpoint"), wanted);
     EXPECT_EQ(emulator::calls("pm_cim_get_port_info"), Texts{"pm_cim_get_port_info op=1 if=0x00000192"});
 }
@@ -290,14 +289,14 @@ TEST_F(StatisticsAssociators, TcpEndpointReturnsStatisticalDataEvenWithoutErrorC
 // The builders look the tunnel up once more by its index, and return the value -1 when it is gone. The first
 // three requests belong to the function's own lookup, which finds the tunnel in the third row.
 TEST_F(StatisticsAssociators, StatisticalDataOfATunnelThatVanishesIsSkipped) {
-    inject({.symbol = "fcip_get_link_entry", .where = "op=2", .first = 4});
+    emulator::add_fault({.symbol = "fcip_get_link_entry", .where = "op=2", .first = 4});
     const Answer answer = tcp_statistics();
     EXPECT_EQ(answer.returned.size(), 0U);
     expect_whole_trace(answer.output, "get_tcp_pe_associators");
 }
 
 TEST_F(AssociatorTest, TcpSettingsOfATunnelThatVanishesAreSkipped) {
-    inject({.symbol = "fcip_get_link_entry", .where = "op=2", .first = 4});
+    emulator::add_fault({.symbol = "fcip_get_link_entry", .where = "op=2", .first = 4});
     EXPECT_EQ(call(get_tcp_pe_associators, "7", "KESTO_TCPElementSettingData").returned.size(), 0U);
     EXPECT_EQ(emulator::calls("fcip_get_link_entry").size(), 5U)
         << "the lookup, the second read, the builder's";

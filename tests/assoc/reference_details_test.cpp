@@ -8,7 +8,6 @@
 
 using namespace golden;
 using emulator::Effect;
-using test_support::inject;
 using test_support::RecordedPath;
 
 namespace {
@@ -85,7 +84,7 @@ TEST_P(ReferenceForms, FcipEndpointWithoutAnInterfaceHasNoFcPortAssociation) {
 
 // The names function of the remote FCIP port makes the association before it looks at its ends.
 TEST_P(ReferenceForms, OnlyTheNamesOfTheRemoteFcipPortMakeTheAssociationBeforeTheirEndsAreTested) {
-    inject({.symbol = "fcip_get_entity_entry"});
+    emulator::add_fault({.symbol = "fcip_get_entity_entry"});
     const Answer fcip = ask(FCIP_REMOTE_PE, "0_10.0.0.7", "KESTO_SANFCIPEndpoint");
     EXPECT_TRUE(fcip.returned.empty());
     EXPECT_EQ(status, -1);
@@ -140,7 +139,7 @@ TEST_P(ReferenceForms, EthernetStatisticsTakeThePortsBlockWhateverTheStatus) {
         association(Kind::ManagedStats, "KESTO_EthernetPortStatisticalData",
                     port_path(End::EthernetPort, "KESTO_EthernetPort", GIGABIT_PORT),
                     port_path(End::EthernetStatistics, "KESTO_EthernetPortStatistics", GIGABIT_PORT))};
-    inject({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
     EXPECT_EQ(found(ETH_STAT, GIGABIT_PORT_TEXT, "KESTO_EthernetPortStatisticalData"), wanted);
 }
 

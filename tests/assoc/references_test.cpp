@@ -14,7 +14,6 @@
 using namespace golden;
 using test_support::Failure;
 using test_support::for_each_effect;
-using test_support::inject;
 using test_support::Make;
 using test_support::Object;
 using test_support::RecordedPath;
@@ -193,7 +192,7 @@ class ReferencesOfHostedEnds : public ReferenceRows {};
 TEST_P(ReferencesOfHostedEnds, HostingSystemThatIsMinusOneIsAMissingEnd) {
     for (const char* symbol : {"vsan_cim_get_vsanEntry", "dm_cim_get_dmEntry"}) {
         emulator::clear_faults();
-        inject({.symbol = symbol});
+        emulator::add_fault({.symbol = symbol});
         broker.clear_calls();
         expect_missing_end(ask_hit());
         EXPECT_EQ(broker.call_texts("releaseObjectPath").size(), broker.call_texts("newObjectPath").size());

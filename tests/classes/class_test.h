@@ -29,7 +29,6 @@ using test_support::Failure;
 using test_support::Filter;
 using test_support::filter_for;
 using test_support::for_each_effect;
-using test_support::inject;
 using test_support::Key;
 using test_support::Make;
 using test_support::NAMESPACE;

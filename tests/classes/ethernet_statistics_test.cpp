@@ -76,10 +76,10 @@ TEST_F(EthernetStatistics, WithoutTheLineCardTheFirstPassStandsAndNothingIsFilte
     emulator::fail_always("mts_send");
     expectFirstPass("failed send");
     emulator::clear_faults();
-    inject({.symbol = emulator::LINE_CARD, .effect = Effect::NoAnswer});
+    emulator::add_fault({.symbol = emulator::LINE_CARD, .effect = Effect::NoAnswer});
     expectFirstPass("no answer");
     emulator::clear_faults();
-    inject({.symbol = emulator::LINE_CARD, .effect = Effect::ReplyStatus, .status = 3});
+    emulator::add_fault({.symbol = emulator::LINE_CARD, .effect = Effect::ReplyStatus, .status = 3});
     expectFirstPass("status 3");
     emulator::clear_faults();
     emulator::set_reply(one_tunnel::MAC_STATISTICS, Bytes(11));
@@ -223,7 +223,7 @@ TEST_F(EthernetWalk, APortWhoseTypeCannotBeReadIsServed) {
     add_port(0x9B010001, 6);
     EXPECT_EQ(walk_instances().instances.size(), 1u);
     EXPECT_EQ(walk_paths().paths.size(), 1u);
-    inject({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
+    emulator::add_fault({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
     EXPECT_EQ(walk_instances().instances.size(), 2u);
     EXPECT_EQ(walk_paths().paths.size(), 2u);
 }
@@ -248,7 +248,7 @@ TEST_F(EthernetWalk, EveryPortIsTracedSkippedOnesToo) {
 
 TEST_F(EthernetWalk, ABuildThatFailsIsHandedOverAsNull) {
     add_port(0x9B010001, 26);
-    inject({.symbol = "pm_get_port_counters", .first = 1, .last = 1});
+    emulator::add_fault({.symbol = "pm_get_port_counters", .first = 1, .last = 1});
     const Answer answer = walk_instances();
     ASSERT_EQ(answer.instances.size(), 2u);
     EXPECT_EQ(answer.instances[0].kind(), Object::Null);
@@ -284,7 +284,7 @@ TEST_F(EthernetWalk, DataInstancesEndAtTheFirstPortOfAnotherTypePathsDoNot) {
 TEST_F(EthernetWalk, DataInstancesEndAtAPortWhoseTypeCannotBeReadPathsDoNotAsk) {
     add_port(0x9B010001, 26);
     add_port(0x9B010002, 26);
-    inject({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
+    emulator::add_fault({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
     EXPECT_EQ(walk_data_instances().instances.size(), 1u);
     const Answer paths = walk_data_paths();
     EXPECT_EQ(paths.paths.size(), 3u);
@@ -305,8 +305,8 @@ TEST_F(EthernetWalk, DataInstancesTraceTheirStartAndEachCall) {
 
 TEST_F(EthernetWalk, APlatformObjectThatCannotBeMadeIsHandedOverAsNull) {
     add_port(0x9B010001, 26);
-    inject({.symbol = "fcport_build_instance_pm", .first = 1, .last = 1});
-    inject({.symbol = "fcport_fill_reference_pm", .first = 1, .last = 1});
+    emulator::add_fault({.symbol = "fcport_build_instance_pm", .first = 1, .last = 1});
+    emulator::add_fault({.symbol = "fcport_fill_reference_pm", .first = 1, .last = 1});
     const Answer instances = walk_data_instances();
     ASSERT_EQ(instances.instances.size(), 2u);
     EXPECT_EQ(instances.instances[0].kind(), Object::Null);

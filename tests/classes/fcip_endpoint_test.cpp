@@ -330,9 +330,10 @@ TEST_F(FcipEndpointWalk, EveryEnumeratedNameIsFoundAgain) {
 
 TEST_F(FcipEndpointWalk, ATunnelThatGoesAwayMeanwhileIsNotMissedByTheWalk) {
     add_tunnels();
-    inject({.symbol = "fcip_get_link_entry", .first = 2, .last = 2, .effect = Effect::None, .action = [] {
-                emulator::remove_link({3, 8});
-            }});
+    emulator::add_fault(
+        {.symbol = "fcip_get_link_entry", .first = 2, .last = 2, .effect = Effect::None, .action = [] {
+             emulator::remove_link({3, 8});
+         }});
     const Answer answer = walk_instances(CLASS_NAME);
     ASSERT_EQ(answer.instances.size(), 2u);
     EXPECT_EQ(answer.instances[1].value("Name"), "1_10.9.9.9_10.1.1.2");

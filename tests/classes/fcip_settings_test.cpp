@@ -73,16 +73,17 @@ TEST_F(FcipSettings, KeepAliveIsReadFromTheProfileOnceMore) {
 }
 
 TEST_F(FcipSettings, KeepAliveIsThatOfTheSecondAnswer) {
-    inject({.symbol = "fcip_get_entity_entry", .first = 2, .last = 2, .effect = Effect::None, .action = [] {
-                FcipEntityEntry changed = one_tunnel::profile();
-                changed.kfmFcipEntityKeepAliveTimeout = 77;
-                emulator::add_entity(changed);
-            }});
+    emulator::add_fault(
+        {.symbol = "fcip_get_entity_entry", .first = 2, .last = 2, .effect = Effect::None, .action = [] {
+             FcipEntityEntry changed = one_tunnel::profile();
+             changed.kfmFcipEntityKeepAliveTimeout = 77;
+             emulator::add_entity(changed);
+         }});
     EXPECT_EQ(build().sets(), with(properties, "KeepAliveTimeout", 77));
 }
 
 TEST_F(FcipSettings, KeepAliveIsThirtyWithoutASecondRow) {
-    inject({.symbol = "fcip_get_entity_entry", .first = 2, .effect = Effect::SucceedWithoutRow});
+    emulator::add_fault({.symbol = "fcip_get_entity_entry", .first = 2, .effect = Effect::SucceedWithoutRow});
     EXPECT_EQ(build().sets(), with(properties, "KeepAliveTimeout", 30));
 }
 

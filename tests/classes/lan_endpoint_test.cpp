@@ -94,7 +94,7 @@ TEST_F(LanEndpoint, AnUnknownPortIsNull) {
 }
 
 TEST_F(LanEndpoint, AFailedPortRequestIsNullEvenWithARow) {
-    inject({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
     EXPECT_EQ(build().kind(), Object::Null);
     EXPECT_EQ(fill().kind(), Object::Null);
     EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
@@ -159,7 +159,7 @@ TEST_F(LanWalk, ATableWhoseFirstPortIsOfAnotherTypeGivesNothing) {
 TEST_F(LanWalk, APortWhoseTypeCannotBeReadEndsTheRun) {
     add_port(0x9B010001, 26, "02:00:00:00:00:02");
     // The walker asks for each port's type before its object is made, which asks once more.
-    inject({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
+    emulator::add_fault({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
     EXPECT_EQ(walk_instances().instances.size(), 1u);
     EXPECT_EQ(walk_paths().paths.size(), 1u);
 }
@@ -192,7 +192,7 @@ TEST_F(LanWalk, TheClassNameIsNotLookedAt) {
 
 TEST_F(LanWalk, APortThatGoesAwayMeanwhileIsHandedOverAsNull) {
     add_port(0x9B010001, 26, "02:00:00:00:00:02");
-    inject({.symbol = "pm_cim_get_port_info", .where = "op=1 if=0x9b010000"});
+    emulator::add_fault({.symbol = "pm_cim_get_port_info", .where = "op=1 if=0x9b010000"});
     const Answer instances = walk_instances();
     ASSERT_EQ(instances.instances.size(), 2u);
     EXPECT_EQ(instances.instances[0].kind(), Object::Null);

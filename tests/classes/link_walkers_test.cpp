@@ -154,7 +154,7 @@ TEST_F(LinkWalk, AnObjectThatCannotBeBuiltIsHandedOverAsNull) {
 
 TEST_F(LinkWalk, AnErrorThatBringsARowEndsTheWalkWithOneMoreTrace) {
     add_two_tunnels();
-    inject({.symbol = "fcip_get_link_entry", .first = 2, .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .effect = Effect::FailWithRow});
     const Answer instances = walk_instances("KESTO_TCPProtocolEndPoint");
     EXPECT_EQ(instances.instances.size(), 1u);
     EXPECT_EQ(status, 0);
@@ -164,7 +164,7 @@ TEST_F(LinkWalk, AnErrorThatBringsARowEndsTheWalkWithOneMoreTrace) {
                             any_line_trace("get_all_ip_pe_instances")))
         << instances.output;
     emulator::clear_faults();
-    inject({.symbol = "fcip_get_link_entry", .first = 2, .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .effect = Effect::FailWithRow});
     const Answer paths = walk_paths("KESTO_TCPProtocolEndPoint");
     EXPECT_EQ(paths.paths.size(), 1u);
     EXPECT_TRUE(matches(paths.output,
@@ -176,7 +176,7 @@ TEST_F(LinkWalk, AnErrorThatBringsARowEndsTheWalkWithOneMoreTrace) {
 TEST_F(LinkWalk, AnEndWithoutARowEndsTheWalkSilently) {
     add_two_tunnels();
     for (const auto effect : {Effect::Fail, Effect::SucceedWithoutRow}) {
-        inject({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
+        emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
         const Answer answer = walk_instances("KESTO_TCPProtocolEndPoint");
         EXPECT_EQ(answer.instances.size(), 1u);
         EXPECT_EQ(status, 0);

@@ -126,7 +126,7 @@ TEST_F(RemoteEndpoints, IpAccessPointsPathLooksItsSystemUpTwice) {
     fill(ip_remote_pe_fill_reference);
     EXPECT_EQ(emulator::calls("pm_cim_get_port_info").size(), 2u);
     // A failure of the second look-up does not show.
-    inject({.symbol = "pm_cim_get_port_info", .first = 2});
+    emulator::add_fault({.symbol = "pm_cim_get_port_info", .first = 2});
     EXPECT_EQ(fill(ip_remote_pe_fill_reference).keys(), golden_keys("ip_remote_pe_fill_reference"));
 }
 

@@ -143,10 +143,10 @@ TEST_F(StatisticsClasses, IpWithoutCountersIsNullAfterTheMadeInstance) {
     emulator::fail_always("mts_send");
     expectNull("failed send");
     emulator::clear_faults();
-    inject({.symbol = emulator::LINE_CARD, .effect = Effect::NoAnswer});
+    emulator::add_fault({.symbol = emulator::LINE_CARD, .effect = Effect::NoAnswer});
     expectNull("no answer");
     emulator::clear_faults();
-    inject({.symbol = emulator::LINE_CARD, .effect = Effect::ReplyStatus, .status = 3});
+    emulator::add_fault({.symbol = emulator::LINE_CARD, .effect = Effect::ReplyStatus, .status = 3});
     expectNull("status 3");
     emulator::clear_faults();
     emulator::set_reply(one_tunnel::IP_STATISTICS, Bytes(8));

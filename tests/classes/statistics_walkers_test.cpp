@@ -86,7 +86,7 @@ TEST_F(StatisticsWalk, AnotherClassGivesOneNullATunnel) {
 
 TEST_F(StatisticsWalk, ABuildThatFailsIsHandedOverAsItIs) {
     add_two_tunnels();
-    inject({.symbol = "mts_send", .first = 2, .last = 2});
+    emulator::add_fault({.symbol = "mts_send", .first = 2, .last = 2});
     const Answer ipWalk = walk_instances("KESTO_IPEndPointStatistics");
     ASSERT_EQ(ipWalk.instances.size(), 3u);
     EXPECT_TRUE(ipWalk.instances[0].is_valid());
@@ -95,14 +95,14 @@ TEST_F(StatisticsWalk, ABuildThatFailsIsHandedOverAsItIs) {
     emulator::clear_faults();
 
     // The second look at the first tunnel fails, whichever walk step that is.
-    inject({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
+    emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
     const Answer dataWalk = walk_instances("KESTO_TCPStatisticalData");
     ASSERT_EQ(dataWalk.instances.size(), 3u);
     EXPECT_EQ(dataWalk.instances[0].kind(), Object::MinusOne);
     EXPECT_TRUE(dataWalk.instances[1].is_valid());
     emulator::clear_faults();
 
-    inject({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
+    emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
     const Answer tcpWalk = walk_instances("KESTO_TCPEndPointStatistics");
     ASSERT_EQ(tcpWalk.instances.size(), 3u);
     EXPECT_EQ(tcpWalk.instances[0].kind(), Object::Null);

@@ -206,7 +206,7 @@ TEST_F(IpEndpoint, FillingFromNoLinkGivesNothing) {
 }
 
 TEST_F(IpEndpoint, ASuccessWithoutAProfileRowGivesAPathWithoutKeys) {
-    inject({.symbol = "fcip_get_entity_entry", .effect = Effect::SucceedWithoutRow});
+    emulator::add_fault({.symbol = "fcip_get_entity_entry", .effect = Effect::SucceedWithoutRow});
     const RecordedPath path = fill();
     EXPECT_EQ(path.kind(), Object::Valid);
     EXPECT_EQ(path.keys(), Sets{});

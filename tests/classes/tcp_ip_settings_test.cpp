@@ -79,7 +79,7 @@ TEST_F(TcpIpSettings, IpGoesOnWithoutCounters) {
     emulator::fail_always("mts_send");
     EXPECT_EQ(build_ip().sets(), ip);
     emulator::clear_faults();
-    inject({.symbol = emulator::LINE_CARD, .effect = Effect::NoAnswer});
+    emulator::add_fault({.symbol = emulator::LINE_CARD, .effect = Effect::NoAnswer});
     EXPECT_EQ(build_ip().sets(), ip);
     emulator::clear_faults();
     emulator::set_reply(one_tunnel::IP_STATISTICS, std::vector<std::uint8_t>(5));
@@ -174,9 +174,10 @@ TEST_F(TcpIpSettings, TcpIsMinusOneWhenTheTableCannotBeRead) {
 
 TEST_F(TcpIpSettings, MinusOneReachesTheResultUnchanged) {
     // The tunnel goes away between the walk and the second look.
-    inject({.symbol = "fcip_get_link_entry", .first = 2, .last = 2, .effect = Effect::None, .action = [] {
-                emulator::clear_links();
-            }});
+    emulator::add_fault(
+        {.symbol = "fcip_get_link_entry", .first = 2, .last = 2, .effect = Effect::None, .action = [] {
+             emulator::clear_links();
+         }});
     const Answer answer = enumerate("KESTO_TCPSettings");
     EXPECT_EQ(answer.rc, 0);
     ASSERT_EQ(answer.instances.size(), 1u);

@@ -17,7 +17,6 @@ namespace {
 using emulator::Effect;
 using platform_tests::EmptySwitchTest;
 using test_support::for_each_effect;
-using test_support::inject;
 using test_support::NAMESPACE;
 using test_support::Object;
 using test_support::port_row;
@@ -69,7 +68,7 @@ TEST_F(VsanTest, VsanIdOfAnUnknownPortFails) {
 }
 
 TEST_F(VsanTest, VsanIdFailsWithARowAsWithout) {
-    inject({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
     EXPECT_EQ(ask(get_vsan_id, 17), (Answered{-1, 777, "error : pm_cim_get_port_info \n"}));
 }
 
@@ -131,12 +130,12 @@ TEST_F(VsanNameTest, ShorterNameIsTerminated) {
 
 TEST_F(VsanNameTest, UnknownPortLeavesTheBuffer) {
     EXPECT_EQ(name_of(99), (Named{-1, padded("", '#'), "error : pm_cim_get_port_info \n"}));
-    inject({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
     EXPECT_EQ(name_of(17), (Named{-1, padded("", '#'), "error : pm_cim_get_port_info \n"}));
 }
 
 TEST_F(VsanNameTest, PortWithoutARowFailsSilently) {
-    inject({.symbol = "pm_cim_get_port_info", .effect = Effect::SucceedWithoutRow});
+    emulator::add_fault({.symbol = "pm_cim_get_port_info", .effect = Effect::SucceedWithoutRow});
     EXPECT_EQ(name_of(17), (Named{-1, padded("", '#'), ""}));
 }
 
@@ -148,14 +147,14 @@ TEST_F(VsanNameTest, MissingDomainReadsAsNull) {
 }
 
 TEST_F(VsanNameTest, DomainThatFailsWithARowReadsAsNull) {
-    inject({.symbol = "dm_cim_get_dmEntry", .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "dm_cim_get_dmEntry", .effect = Effect::FailWithRow});
     const Named named = name_of(17);
     EXPECT_EQ(named.result, -1);
     EXPECT_STREQ(named.buffer.c_str(), "NULL");
 }
 
 TEST_F(VsanNameTest, DomainThatSucceedsIsAskedForItsKeyWithOrWithoutARecord) {
-    inject({.symbol = "dm_cim_get_dmEntry", .effect = Effect::SucceedWithoutRow});
+    emulator::add_fault({.symbol = "dm_cim_get_dmEntry", .effect = Effect::SucceedWithoutRow});
     const Named named = name_of(17);
     EXPECT_EQ(named.result, 0) << "the record is opaque, only the status counts";
     EXPECT_STREQ(named.buffer.c_str(), "") << "the platform has no key for it";
@@ -232,7 +231,7 @@ TEST_F(LogicalComputerTest, MissingDomainIsMinusOne) {
 TEST_F(LogicalComputerTest, RecordsThatComeWithAFailureAreMinusOneToo) {
     for (const char* symbol : {"vsan_cim_get_vsanEntry", "dm_cim_get_dmEntry"}) {
         emulator::clear_faults();
-        inject({.symbol = symbol, .effect = Effect::FailWithRow});
+        emulator::add_fault({.symbol = symbol, .effect = Effect::FailWithRow});
         EXPECT_EQ(path_of(17).first.kind(), Object::MinusOne) << symbol;
         EXPECT_EQ(instance_of(17).first.kind(), Object::MinusOne) << symbol;
     }
@@ -241,7 +240,7 @@ TEST_F(LogicalComputerTest, RecordsThatComeWithAFailureAreMinusOneToo) {
 TEST_F(LogicalComputerTest, OnlyTheStatusOfTheRecordsCounts) {
     for (const char* symbol : {"vsan_cim_get_vsanEntry", "dm_cim_get_dmEntry"}) {
         emulator::clear_faults();
-        inject({.symbol = symbol, .effect = Effect::SucceedWithoutRow});
+        emulator::add_fault({.symbol = symbol, .effect = Effect::SucceedWithoutRow});
         EXPECT_EQ(path_of(17).second, std::string(PATH_TRACE) + "error during get vsan id\n") << symbol;
         EXPECT_EQ(path_of(17).first.key("Name"), "") << symbol;
         EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id\n")

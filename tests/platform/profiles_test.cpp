@@ -19,7 +19,6 @@ namespace {
 using emulator::Effect;
 using platform_tests::EmptySwitchTest;
 using test_support::entity_row;
-using test_support::inject;
 using test_support::link_row;
 using test_support::printed_by;
 using test_support::ROW_FAILURES;
@@ -77,7 +76,8 @@ TEST_F(ProfileOfKeyTest, TheWalkGoesOnAfterTheMatch) {
 }
 
 TEST_F(ProfileOfKeyTest, SuccessWithoutARowIsAskedAgainWithTheSameKey) {
-    inject({.symbol = "fcip_get_entity_entry", .first = 2, .last = 4, .effect = Effect::SucceedWithoutRow});
+    emulator::add_fault(
+        {.symbol = "fcip_get_entity_entry", .first = 2, .last = 4, .effect = Effect::SucceedWithoutRow});
     EXPECT_EQ(lookup("2"), Found(1, 2));
     EXPECT_EQ(emulator::calls("fcip_get_entity_entry"),
               (Calls{"fcip_get_entity_entry op=2 id=0 5", "fcip_get_entity_entry op=2 id=1 5",
@@ -179,12 +179,12 @@ TEST_F(ProfileOfLinkTest, FailureWithoutARowIsSilent) {
 }
 
 TEST_F(ProfileOfLinkTest, FailureWithARowPrintsTheErrorText) {
-    inject({.symbol = "fcip_get_entity_entry", .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "fcip_get_entity_entry", .effect = Effect::FailWithRow});
     EXPECT_EQ(printed_by([] { EXPECT_EQ(lookup(2), Found(-1, 0)); }), TRACE);
 }
 
 TEST_F(ProfileOfLinkTest, SuccessWithoutARowIsAFailure) {
-    inject({.symbol = "fcip_get_entity_entry", .effect = Effect::SucceedWithoutRow});
+    emulator::add_fault({.symbol = "fcip_get_entity_entry", .effect = Effect::SucceedWithoutRow});
     EXPECT_EQ(lookup(2), Found(-1, 0));
 }
 
@@ -233,7 +233,7 @@ TEST_F(ProfileInterfacesTest, FailureWithoutAReplyIsNull) {
 }
 
 TEST_F(ProfileInterfacesTest, TheStatusOfTheRequestDoesNotCount) {
-    inject({.symbol = "fcip_send_recv_with_mts_q", .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "fcip_send_recv_with_mts_q", .effect = Effect::FailWithRow});
     EXPECT_EQ(interfaces(1), "count 2 17 18");
 }
 
@@ -264,7 +264,8 @@ TEST_F(ProfileInterfacesTest, AProfileWithoutAnInterfaceListEndsTheWalkWithOne) 
 }
 
 TEST_F(ProfileInterfacesTest, SuccessWithoutAProfileIsAskedAgain) {
-    inject({.symbol = "fcip_get_entity_entry", .first = 2, .last = 3, .effect = Effect::SucceedWithoutRow});
+    emulator::add_fault(
+        {.symbol = "fcip_get_entity_entry", .first = 2, .last = 3, .effect = Effect::SucceedWithoutRow});
     printed_by([] { EXPECT_EQ(locked([] { return get_all_fcip_entities(mts_q); }), 0); });
     EXPECT_EQ(emulator::calls("fcip_get_entity_entry"),
               (Calls{"fcip_get_entity_entry op=2 id=0 5", "fcip_get_entity_entry op=2 id=1 5",

@@ -16,7 +16,6 @@
 namespace {
 
 using namespace statistics;
-using test_support::inject;
 using test_support::printed_by;
 
 class StatisticsRequests : public Statistics {
@@ -205,7 +204,7 @@ TEST_F(StatisticsRequests, AFailedReceiveGivesTheTransportsOwnStatus) {
 
 TEST_F(StatisticsRequests, ALineCardThatNeverAnswersIsAFailedReceive) {
     emulator::set_reply(IP_STATISTICS, reply(40));
-    inject({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::NoAnswer});
+    emulator::add_fault({.symbol = emulator::LINE_CARD, .effect = emulator::Effect::NoAnswer});
     MtsMessage message{};
     EXPECT_NE(exchange(&message), 0);
 }

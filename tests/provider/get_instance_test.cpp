@@ -20,7 +20,6 @@ using test_support::Failure;
 using test_support::Filter;
 using test_support::filter_for;
 using test_support::for_each_effect;
-using test_support::inject;
 using test_support::Make;
 using test_support::NAMESPACE;
 using test_support::Object;
@@ -160,7 +159,7 @@ TEST_P(LinkRouteTest, NoFailureOfThePlatformReachesTheClient) {
         for (const Effect effect : STATUS_FAILURES) {
             for (std::uint32_t nth = 1; nth <= calls; ++nth) {
                 SCOPED_TRACE(std::string(symbol) + " " + std::to_string(nth));
-                inject({.symbol = symbol, .first = nth, .last = nth, .effect = effect});
+                emulator::add_fault({.symbol = symbol, .first = nth, .last = nth, .effect = effect});
                 const Answer answer = get(GetParam().className, GetParam().found);
                 EXPECT_EQ(answer.rc, CMPI_RC_OK);
                 EXPECT_EQ(answer.message, std::nullopt);
@@ -200,21 +199,21 @@ TEST_F(GetTcpStatisticsTest, ErrorCountersAreFetchedByTheLinksKey) {
 }
 
 TEST_F(GetTcpStatisticsTest, FailureWithoutARowIsSilentAndTheBuilderAnswers) {
-    inject({.symbol = "fcip_snmp_get_link_errors"});
+    emulator::add_fault({.symbol = "fcip_snmp_get_link_errors"});
     const Answer answer = get();
     EXPECT_EQ(answer.instances.size(), 1u);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + builder)) << answer.output;
 }
 
 TEST_F(GetTcpStatisticsTest, FailureWithARowIsTracedAndTheBuilderAnswers) {
-    inject({.symbol = "fcip_snmp_get_link_errors", .effect = Effect::FailWithRow});
+    emulator::add_fault({.symbol = "fcip_snmp_get_link_errors", .effect = Effect::FailWithRow});
     const Answer answer = get();
     EXPECT_EQ(answer.instances.size(), 1u);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + lineTrace + builder)) << answer.output;
 }
 
 TEST_F(GetTcpStatisticsTest, SuccessWithoutARowIsNoFailure) {
-    inject({.symbol = "fcip_snmp_get_link_errors", .effect = Effect::SucceedWithoutRow});
+    emulator::add_fault({.symbol = "fcip_snmp_get_link_errors", .effect = Effect::SucceedWithoutRow});
     const Answer answer = get();
     EXPECT_EQ(answer.instances.size(), 1u);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + builder)) << answer.output;
