@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t LENGTH = 25;
 constexpr std::uint64_t MICRO = 1'000'000;
-constexpr std::uint64_t DAY = 24 * 60 * 60;
+constexpr std::uint64_t DAY = std::uint64_t{24} * 60 * 60;
 
 std::optional<unsigned> number(std::string_view text, std::size_t at, std::size_t length) {
     unsigned result = 0;
@@ -51,7 +51,7 @@ std::optional<CimDateTime> CimDateTime::parse(std::string_view text) {
     const int away = sign == '+' ? static_cast<int>(*offset) : -static_cast<int>(*offset);
     const std::int64_t days = std::chrono::sys_days(date).time_since_epoch().count();
     const std::int64_t inSeconds =
-        days * static_cast<std::int64_t>(DAY) + static_cast<std::int64_t>(ofDay) - away * 60;
+        days * static_cast<std::int64_t>(DAY) + static_cast<std::int64_t>(ofDay) - std::int64_t{away} * 60;
     if (inSeconds < 0) return std::nullopt; // the binary form counts up from 1970
     return CimDateTime{static_cast<std::uint64_t>(inSeconds) * MICRO + *micros, false, away};
 }

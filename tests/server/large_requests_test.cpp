@@ -37,14 +37,14 @@ class LargeRequests : public ProbeService {
         constexpr double A_SECOND = 1;
         constexpr double MOST_GROWTH = 30; // 10 when the time grows with the size, 100 with its square
         cimserver::HttpReply reply;
-        const auto time_for = [&](int count) {
+        const auto timeFor = [&](int count) {
             const cimserver::HttpRequest request = post(write(count), method);
             const double before = time_used();
             reply = send(request);
             return time_used() - before;
         };
-        const double ofATenth = time_for(MANY / 10);
-        EXPECT_LT(time_for(MANY), std::max(A_SECOND, MOST_GROWTH * ofATenth));
+        const double ofATenth = timeFor(MANY / 10);
+        EXPECT_LT(timeFor(MANY), std::max(A_SECOND, MOST_GROWTH * ofATenth));
         return reply;
     }
     // The same for the parameters of an operation.

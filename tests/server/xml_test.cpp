@@ -96,15 +96,15 @@ TEST(XmlDocument, NestingIsLimited) {
 }
 
 TEST(XmlDocument, AttributesAreLimited) {
-    const auto with_attributes = [](std::size_t count) {
+    const auto withAttributes = [](std::size_t count) {
         std::string text = "<a";
         for (std::size_t i = 0; i < count; ++i) {
             text += " b" + std::to_string(i) + "=''";
         }
         return text + "/>";
     };
-    EXPECT_EQ(parse_xml(with_attributes(MOST_ATTRIBUTES)).attributes.size(), MOST_ATTRIBUTES);
-    EXPECT_THROW(parse_xml(with_attributes(MOST_ATTRIBUTES + 1)), XmlError);
+    EXPECT_EQ(parse_xml(withAttributes(MOST_ATTRIBUTES)).attributes.size(), MOST_ATTRIBUTES);
+    EXPECT_THROW(parse_xml(withAttributes(MOST_ATTRIBUTES + 1)), XmlError);
 }
 
 TEST(XmlWriter, Escapes) {

@@ -39,7 +39,7 @@ std::string key_of(const CMPIObjectPath* path, const char* key); // empty when i
 
 template <typename Object>
 Object* minus_one() {
-    return reinterpret_cast<Object*>(static_cast<std::intptr_t>(-1));
+    return reinterpret_cast<Object*>(std::intptr_t{-1}); // NOLINT(performance-no-int-to-ptr)
 }
 
 inline CMPIStatus ok() {
