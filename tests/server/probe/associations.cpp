@@ -34,9 +34,10 @@ CMPIObjectPath* far_end(const CMPIObjectPath* source, const char* association) {
     const bool isTwo = is_a(source, "Probe_Thing") && key_of(source, "Name") == "two";
     if (asks_for(association, "Probe_Link") || asks_for(association, "Probe_Twin")) {
         // Another spelling of the class: it is the same class all the same.
-        if (isOne)
+        if (isOne) {
             return new_path(asks_for(association, "Probe_Twin") ? "PROBE_THING" : "Probe_Thing", "Name",
                             "two");
+        }
         return isTwo ? thing("one") : nullptr;
     }
     if (asks_for(association, "Probe_Part")) {
