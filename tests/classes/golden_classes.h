@@ -47,7 +47,7 @@ struct GoldenFiller {
     bool hostName = false;          // whether the path carries the switch's host name
     std::string trace{};            // of a successful fill, as a regular expression
     std::string traceWithoutPath{}; // when the object path cannot be made
-    bool checksHandle = false; // whether a path without a handle is traced as a missing one is
+    bool checksHandle = false;      // whether a path without a handle is traced as a missing one is
     bool needsProfile = false;
     std::string traceWithoutProfile{};
 };

@@ -128,6 +128,22 @@ TEST_F(IpEndpoint, AnUnsetProfileAddressHasNeitherAddressAndNullInItsName) {
     EXPECT_EQ(build().sets(), with(want, "Name", "17_null_10.1.1.2"));
 }
 
+TEST_F(IpEndpoint, TheFamilyOfTheProfilesAddressIsTraced) {
+    IpAddr unknown = test_support::address("10.1.1.1");
+    unknown.addrType = 3;
+    const std::pair<IpAddr, const char*> traces[] = {
+        {test_support::address("10.1.1.1"), "address family 0\n"},
+        {test_support::address("2001:db8::1"), "address family 1\n"},
+        {IpAddr{}, "address family 2\n"}, // unset
+        {unknown, "address family unknown\n"},
+    };
+    for (const auto& [address, text] : traces) {
+        use_profile_address(address);
+        build();
+        EXPECT_NE(trace.find(text), std::string::npos) << trace;
+    }
+}
+
 TEST_F(IpEndpoint, AnUnsetProfileAddressIsEmptyInThePathsName) {
     use_profile_address(IpAddr{});
     EXPECT_EQ(fill().key("Name"), "17__10.1.1.2");

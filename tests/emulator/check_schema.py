@@ -3,10 +3,10 @@
 
 Usage: check_schema.py EMULATOR_FOLDER KESTO_SWITCH_PROGRAM SCENARIO_MEMBERS_PROGRAM
 
-The schema must list the members that the loader accepts, object by object, and it must accept every example and
-generated switch, as the loader does. Then every member that the schema lists is tried on the loader: each value
-of an example is replaced by one that the schema refuses, and each object gets a member that the schema does not
-list; the loader must refuse those too.
+The schema must list the members that the loader accepts, object by object, and it must accept every example
+and generated switch, as the loader does. Then every member that the schema lists is tried on the loader: each
+value of an example is replaced by one that the schema refuses, and each object gets a member that the schema
+does not list; the loader must refuse those too.
 """
 import copy
 import json
@@ -75,7 +75,8 @@ for name, member in sorted(accepted_members ^ listed_members):
 examples = sorted((folder / "examples").glob("*.json"))
 if len(examples) < 2:
     failures.append("there are fewer than two examples")
-generated = subprocess.run([program, "generate", "--tunnels", "7"], capture_output=True, text=True, check=True)
+generated = subprocess.run([program, "generate", "--tunnels", "7"], capture_output=True, text=True,
+                           check=True)
 scenarios = {path.name: json.loads(path.read_text()) for path in examples}
 scenarios["generated"] = json.loads(generated.stdout)
 for (name, scenario), complaint in zip(scenarios.items(), loader_verdicts(list(scenarios.values()))):
@@ -108,7 +109,8 @@ if refused < 100:
 # The loader reads every member of the schema: an object that has the member with a wrong value is refused for
 # that value and not for the member.
 OBJECTS = {
-    "scenario": (), "system": ("system",), "ip": ("ip",), "vsan": ("vsans", 0), "domain": ("vsans", 0, "domain"),
+    "scenario": (), "system": ("system",), "ip": ("ip",), "vsan": ("vsans", 0),
+    "domain": ("vsans", 0, "domain"),
     "port": ("ports", 0), "portCounters": ("ports", 0, "counters"), "ipStats": ("ports", 0, "ipStats"),
     "ethernetStats": ("ports", 0, "ethernetStats"), "tcpStats": ("ports", 0, "tcpStats"),
     "profile": ("profiles", 0), "tunnel": ("tunnels", 0), "linkErrors": ("tunnels", 0, "errors"),

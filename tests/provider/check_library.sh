@@ -1,11 +1,11 @@
 #!/bin/sh
 # What the finished provider library asks of others, and what it shows them.
 #
-#   check_library.sh links LIBRARY            needs the platform's library and the C and C++ run-time only, and
-#                                             binds its own names itself
-#   check_library.sh throws LIBRARY           takes no memory with new and raises no exception: nothing can throw
-#                                             while the provider lock is held
-#   check_library.sh exports LIBRARY FILE     exports exactly the names that FILE lists, one a line
+#   check_library.sh links LIBRARY          needs the platform's library and the C and C++ run-time only, and
+#                                           binds its own names itself
+#   check_library.sh throws LIBRARY         takes no memory with new and raises no exception: nothing can
+#                                           throw while the provider lock is held
+#   check_library.sh exports LIBRARY FILE   exports exactly the names that FILE lists, one a line
 set -u
 check=$1
 library=$2
@@ -18,12 +18,15 @@ links)
     needed=$(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p')
     others=$(printf '%s\n' "$needed" | grep -vE "^($allowed)\$")
     [ -z "$others" ] || { echo "needs also: $others"; exit 1; }
-    printf '%s\n' "$needed" | grep -qx 'libkestoplatform\.so\.1' || { echo "does not need libkestoplatform.so.1"; exit 1; }
-    readelf -d "$library" | grep -qE '\(SYMBOLIC\)|FLAGS.*SYMBOLIC' || { echo "is not linked -Bsymbolic"; exit 1; }
+    printf '%s\n' "$needed" | grep -qx 'libkestoplatform\.so\.1' ||
+        { echo "does not need libkestoplatform.so.1"; exit 1; }
+    readelf -d "$library" | grep -qE '\(SYMBOLIC\)|FLAGS.*SYMBOLIC' ||
+        { echo "is not linked -Bsymbolic"; exit 1; }
     ;;
 throws)
     # operator new in its forms (_Zn), and what raises an exception.
-    found=$(nm -D --undefined-only "$library" | awk '{ print $NF }' | grep -E '^(_Zn|__cxa_(allocate|throw|rethrow)|_ZSt[0-9]+__throw)')
+    raising='^(_Zn|__cxa_(allocate|throw|rethrow)|_ZSt[0-9]+__throw)'
+    found=$(nm -D --undefined-only "$library" | awk '{ print $NF }' | grep -E "$raising")
     [ -z "$found" ] || { echo "can throw: $found"; exit 1; }
     ;;
 exports)
