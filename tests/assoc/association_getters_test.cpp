@@ -8,7 +8,6 @@
 #include "tests/assoc/association_test.h"
 
 using namespace golden;
-using test_support::Answer;
 using test_support::Key;
 using test_support::Object;
 using test_support::Sets;

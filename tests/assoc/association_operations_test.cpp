@@ -11,7 +11,6 @@
 #include "tests/assoc/association_operation.h"
 
 using namespace golden;
-using test_support::Answer;
 using test_support::entering;
 using test_support::exiting;
 using test_support::Key;

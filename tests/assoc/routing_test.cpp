@@ -11,7 +11,6 @@
 #include "tests/assoc/reference_rows.h"
 
 using namespace golden;
-using test_support::Answer;
 using test_support::Key;
 
 namespace {

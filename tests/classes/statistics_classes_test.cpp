@@ -168,7 +168,7 @@ TEST_F(StatisticsClasses, IpReadsNothingPastTheWordsOfALinkErrorRow) {
     FcipLinkErrors errors = error_row();
     errors.counters[0] = one_tunnel::IF_INDEX;
     errors.counters[24] = one_tunnel::ETHERNET;
-    const Block block = first_bytes_of(&errors, 28 * 4);
+    const Block block = first_bytes_of(&errors, sizeof errors);
     const RecordedInstance instance = make([&] {
         return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE, as_link(block), nullptr);
     });
@@ -188,7 +188,7 @@ TEST_F(StatisticsClasses, IpNeedsNoLinkTableAndNoProfile) {
 
 TEST_F(StatisticsClasses, TcpErrorCountersAreWords20To27OfTheRowHandedInLowWordFirst) {
     FcipLinkErrors errors = error_row();
-    const Block block = first_bytes_of(&errors, 28 * 4);
+    const Block block = first_bytes_of(&errors, sizeof errors);
     const RecordedInstance instance = make([&] {
         return tcp_statistics_build_instance("KESTO_TCPEndPointStatistics", NAMESPACE, as_link(block),
                                              nullptr);

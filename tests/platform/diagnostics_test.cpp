@@ -16,7 +16,7 @@ using test_support::printed_by;
 // A listing's parts, which each test exchanges for its own.
 struct Listing {
     std::string address = "    Internet address is not configured\n";
-    std::string tunnels = "";
+    std::string tunnels;
     std::string sack = "        SACK is disabled\n";
     std::string pmtu = "        PMTU discovery is disabled\n";
     std::string congestionWindow = "        Congestion window monitoring is disabled\n";

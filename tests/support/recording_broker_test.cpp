@@ -1,5 +1,6 @@
 // The recording broker itself: what a suite believes of it.
 #include "tests/support/recording_broker.h"
+#include "common/results.h"
 
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
@@ -178,7 +179,7 @@ TEST_F(RecordingBrokerTest, ResultKeepsEverythingInItsOrder) {
     const CMPIResult* rslt = result.cmpi();
     rslt->ft->returnInstance(rslt, new_instance());
     rslt->ft->returnObjectPath(rslt, nullptr);
-    rslt->ft->returnInstance(rslt, reinterpret_cast<CMPIInstance*>(std::intptr_t{-1}));
+    rslt->ft->returnInstance(rslt, error_object<CMPIInstance>());
     rslt->ft->returnObjectPath(rslt, new_path());
     rslt->ft->returnDone(rslt);
     std::ostringstream out;
