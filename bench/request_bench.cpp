@@ -14,6 +14,7 @@
 #include "emulator/control.h"
 #include "emulator/generator.h"
 #include "server/broker/broker.h"
+#include "server/model/cim_model.h"
 #include "server/model/request.h"
 #include "server/model/result_sink.h"
 #include "server/provider/provider.h"
@@ -70,7 +71,10 @@ void get_last(benchmark::State& state, const char* className) {
     const Collector names = answer(Operation::EnumerateInstanceNames, class_path(className));
     for ([[maybe_unused]] auto iteration : state) {
         const Collector found = answer(Operation::GetInstance, names.paths.back());
-        if (found.instances.size() != 1) state.SkipWithError("the last object is not found");
+        if (found.instances.size() != 1) {
+            state.SkipWithError("the last object is not found");
+            break;
+        }
     }
 }
 

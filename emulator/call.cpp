@@ -18,14 +18,16 @@ bool Call::reads_arguments() const {
 void Call::enter(CallerLock lock, const std::string& arguments) {
     Runtime& emulated = runtime();
     emulated.count_call(symbol_);
-    if (emulated.recording)
+    if (emulated.recording) {
         emulated.callLog.push_back(arguments.empty() ? symbol_ : symbol_ + (" " + arguments));
+    }
     if (lock == CallerLock::Needed) require(this_thread_holds_lock(), "called without the lock");
     if (emulated.faults.empty()) return;
     std::vector<std::function<void()>> actions;
     verdict_ = emulated.faults.judge(symbol_, arguments, actions);
-    for (const auto& action : actions)
+    for (const auto& action : actions) {
         action();
+    }
 }
 
 void Call::complain(const char* what) const {

@@ -53,8 +53,9 @@ CMPIObjectPath* make_path(const CMPIBroker* broker, const char* nameSpace, const
     CMPIObjectPath* path = broker->eft->newObjectPath(broker, nameSpace, className, nullptr);
     if (path == nullptr || path->hdl == nullptr) return path;
     path->ft->setHostname(path, kept_host_name());
-    for (const NamedText& key : keys)
+    for (const NamedText& key : keys) {
         path->ft->addKey(path, key.name, chars_value(key.text.c_str()), CMPI_chars);
+    }
     return path;
 }
 
@@ -67,14 +68,16 @@ CMPIInstance* make_instance(const CMPIBroker* broker, const CMPIObjectPath* path
     if (instance == nullptr || instance->hdl == nullptr) return instance;
     if (properties != nullptr) {
         std::vector<const char*> keyList;
-        for (const NamedText& key : keys)
+        for (const NamedText& key : keys) {
             keyList.push_back(key.name);
+        }
         keyList.push_back(nullptr);
         instance->ft->setPropertyFilter(instance, properties, keyList.data());
     }
     for (const Keys* list : {&keys, &others}) {
-        for (const NamedText& entry : *list)
+        for (const NamedText& entry : *list) {
             instance->ft->setProperty(instance, entry.name, chars_value(entry.text.c_str()), CMPI_chars);
+        }
     }
     return instance;
 }
@@ -127,8 +130,9 @@ struct PortRequest {
             return class_and_namespace(first, second) +
                    (row == nullptr ? " NULL" : format(" if=0x%08x", row->ifIndex));
         });
-        if (!call.require(row != nullptr, "the row is NULL") || !is_to_make(call, broker, first, second))
+        if (!call.require(row != nullptr, "the row is NULL") || !is_to_make(call, broker, first, second)) {
             return;
+        }
         const bool inOrder = is_class(first);
         if (!call.require(inOrder || is_class(second), "no class name with the prefix KESTO_")) return;
         className = inOrder ? first : second;
@@ -279,8 +283,9 @@ CMPIObjectPath* fcport_fill_reference_pm(const char* className, const char* name
                                          const CMPIBroker* broker) {
     const PortRequest port("fcport_fill_reference_pm", className, nameSpace, row, broker);
     if (!port.accepted) return nullptr;
-    if (!port.is_statistical_data())
+    if (!port.is_statistical_data()) {
         return make_path(broker, port.nameSpace, port.className, port.port_keys(port.className));
+    }
     CMPIObjectPath* path = make_path(broker, port.nameSpace, port.className, {});
     if (path == nullptr || path->hdl == nullptr) return path;
     CMPIValue value;

@@ -93,8 +93,9 @@ void clear_entities() {
 
 void set_link_errors(const FcipLinkErrors& row) {
     LinkErrorCounters counters;
-    for (std::size_t i = 0; i < counters.size(); ++i)
+    for (std::size_t i = 0; i < counters.size(); ++i) {
         counters[i] = {row.counters[2 * i] | std::uint64_t{row.counters[2 * i + 1]} << 32, 0};
+    }
     Access()->state.linkErrors[{row.kfmFcipEntityId, row.kfmFcipLinkIndex}] = counters;
 }
 void remove_link_errors(const FcipLinkKey& key) {
@@ -145,8 +146,9 @@ std::optional<Port> find_port(std::uint32_t ifIndex) {
 std::vector<std::uint32_t> port_indexes() {
     const Access emulated;
     std::vector<std::uint32_t> indexes;
-    for (const auto& [ifIndex, port] : emulated->state.ports)
+    for (const auto& [ifIndex, port] : emulated->state.ports) {
         indexes.push_back(ifIndex);
+    }
     return indexes;
 }
 
@@ -181,8 +183,9 @@ void set_ip_configuration(const IpMiscCfg& configuration) {
 }
 
 void add_fault(Fault fault) {
-    if (!is_service(fault.symbol))
+    if (!is_service(fault.symbol)) {
         throw std::invalid_argument("no platform service is called " + fault.symbol);
+    }
     Access()->faults.add(std::move(fault));
 }
 
@@ -264,8 +267,9 @@ std::size_t misuse_count() {
 std::string misuse_report() {
     const Access emulated;
     std::string report;
-    for (const std::string& text : emulated->misuseTexts)
+    for (const std::string& text : emulated->misuseTexts) {
         report += text + "\n";
+    }
     return report;
 }
 
@@ -288,8 +292,9 @@ Locked::~Locked() {
 
 std::map<std::string, std::vector<std::string>> scenario_members() {
     std::map<std::string, std::vector<std::string>> members;
-    for (const ObjectKind* kind : object_kinds())
+    for (const ObjectKind* kind : object_kinds()) {
         members[kind->name] = kind->members;
+    }
     return members;
 }
 

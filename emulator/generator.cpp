@@ -35,16 +35,20 @@ class Generator {
                 {{"id", id}, {"domain", {{"systemName", format("2%03x024b53000003", id)}}}});
         }
         made["ports"] = ordered_json::array();
-        for (std::uint32_t i = 0; i < tunnels; ++i)
+        for (std::uint32_t i = 0; i < tunnels; ++i) {
             made["ports"].push_back(fcip_interface(i));
-        for (std::uint32_t i = 0; i < profiles; ++i)
+        }
+        for (std::uint32_t i = 0; i < profiles; ++i) {
             made["ports"].push_back(ethernet_port(i));
+        }
         made["profiles"] = ordered_json::array();
-        for (std::uint32_t i = 0; i < profiles; ++i)
+        for (std::uint32_t i = 0; i < profiles; ++i) {
             made["profiles"].push_back(profile(i));
+        }
         made["tunnels"] = ordered_json::array();
-        for (std::uint32_t i = 0; i < tunnels; ++i)
+        for (std::uint32_t i = 0; i < tunnels; ++i) {
             made["tunnels"].push_back(tunnel(i));
+        }
         return made;
     }
 

@@ -33,8 +33,9 @@ bool read_value(const std::string& interface, const std::string& file, Value& va
 unsigned ones(const void* bytes, std::size_t length) {
     const auto* byte = static_cast<const std::uint8_t*>(bytes);
     unsigned count = 0;
-    for (std::size_t i = 0; i < length; ++i)
+    for (std::size_t i = 0; i < length; ++i) {
         count += static_cast<unsigned>(std::popcount(byte[i]));
+    }
     return count;
 }
 
@@ -46,8 +47,10 @@ void read_addresses(HostInterface& interface) {
     Rank best = Rank::None;
     const Addresses list = interface_addresses();
     for (const ifaddrs* entry = list.get(); entry != nullptr; entry = entry->ifa_next) {
-        if (entry->ifa_addr == nullptr || entry->ifa_netmask == nullptr || interface.name != entry->ifa_name)
+        if (entry->ifa_addr == nullptr || entry->ifa_netmask == nullptr ||
+            interface.name != entry->ifa_name) {
             continue;
+        }
         Rank rank = Rank::None;
         unsigned prefix = 0;
         if (entry->ifa_addr->sa_family == AF_INET) {

@@ -48,8 +48,9 @@ int run(int argc, char** argv) {
     unsetenv("KESTO_SWITCH"); // only the scenarios on the command line count here
 
     int bad = 0;
-    for (const std::string& file : files->results())
+    for (const std::string& file : files->results()) {
         bad += is_good(file) ? 0 : 1;
+    }
     if (generate->parsed()) std::cout << emulator::generate_scenario(tunnels, seed);
     if (builtin->parsed()) std::cout << emulator::builtin_text();
     return bad == 0 && std::cout.flush() ? 0 : 1;

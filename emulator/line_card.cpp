@@ -39,15 +39,17 @@ constexpr std::uint16_t UNKNOWN_PORT = 0xFFFF;
 
 std::uint64_t big_endian(std::span<const std::uint8_t> bytes) {
     std::uint64_t value = 0;
-    for (const std::uint8_t byte : bytes)
+    for (const std::uint8_t byte : bytes) {
         value = value << 8 | byte;
+    }
     return value;
 }
 
 // Writes a big-endian number as far as the payload reaches.
 void put(Bytes& payload, std::size_t offset, std::size_t width, std::uint64_t value) {
-    for (std::size_t i = 0; i < width && offset + i < payload.size(); ++i)
+    for (std::size_t i = 0; i < width && offset + i < payload.size(); ++i) {
         payload[offset + i] = static_cast<std::uint8_t>(value >> (8 * (width - 1 - i)));
+    }
 }
 
 // What distinguishes the three requests.
@@ -98,8 +100,9 @@ void put_host_counters(Bytes& payload, const HostInterface& host) {
         {56, "tx_aborted_errors"}, {64, "rx_crc_errors"}, {88, "tx_packets"},
         {112, "rx_bytes"},         {144, "rx_packets"},   {192, "rx_frame_errors"},
     };
-    for (const auto& [offset, name] : COUNTERS)
+    for (const auto& [offset, name] : COUNTERS) {
         put(payload, offset, 8, host.statistic(name));
+    }
 }
 
 Bytes continuation(bool more) {
@@ -120,10 +123,12 @@ std::uint16_t status_for(const Request& request, const Exchange& exchange, const
 
 void put_counters(Bytes& payload, const LineCardReply& reply, std::size_t wordWidth) {
     const SwitchState& state = runtime().state;
-    for (const auto& [offset, counter] : reply.words)
+    for (const auto& [offset, counter] : reply.words) {
         put(payload, offset, wordWidth, state.value(counter));
-    for (const auto& [offset, counter] : reply.longs)
+    }
+    for (const auto& [offset, counter] : reply.longs) {
         put(payload, offset, 8, state.value(counter));
+    }
 }
 
 // The port's reply to this kind of request, and for TCP what follows it; a status alone if it has none.
@@ -139,12 +144,14 @@ CardAnswer answer_of_port(const Request& request, const Exchange& exchange) {
     const LineCardReply& reply = *(port->*exchange.reply);
     answer.payload.resize(reply.size != 0 ? reply.size : exchange.replySize);
     put_counters(answer.payload, reply, exchange.wordWidth);
-    if (request.code == CODE_ETHERNET_STATS && !port->device.empty())
+    if (request.code == CODE_ETHERNET_STATS && !port->device.empty()) {
         if (const auto host = read_host_interface(port->device)) put_host_counters(answer.payload, *host);
+    }
     put(answer.payload, STATUS_OFFSET, 2, reply.status);
     if (request.code == CODE_TCP_STATS) {
-        for (std::uint32_t left = reply.continuations; left > 0; --left)
+        for (std::uint32_t left = reply.continuations; left > 0; --left) {
             answer.continuations.push_back(continuation(left > 1));
+        }
     }
     return answer;
 }
@@ -182,16 +189,18 @@ void answer_request(const Request& request) {
     const auto fixed = runtime().fixedReplies.find(request.code);
     const bool isFixed = fixed != runtime().fixedReplies.end();
     CardAnswer answer = isFixed ? fixed->second : answer_of_port(request, *exchange);
-    if (verdict.effect == Effect::ReplyStatus)
+    if (verdict.effect == Effect::ReplyStatus) {
         put(answer.payload, STATUS_OFFSET, 2, static_cast<std::uint64_t>(verdict.status));
+    }
     if (verdict.effect == Effect::ShortPayload) answer.payload.resize(verdict.size);
     // A card that reports an error sends nothing more.
     if (!isFixed && !reports_success(answer.payload)) answer.continuations.clear();
 
     const bool inTime = verdict.effect != Effect::LateAnswer;
     enqueue(request.token, answer.payload, inTime);
-    for (const Bytes& payload : answer.continuations)
+    for (const Bytes& payload : answer.continuations) {
         enqueue(0, payload, inTime);
+    }
 }
 
 } // namespace emulator

@@ -55,8 +55,9 @@ int mts_send(std::uint32_t queue, std::uint32_t node, std::uint32_t service, std
     Transport& transport = runtime().transport;
     const std::uint32_t token = transport.next_token();
     const std::span<const std::uint8_t> bytes(static_cast<const std::uint8_t*>(payload), length);
-    if (runtime().recording)
+    if (runtime().recording) {
         runtime().requests.push_back({node, service, code, token, {bytes.begin(), bytes.end()}});
+    }
     transport.hand_out(std::make_unique<Message>(token, bytes), request);
     answer_request({node, service, code, token, bytes});
     return OK;
@@ -77,8 +78,9 @@ int mts_recv(std::uint32_t queue, MtsMessage* reply, const void* selector) {
         !call.usable(queue))
         return FAILED;
     bool rest = wanted.reserved_4 == 0;
-    for (const std::uint32_t word : wanted.reserved_16)
+    for (const std::uint32_t word : wanted.reserved_16) {
         rest = rest && word == 0;
+    }
     call.require(wanted.kind == 1 && wanted.option == 5 && rest,
                  "a selector other than 1 in word 0, 5 in word 2, the token in word 3 and 0 elsewhere");
     if (call.failed()) return call.status();

@@ -98,8 +98,10 @@ Verdict Faults::judge(std::string_view symbol, const std::string& arguments,
         ++armed.seen;
         if (armed.seen < fault.first || armed.seen > fault.last) continue;
         // Drawn by hand, since the library's distributions differ from one implementation to the next.
-        if (fault.probability < 1 && static_cast<double>(armed.random()) >= fault.probability * 4294967296.0)
+        if (fault.probability < 1 &&
+            static_cast<double>(armed.random()) >= fault.probability * 4294967296.0) {
             continue;
+        }
         if (fault.action) actions.push_back(fault.action);
         if (verdict.effect == Effect::None) verdict = {fault.effect, fault.status, fault.size};
     }
@@ -111,8 +113,9 @@ void Runtime::load(SwitchState loaded) {
     state.clock.start();
     refused = false;
     faults.clear();
-    for (const Fault& fault : state.faults)
+    for (const Fault& fault : state.faults) {
         faults.add(fault);
+    }
     fixedReplies.clear();
     transport.clear_queue();
     transport.open = true;

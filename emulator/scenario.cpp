@@ -56,16 +56,21 @@ SwitchState read_scenario(const Reader& scenario) {
     read_system(scenario.at("system"), draft.state);
     if_there(scenario, "clock", [&](const Reader& value) { draft.state.clock.stop_at(value.real(0, 1e12)); });
     if_there(scenario, "ip", [&](const Reader& value) { read_ip(value, draft.state.ipConfiguration); });
-    for (const Reader& vsan : scenario.elements_of("vsans"))
+    for (const Reader& vsan : scenario.elements_of("vsans")) {
         read_vsan(vsan, draft.state);
-    for (const Reader& port : scenario.elements_of("ports"))
+    }
+    for (const Reader& port : scenario.elements_of("ports")) {
         read_port(port, draft);
-    for (const Reader& profile : scenario.elements_of("profiles"))
+    }
+    for (const Reader& profile : scenario.elements_of("profiles")) {
         read_profile(profile, draft);
-    for (const Reader& tunnel : scenario.elements_of("tunnels"))
+    }
+    for (const Reader& tunnel : scenario.elements_of("tunnels")) {
         read_tunnel(tunnel, draft);
-    for (const Reader& fault : scenario.elements_of("faults"))
+    }
+    for (const Reader& fault : scenario.elements_of("faults")) {
         read_fault(fault, draft);
+    }
     return std::move(draft.state);
 }
 

@@ -13,8 +13,9 @@ using Names = std::vector<std::string>;
 
 template <typename Rows>
 Names with_names_of(const Rows& rows, Names members = {}) {
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
         members.emplace_back(row.name);
+    }
     return members;
 }
 

@@ -116,10 +116,12 @@ void read_port(const Reader& object, Draft& draft) {
     read_configuration(object, draft.state, port);
     read_counters(object, port);
     port = completed(std::move(port));
-    if (!draft.ifIndexes.emplace(port.name, port.ifIndex).second)
+    if (!draft.ifIndexes.emplace(port.name, port.ifIndex).second) {
         object.refuse("has the name of an earlier port: " + port.name);
-    if (!draft.state.ports.emplace(port.ifIndex, port).second)
+    }
+    if (!draft.state.ports.emplace(port.ifIndex, port).second) {
         object.at("ifIndex").refuse("is the if-index of an earlier port");
+    }
 }
 
 std::uint32_t read_interface(const Reader& value, const Draft& draft) {
@@ -131,8 +133,9 @@ std::uint32_t read_interface(const Reader& value, const Draft& draft) {
     } else {
         ifIndex = value.u32();
     }
-    if (!ifIndex || (*ifIndex != 0 && !draft.state.ports.contains(*ifIndex)))
+    if (!ifIndex || (*ifIndex != 0 && !draft.state.ports.contains(*ifIndex))) {
         value.refuse("is not an interface of this switch");
+    }
     return *ifIndex;
 }
 

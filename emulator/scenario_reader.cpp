@@ -46,16 +46,18 @@ void Reader::refuse(const std::string& what) const {
 
 Reader Reader::inner(const json& value, const std::string& token) const {
     std::string escaped;
-    for (const char c : token)
+    for (const char c : token) {
         escaped += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
+    }
     return {value, source_, pointer_ + "/" + escaped};
 }
 
 void Reader::expect_object(const ObjectKind& kind) const {
     if (!value_.is_object()) refuse("is not an object");
     for (const auto& [name, value] : value_.items()) {
-        if (std::find(kind.members.begin(), kind.members.end(), name) == kind.members.end())
+        if (std::find(kind.members.begin(), kind.members.end(), name) == kind.members.end()) {
             inner(value, name).refuse("is not a member of \"" + kind.name + "\"");
+        }
     }
 }
 
@@ -75,8 +77,9 @@ std::optional<Reader> Reader::find(const std::string& member) const {
 std::vector<Reader> Reader::elements() const {
     if (!value_.is_array()) refuse("is not an array");
     std::vector<Reader> readers;
-    for (std::size_t i = 0; i < value_.size(); ++i)
+    for (std::size_t i = 0; i < value_.size(); ++i) {
         readers.push_back(inner(value_[i], std::to_string(i)));
+    }
     return readers;
 }
 
@@ -87,16 +90,18 @@ std::vector<Reader> Reader::elements_of(const std::string& member) const {
 std::vector<std::pair<std::string, Reader>> Reader::members() const {
     if (!value_.is_object()) refuse("is not an object");
     std::vector<std::pair<std::string, Reader>> readers;
-    for (const auto& [name, value] : value_.items())
+    for (const auto& [name, value] : value_.items()) {
         readers.emplace_back(name, inner(value, name));
+    }
     return readers;
 }
 
 std::uint64_t Reader::integer(std::uint64_t smallest, std::uint64_t largest) const {
     const std::string range = std::to_string(smallest) + " to " + std::to_string(largest);
     if (!value_.is_number_integer()) refuse("is not an integer from " + range);
-    if (!value_.is_number_unsigned() && value_.get<std::int64_t>() < 0)
+    if (!value_.is_number_unsigned() && value_.get<std::int64_t>() < 0) {
         refuse("is not in the range " + range);
+    }
     const auto number = value_.get<std::uint64_t>();
     if (number < smallest || number > largest) refuse("is not in the range " + range);
     return number;
@@ -128,8 +133,9 @@ std::string Reader::text(std::size_t shortest, std::size_t longest) const {
         refuse("is not a text of " + std::to_string(shortest) + " to " + std::to_string(longest) +
                " characters");
     }
-    if (std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
+    if (std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; })) {
         refuse("has control characters");
+    }
     return text;
 }
 

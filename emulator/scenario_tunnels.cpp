@@ -63,8 +63,9 @@ void read_tcp_connection(const Reader& object, const FcipEntityEntry& profile, c
     FcipTcpConnEntry row{};
     read_fields<FcipTcpConnEntry>(object, TCP_CONNECTION_FIELDS, draft, row);
     const TcpConnectionKey key{tunnel.key.first, tunnel.key.second, localPort, remotePort};
-    if (!tunnel.connections.emplace(key, row).second)
+    if (!tunnel.connections.emplace(key, row).second) {
         object.refuse("has the ports of an earlier connection of the tunnel");
+    }
 }
 
 // The link row of a tunnel, before `words` overwrite any of it.
@@ -72,8 +73,9 @@ FcipLinkEntry read_link_row(const Reader& object, const Draft& draft) {
     FcipLinkEntry row{};
     row.kfmFcipEntityId = object.at("entityId").u32();
     row.kfmFcipLinkIndex = object.at("linkIndex").u32();
-    if (!draft.state.entities.contains(row.kfmFcipEntityId))
+    if (!draft.state.entities.contains(row.kfmFcipEntityId)) {
         object.at("entityId").refuse("is not a profile of this switch");
+    }
     object.at("ifIndex"); // every tunnel has one
     row.kfmFcipLinkExtTcpRemPort = FCIP_TCP_PORT;
     row.kfmFcipLinkExtIpCompression = NO_COMPRESSION;
@@ -91,8 +93,9 @@ FcipLinkEntry read_link_row(const Reader& object, const Draft& draft) {
 void Tunnel::enter(SwitchState& state) const {
     state.links[key] = row;
     state.linkErrors[key] = errors;
-    for (const auto& [connection, entry] : connections)
+    for (const auto& [connection, entry] : connections) {
         state.tcpConnections[connection] = entry;
+    }
 }
 
 void read_profile(const Reader& object, Draft& draft) {
@@ -105,14 +108,16 @@ void read_profile(const Reader& object, Draft& draft) {
     row.kfmFcipEntityTcpPort = FCIP_TCP_PORT;
     read_fields<FcipEntityEntry>(object, PROFILE_FIELDS, draft, row);
     read_words(object, row);
-    if (!draft.state.entities.emplace(entityId, row).second)
+    if (!draft.state.entities.emplace(entityId, row).second) {
         object.at("entityId").refuse("is the entityId of an earlier profile");
+    }
 }
 
 void read_tunnel(const Reader& object, Draft& draft) {
     const Tunnel tunnel = tunnel_of(object, draft);
-    if (draft.state.links.contains(tunnel.key))
+    if (draft.state.links.contains(tunnel.key)) {
         object.refuse("has the entityId and linkIndex of an earlier tunnel");
+    }
     tunnel.enter(draft.state);
 }
 
@@ -125,8 +130,9 @@ Tunnel tunnel_of(const Reader& object, const Draft& draft) {
     const FcipEntityEntry& profile = draft.state.entities.at(tunnel.key.first);
     read_words(object, tunnel.row);
     if_there(object, "errors", [&](const Reader& errors) { read_link_errors(errors, tunnel.errors); });
-    for (const Reader& connection : object.elements_of("tcpConnections"))
+    for (const Reader& connection : object.elements_of("tcpConnections")) {
         read_tcp_connection(connection, profile, draft, tunnel);
+    }
     return tunnel;
 }
 

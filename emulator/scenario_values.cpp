@@ -51,11 +51,13 @@ std::array<std::uint8_t, 8> read_wwn(const Reader& value) {
     const std::string text = value.text(0, 64);
     std::array<std::uint8_t, 8> wwn{};
     bool good = text.size() == 23;
-    for (std::size_t i = 0; good && i < text.size(); ++i)
+    for (std::size_t i = 0; good && i < text.size(); ++i) {
         good = i % 3 == 2 ? text[i] == ':' : std::isxdigit(static_cast<unsigned char>(text[i])) != 0;
+    }
     if (!good) value.refuse("is not a WWN such as \"20:00:02:4b:53:00:00:01\"");
-    for (std::size_t i = 0; i < wwn.size(); ++i)
+    for (std::size_t i = 0; i < wwn.size(); ++i) {
         wwn[i] = static_cast<std::uint8_t>(std::stoul(text.substr(3 * i, 2), nullptr, 16));
+    }
     return wwn;
 }
 
@@ -75,8 +77,9 @@ IpAddr read_address(const Reader& value) {
 
 std::uint32_t read_mask(const Reader& value) {
     in_addr mask{};
-    if (inet_pton(AF_INET, value.text(0, 64).c_str(), &mask) != 1)
+    if (inet_pton(AF_INET, value.text(0, 64).c_str(), &mask) != 1) {
         value.refuse("is not a mask such as 255.255.255.0");
+    }
     return ntohl(mask.s_addr);
 }
 

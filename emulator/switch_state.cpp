@@ -51,11 +51,13 @@ std::string default_linux_name(const Port& port) {
         std::string device = host_interface_name(port.device);
         if (!device.empty()) return device;
     }
-    if (port.type == IF_TYPE_ETHERNET)
+    if (port.type == IF_TYPE_ETHERNET) {
         return "gige" + std::to_string(port.slot) + "-" + std::to_string(port.port);
+    }
     std::string name = port.name.substr(0, 15); // the kernel's limit
-    for (char& c : name)
+    for (char& c : name) {
         c = c == '/' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
     return name;
 }
 

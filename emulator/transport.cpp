@@ -30,8 +30,9 @@ std::unique_ptr<Message> Transport::receive(std::uint32_t token) {
         return message->arrived && matches(message);
     });
     if (found == queue_.end()) {
-        for (const auto& message : queue_)
+        for (const auto& message : queue_) {
             message->arrived = true;
+        }
         return nullptr;
     }
     std::unique_ptr<Message> message = std::move(*found);

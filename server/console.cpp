@@ -6,7 +6,9 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
-#include <system_error>
+#include <cstring>
+
+#include "server/model/error.h"
 
 namespace cimserver {
 
@@ -32,7 +34,7 @@ void Console::redirect_provider(const std::string& file) const {
     const bool redirected = target >= 0 && dup2(target, STDOUT_FILENO) >= 0;
     const int reason = errno;
     if (target >= 0) close(target);
-    if (!redirected) throw std::system_error(reason, std::generic_category(), file);
+    if (!redirected) throw Error(file + ": " + std::strerror(reason));
     std::setvbuf(stdout, nullptr, _IOLBF, 0); // whole lines, as they are printed
 }
 

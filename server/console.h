@@ -18,7 +18,7 @@ class Console {
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
 
-    // To a file, which is appended to, or to standard error for "-". Throws std::system_error.
+    // To a file, which is appended to, or to standard error for "-". Throws Error.
     void redirect_provider(const std::string& file) const;
 
     void say(const std::string& line) { write(out_, line); }    // to the original standard output

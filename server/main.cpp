@@ -118,9 +118,8 @@ void serve(const Options& options, Console& console) {
     const std::string library = options.provider.empty() ? default_provider() : options.provider;
     const Provider provider(library, options.providerName, broker);
     const Operations operations(provider, association_table(options, library));
-    broker.serve([&operations](const Request& request, ResultSink& sink) {
-        return operations.perform(request, sink);
-    });
+    broker.serve(
+        [operations](const Request& request, ResultSink& sink) { return operations.perform(request, sink); });
     const CimXmlService service(operations, {options.nameSpaces, host_name(), report});
     HttpServer server(options.http,
                       [&service](const HttpRequest& request) { return service.answer(request); });

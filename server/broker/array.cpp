@@ -23,7 +23,7 @@ CMPIType get_simple_type(const CMPIArray* array, CMPIStatus* rc) {
 
 CMPIData get_element_at(const CMPIArray* array, CMPICount index, CMPIStatus* rc) {
     ArrayObject* ours = from_handle<ArrayObject>(array);
-    if ((ours == nullptr) || index >= ours->content().elements.size()) {
+    if (ours == nullptr || index >= ours->content().elements.size()) {
         set_status(rc, ours != nullptr ? CMPI_RC_ERR_NO_SUCH_PROPERTY : CMPI_RC_ERR_INVALID_HANDLE);
         return no_data();
     }

@@ -15,8 +15,8 @@ Broker::Broker(Log log, bool tracing)
       tracing_(tracing) {}
 
 const Broker* Broker::of(const CMPIBroker* handle) {
-    return (handle != nullptr) && handle->bft == broker_upcalls() ? static_cast<const Broker*>(handle->hdl)
-                                                                  : nullptr;
+    return handle != nullptr && handle->bft == broker_upcalls() ? static_cast<const Broker*>(handle->hdl)
+                                                                : nullptr;
 }
 
 } // namespace cimserver

@@ -21,7 +21,7 @@ CMPIString* get_string_format(const CMPIDateTime* time, CMPIStatus* rc) {
 CMPIBoolean is_interval(const CMPIDateTime* time, CMPIStatus* rc) {
     DateTimeObject* ours = from_handle<DateTimeObject>(time);
     set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return (ours != nullptr) && ours->content().interval ? 1 : 0;
+    return ours != nullptr && ours->content().interval ? 1 : 0;
 }
 
 constexpr CMPIDateTimeFT TABLE = {CMPICurrentVersion,

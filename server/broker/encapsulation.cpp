@@ -4,7 +4,6 @@
 
 #include <cstdarg>
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +14,7 @@
 #include "server/broker/broker.h"
 #include "server/broker/codepage.h"
 #include "server/broker/datetime.h"
+#include "server/broker/encapsulated.h"
 #include "server/broker/enumeration.h"
 #include "server/broker/error.h"
 #include "server/broker/instance.h"
@@ -118,8 +118,7 @@ CMPIBoolean class_path_is_a(const CMPIBroker*, const CMPIObjectPath* path, const
     set_status(rc, ours == nullptr        ? CMPI_RC_ERR_INVALID_HANDLE
                    : className != nullptr ? CMPI_RC_OK
                                           : CMPI_RC_ERR_INVALID_PARAMETER);
-    return (ours != nullptr) && (className != nullptr) && same_name(ours->content().className, className) ? 1
-                                                                                                          : 0;
+    return ours != nullptr && className != nullptr && same_name(ours->content().className, className) ? 1 : 0;
 }
 
 // What an object of any type says of itself. The types share one layout; the function table shows which it
@@ -149,7 +148,6 @@ std::string list_text(const ArrayContent& array) {
 }
 
 std::optional<Description> describe(const void* object) {
-    if ((object == nullptr) || reinterpret_cast<std::intptr_t>(object) == -1) return std::nullopt;
     Description found;
     const auto nothing = [](const auto&) { return std::string(); };
     const bool known =
@@ -185,7 +183,7 @@ CMPIBoolean is_of_type(const CMPIBroker*, const void* object, const char* type, 
     set_status(rc, !description      ? CMPI_RC_ERR_INVALID_HANDLE
                    : type != nullptr ? CMPI_RC_OK
                                      : CMPI_RC_ERR_INVALID_PARAMETER);
-    return description && (type != nullptr) && std::string_view(type) == description->type ? 1 : 0;
+    return description && type != nullptr && std::string_view(type) == description->type ? 1 : 0;
 }
 
 CMPIString* get_type(const CMPIBroker*, const void* object, CMPIStatus* rc) {

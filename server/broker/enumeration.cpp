@@ -10,7 +10,7 @@ namespace {
 
 CMPIData get_next(const CMPIEnumeration* enumeration, CMPIStatus* rc) {
     EnumerationObject* ours = from_handle<EnumerationObject>(enumeration);
-    if ((ours == nullptr) || ours->content().next >= ours->content().items.elements.size()) {
+    if (ours == nullptr || ours->content().next >= ours->content().items.elements.size()) {
         set_status(rc, ours != nullptr ? CMPI_RC_ERR_NOT_FOUND : CMPI_RC_ERR_INVALID_HANDLE);
         return no_data();
     }
@@ -21,7 +21,7 @@ CMPIData get_next(const CMPIEnumeration* enumeration, CMPIStatus* rc) {
 CMPIBoolean has_next(const CMPIEnumeration* enumeration, CMPIStatus* rc) {
     EnumerationObject* ours = from_handle<EnumerationObject>(enumeration);
     set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return (ours != nullptr) && ours->content().next < ours->content().items.elements.size() ? 1 : 0;
+    return ours != nullptr && ours->content().next < ours->content().items.elements.size() ? 1 : 0;
 }
 
 CMPIArray* to_array(const CMPIEnumeration* enumeration, CMPIStatus* rc) {

@@ -15,8 +15,9 @@ namespace {
 
 CMPIData get_property(const CMPIInstance* instance, const char* name, CMPIStatus* rc) {
     InstanceObject* ours = from_handle<InstanceObject>(instance);
-    if (ours != nullptr)
+    if (ours != nullptr) {
         return read_named(ours->content().properties, name, CMPI_RC_ERR_NO_SUCH_PROPERTY, CMPI_goodValue, rc);
+    }
     set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
     return no_data(CMPI_badValue);
 }
@@ -82,7 +83,7 @@ CMPIStatus set_property_filter(const CMPIInstance* instance, const char** proper
 CMPIStatus set_object_path(const CMPIInstance* instance, const CMPIObjectPath* path) {
     InstanceObject* ours = from_handle<InstanceObject>(instance);
     PathObject* from = from_handle<PathObject>(path);
-    if ((ours == nullptr) || (from == nullptr)) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (ours == nullptr || from == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().path = from->content();
     return status(CMPI_RC_OK);
 }

@@ -35,8 +35,9 @@ CMPIGcStat* mark(const CMPIBroker*, CMPIStatus* rc) {
 
 CMPIStatus release(const CMPIBroker*, const CMPIGcStat* gc) {
     const Mark* made = static_cast<const Mark*>(gc);
-    if ((made == nullptr) || made->marked != &RequestPool::current())
+    if (made == nullptr || made->marked != &RequestPool::current()) {
         return status(CMPI_RC_ERR_INVALID_HANDLE);
+    }
     RequestPool::current().truncate(made->position);
     return status(CMPI_RC_OK);
 }

@@ -39,16 +39,18 @@ CMPIStatus add_key(const CMPIObjectPath* path, const char* name, const CMPIValue
 
 CMPIData get_key(const CMPIObjectPath* path, const char* name, CMPIStatus* rc) {
     PathObject* ours = from_handle<PathObject>(path);
-    if (ours != nullptr)
+    if (ours != nullptr) {
         return read_named(ours->content().keys, name, CMPI_RC_ERR_NOT_FOUND, CMPI_keyValue, rc);
+    }
     set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
     return no_data(CMPI_badValue);
 }
 
 CMPIData get_key_at(const CMPIObjectPath* path, CMPICount index, CMPIString** name, CMPIStatus* rc) {
     PathObject* ours = from_handle<PathObject>(path);
-    if (ours != nullptr)
+    if (ours != nullptr) {
         return read_named_at(ours->content().keys, index, name, CMPI_RC_ERR_NOT_FOUND, CMPI_keyValue, rc);
+    }
     set_status(rc, CMPI_RC_ERR_INVALID_HANDLE);
     return no_data(CMPI_badValue);
 }
@@ -62,7 +64,7 @@ CMPICount get_key_count(const CMPIObjectPath* path, CMPIStatus* rc) {
 CMPIStatus set_name_space_from(const CMPIObjectPath* path, const CMPIObjectPath* source) {
     PathObject* ours = from_handle<PathObject>(path);
     PathObject* from = from_handle<PathObject>(source);
-    if ((ours == nullptr) || (from == nullptr)) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (ours == nullptr || from == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().nameSpace = from->content().nameSpace;
     return status(CMPI_RC_OK);
 }

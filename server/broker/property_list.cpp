@@ -9,14 +9,14 @@ namespace {
 CMPIBoolean is_property_in_list(const CMPIPropertyList* list, const char* name, CMPIStatus* rc) {
     PropertyListObject* ours = from_handle<PropertyListObject>(list);
     set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    if ((ours == nullptr) || (name == nullptr)) return 0;
+    if (ours == nullptr || name == nullptr) return 0;
     return ours->content().everything || contains_name(ours->content().names, name) ? 1 : 0;
 }
 
 const char** get_properties(const CMPIPropertyList* list, CMPIStatus* rc) {
     PropertyListObject* ours = from_handle<PropertyListObject>(list);
     set_status(rc, ours != nullptr ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return (ours != nullptr) && !ours->content().everything ? ours->content().pointers.data() : nullptr;
+    return ours != nullptr && !ours->content().everything ? ours->content().pointers.data() : nullptr;
 }
 
 constexpr CMPIPropertyListFT TABLE = {
@@ -31,7 +31,7 @@ const CMPIPropertyListFT* FunctionTableOf<CMPIPropertyList>::table() {
 
 std::vector<std::string> names_from(const char** names) {
     std::vector<std::string> result;
-    for (; (names != nullptr) && (*names != nullptr); ++names) {
+    for (; names != nullptr && (*names != nullptr); ++names) {
         result.emplace_back(*names);
     }
     return result;

@@ -65,7 +65,7 @@ void* RequestPool::allocate(std::size_t size) {
 void* RequestPool::reallocate(void* block, std::size_t size) {
     void* grown = allocate(size);
     const auto known = blocks_.find(block);
-    if (known == blocks_.end() || (grown == nullptr)) return grown;
+    if (known == blocks_.end() || grown == nullptr) return grown;
     std::memcpy(grown, block, std::min(size, known->second->size()));
     known->second->release_content();
     return grown;

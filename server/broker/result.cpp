@@ -3,6 +3,7 @@
 #include "server/broker/error.h"
 #include "server/broker/instance.h"
 #include "server/broker/object_path.h"
+#include "server/broker/request_pool.h"
 #include "server/model/result_sink.h"
 
 namespace cimserver {
@@ -37,22 +38,21 @@ CMPIStatus return_object_path(const CMPIResult* result, const CMPIObjectPath* pa
 CMPIStatus return_data(const CMPIResult* result, const CMPIValue* value, const CMPIType type) {
     ResultObject* ours = from_handle<ResultObject>(result);
     if (ours == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    if (type == CMPI_instance && (value != nullptr)) return return_instance(result, value->inst);
-    if (type == CMPI_ref && (value != nullptr)) return return_object_path(result, value->ref);
+    if (type == CMPI_instance && value != nullptr) return return_instance(result, value->inst);
+    if (type == CMPI_ref && value != nullptr) return return_object_path(result, value->ref);
     return status(CMPI_RC_ERR_NOT_SUPPORTED); // only methods return plain data, and none are served
 }
 
 CMPIStatus return_done(const CMPIResult* result) {
     ResultObject* ours = from_handle<ResultObject>(result);
     if (ours == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    ours->content().done = true; // only noted: the answer is complete when the operation returns
     return status(CMPI_RC_OK);
 }
 
 CMPIStatus return_error(const CMPIResult* result, const CMPIError* error) {
     ResultObject* ours = from_handle<ResultObject>(result);
     ErrorObject* returned = from_handle<ErrorObject>(error);
-    if ((ours == nullptr) || (returned == nullptr)) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (ours == nullptr || returned == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
     ours->content().errorMessage = returned->content().message;
     return status(CMPI_RC_OK);
 }

@@ -17,8 +17,7 @@ class ResultSink;
 struct ResultContent {
     ResultSink* sink = nullptr;
     unsigned delivered = 0;
-    unsigned ignored = 0; // NULL, -1 or released objects
-    bool done = false;
+    unsigned ignored = 0;     // NULL, -1 or released objects
     std::string errorMessage; // of the last CMPIError handed over
 };
 

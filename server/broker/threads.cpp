@@ -70,7 +70,7 @@ std::recursive_mutex& once_lock() {
 }
 
 int thread_once(int* once, CMPIThreadOnceFunc function) {
-    if ((once == nullptr) || (function == nullptr)) return EINVAL;
+    if (once == nullptr || function == nullptr) return EINVAL;
     const std::lock_guard guard(once_lock());
     if (*once == 0) {
         *once = 1;
@@ -149,12 +149,12 @@ void destroy_condition(CMPI_COND_TYPE condition) {
 }
 
 int cond_wait(CMPI_COND_TYPE condition, CMPI_MUTEX_TYPE mutex) {
-    if ((condition == nullptr) || (mutex == nullptr)) return EINVAL;
+    if (condition == nullptr || mutex == nullptr) return EINVAL;
     return pthread_cond_wait(static_cast<pthread_cond_t*>(condition), static_cast<pthread_mutex_t*>(mutex));
 }
 
 int timed_cond_wait(CMPI_COND_TYPE condition, CMPI_MUTEX_TYPE mutex, struct timespec* until) {
-    if ((condition == nullptr) || (mutex == nullptr) || (until == nullptr)) return EINVAL;
+    if (condition == nullptr || mutex == nullptr || until == nullptr) return EINVAL;
     return pthread_cond_timedwait(static_cast<pthread_cond_t*>(condition),
                                   static_cast<pthread_mutex_t*>(mutex), until);
 }

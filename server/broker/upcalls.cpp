@@ -48,8 +48,9 @@ CMPIStatus perform(const CMPIBroker* broker, const CMPIContext* context, const C
     const Broker* ours = Broker::of(broker);
     PathObject* target = from_handle<PathObject>(path);
     if (ours == nullptr || target == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    if (ContextObject* given = from_handle<ContextObject>(context))
+    if (ContextObject* given = from_handle<ContextObject>(context)) {
         request.context = given->content().entries;
+    }
     request.target = target->content();
     request.instance.path = request.target;
     const Outcome outcome = ours->perform(request, sink);
@@ -90,7 +91,7 @@ CMPIStatus attach_thread(const CMPIBroker*, const CMPIContext* context) {
 
 CMPIStatus detach_thread(const CMPIBroker*, const CMPIContext* context) {
     ContextObject* ours = from_handle<ContextObject>(context);
-    if ((ours == nullptr) || attachments.empty()) return status(CMPI_RC_ERR_INVALID_HANDLE);
+    if (ours == nullptr || attachments.empty()) return status(CMPI_RC_ERR_INVALID_HANDLE);
     attachments.pop_back();
     if (ours->owner() == nullptr) delete ours;
     return status(CMPI_RC_OK);

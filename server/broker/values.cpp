@@ -6,9 +6,11 @@
 
 #include "server/broker/array.h"
 #include "server/broker/datetime.h"
+#include "server/broker/encapsulated.h"
 #include "server/broker/instance.h"
 #include "server/broker/object_path.h"
 #include "server/broker/string.h"
+#include "server/model/datetime.h"
 
 namespace cimserver {
 

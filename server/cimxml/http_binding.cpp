@@ -87,12 +87,12 @@ CimHeaders::CimHeaders(const HttpRequest& request) : request_(request) {
         throw HttpError(METHOD_NOT_ALLOWED, "", "only POST and M-POST are served");
     }
     const std::string* contentType = request.header("Content-Type");
-    if ((contentType == nullptr) || !is_xml_in_utf8(*contentType)) {
+    if (contentType == nullptr || !is_xml_in_utf8(*contentType)) {
         throw HttpError(UNSUPPORTED_MEDIA_TYPE, "",
                         "the content must be application/xml or text/xml in UTF-8");
     }
     const std::string* encoding = request.header("Content-Encoding");
-    if ((encoding != nullptr) && !same_name(trimmed(*encoding), "identity")) {
+    if (encoding != nullptr && !same_name(trimmed(*encoding), "identity")) {
         throw HttpError(UNSUPPORTED_MEDIA_TYPE, "", "content encodings are not supported");
     }
     const std::string* operation = header("CIMOperation");
@@ -104,7 +104,7 @@ CimHeaders::CimHeaders(const HttpRequest& request) : request_(request) {
         throw HttpError(NOT_IMPLEMENTED, "multiple-requests-unsupported", "one operation a request, please");
     }
     const std::string* version = header("CIMProtocolVersion");
-    if ((version != nullptr) && !trimmed(*version).starts_with("1.")) {
+    if (version != nullptr && !trimmed(*version).starts_with("1.")) {
         throw HttpError(NOT_IMPLEMENTED, "unsupported-protocol-version", "version " + *version);
     }
 }
@@ -112,7 +112,7 @@ CimHeaders::CimHeaders(const HttpRequest& request) : request_(request) {
 void CimHeaders::expect_to_match(const CimXmlRequest& message) const {
     constexpr auto MISMATCH = "header-mismatch";
     const std::string* method = header("CIMMethod");
-    if ((method == nullptr) || !same_name(trimmed(unescaped(*method)), message.method)) {
+    if (method == nullptr || !same_name(trimmed(unescaped(*method)), message.method)) {
         throw HttpError(BAD_REQUEST, MISMATCH, "CIMMethod does not name the operation");
     }
     const std::string* object = header("CIMObject");

@@ -169,8 +169,9 @@ class ObjectReader {
 
     // The namespace and the host that a path begins with.
     static std::pair<std::string, std::string> where(std::string_view kind, const XmlElement& element) {
-        if (element.name == "LOCALNAMESPACEPATH" && kind.starts_with("LOCAL"))
+        if (element.name == "LOCALNAMESPACEPATH" && kind.starts_with("LOCAL")) {
             return {read_name_space_path(element), ""};
+        }
         if (element.name != "NAMESPACEPATH" || kind.starts_with("LOCAL")) {
             refuse(element.name + " in " + std::string(kind));
         }

@@ -49,8 +49,9 @@ std::string CimXmlService::run_operation(const HttpRequest& http, const CimXmlRe
     const ResponseFrame frame{message.messageId, message.method, message.extrinsic, message.typedKeys};
     try {
         const CimXmlOperation* operation = message.extrinsic ? nullptr : find_operation(message.method);
-        if (operation == nullptr)
+        if (operation == nullptr) {
             throw CimError(CMPI_RC_ERR_NOT_SUPPORTED, message.method + " is not served");
+        }
         if (!contains_name(settings_.nameSpaces, message.nameSpace)) {
             throw CimError(CMPI_RC_ERR_INVALID_NAMESPACE, message.nameSpace);
         }

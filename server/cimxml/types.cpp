@@ -126,7 +126,7 @@ std::optional<Value> parse_scalar(std::string_view text, CMPIType type) {
 
     const TypeName* known = find(type);
     const std::optional<Integer> integer =
-        (known != nullptr) && (known->bits != 0) ? parse_integer(text) : std::nullopt;
+        known != nullptr && (known->bits != 0) ? parse_integer(text) : std::nullopt;
     if (!integer) return std::nullopt;
     const bool isSigned = known->name[0] == 's';
     return isSigned ? as_signed(*integer, type, known->bits) : as_unsigned(*integer, type, known->bits);

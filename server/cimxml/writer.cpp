@@ -85,7 +85,7 @@ void ObjectWriter::property(const NamedValue& written) {
     const std::string_view element = value.is_array() ? "PROPERTY.ARRAY"
                                      : isReference    ? "PROPERTY.REFERENCE"
                                                       : "PROPERTY";
-    const bool tellOrigin = options_.classOrigin && !written.origin.empty();
+    const bool showOrigin = options_.classOrigin && !written.origin.empty();
     const ObjectPath* target = value.as_reference();
     const std::pair<std::string_view, std::string_view> type =
         !isReference ? std::pair<std::string_view, std::string_view>("TYPE", type_name(value.element_type()))
@@ -94,7 +94,7 @@ void ObjectWriter::property(const NamedValue& written) {
             : std::pair<std::string_view, std::string_view>(NO_ATTRIBUTE, "");
     xml_.open(element, {{"NAME", written.name},
                         type,
-                        {tellOrigin ? "CLASSORIGIN" : NO_ATTRIBUTE, written.origin},
+                        {showOrigin ? "CLASSORIGIN" : NO_ATTRIBUTE, written.origin},
                         {isEmbedded ? "EmbeddedObject" : NO_ATTRIBUTE, "instance"}});
     if (!value.is_null()) values(value);
     xml_.close(element);

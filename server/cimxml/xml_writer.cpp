@@ -1,5 +1,7 @@
 #include "server/cimxml/xml_writer.h"
 
+#include <cstddef>
+
 #include "server/model/text.h"
 
 namespace cimserver {
@@ -52,8 +54,8 @@ void XmlWriter::escaped(std::string_view characters, bool inAttribute) {
                 out_ += inAttribute ? "&quot;" : "\"";
                 break;
             case '\r':
-                out_ += "&#13;";
-                break; // a parser would turn it into a line feed
+                out_ += "&#13;"; // a parser would turn it into a line feed
+                break;
             case '\n':
                 out_ += inAttribute ? "&#10;" : "\n";
                 break;

@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "server/http/arrival_watch.h"
+#include "server/model/text.h"
 
 namespace cimserver {
 
@@ -169,7 +170,7 @@ class HttpServer::Impl {
         }
         const std::string* length = request->message.header("Content-Length");
         const bool tooLarge =
-            (length != nullptr) && std::strtoull(length->c_str(), nullptr, 10) > settings_.maxBody;
+            length != nullptr && std::strtoull(length->c_str(), nullptr, 10) > settings_.maxBody;
         *state = request.release();
         // Said before the client sends it all; MHD closes the connection then.
         return tooLarge ? send(connection, too_large_reply()) : MHD_YES;

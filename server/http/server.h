@@ -40,7 +40,8 @@ class HttpServer {
     std::uint16_t port() const;
     std::string url() const; // http://127.0.0.1:5988
 
-    // Takes no new connections, lets the running requests finish (for `patience` at most), and closes.
+    // Takes no new connections and lets the running requests finish; their connections are cut after
+    // `patience`. Returns when the last handler has.
     void stop(std::chrono::seconds patience);
 
   private:

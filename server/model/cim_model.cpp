@@ -40,8 +40,9 @@ std::string display_text(const Value& value) {
 bool same_number(const Value& a, const Value& b) {
     const auto split = [](const Value& value) -> std::optional<std::pair<bool, std::uint64_t>> {
         if (const auto* natural = std::get_if<std::uint64_t>(&value.content)) return {{false, *natural}};
-        if (const auto* integer = std::get_if<std::int64_t>(&value.content))
+        if (const auto* integer = std::get_if<std::int64_t>(&value.content)) {
             return {{*integer < 0, static_cast<std::uint64_t>(*integer)}};
+        }
         return std::nullopt;
     };
     const auto left = split(a);
@@ -57,10 +58,12 @@ bool same_plain(const Value& a, const Value& b) {
 
 bool same_name_space(std::string_view a, std::string_view b) {
     const auto bare = [](std::string_view text) {
-        while (text.starts_with('/'))
+        while (text.starts_with('/')) {
             text.remove_prefix(1);
-        while (text.ends_with('/'))
+        }
+        while (text.ends_with('/')) {
             text.remove_suffix(1);
+        }
         return text;
     };
     return same_name(bare(a), bare(b));
@@ -179,16 +182,16 @@ std::string scalar_text(const Value& value) {
 bool same_value(const Value& a, const Value& b) {
     if (const ObjectPath* left = a.as_reference()) {
         const ObjectPath* right = b.as_reference();
-        return (right != nullptr) && may_be_same_object(*left, *right);
+        return right != nullptr && may_be_same_object(*left, *right);
     }
     if (const Instance* left = a.as_instance()) {
         const Instance* right = b.as_instance();
-        return (right != nullptr) && same_name(left->path.className, right->path.className) &&
+        return right != nullptr && same_name(left->path.className, right->path.className) &&
                same_properties(left->properties, right->properties);
     }
     if (const auto* left = a.as_array()) {
         const auto* right = b.as_array();
-        return (right != nullptr) &&
+        return right != nullptr &&
                std::equal(left->begin(), left->end(), right->begin(), right->end(), same_value);
     }
     return (a.is_null() && b.is_null()) || same_number(a, b) || same_plain<bool>(a, b) ||
@@ -199,7 +202,7 @@ bool same_properties(const NamedValues& a, const NamedValues& b) {
     return a.size() == b.size() &&
            std::all_of(a.all().begin(), a.all().end(), [&b](const NamedValue& property) {
                const NamedValue* other = b.find(property.name);
-               return (other != nullptr) && same_value(property.value, other->value);
+               return other != nullptr && same_value(property.value, other->value);
            });
 }
 

@@ -18,8 +18,8 @@ constexpr std::string_view LABEL_OF_DEVICES = "Name";
 const NamedValue* find_set(const Instance& instance, std::string_view name) {
     const NamedValue* property = instance.properties.find(name);
     if (property == nullptr) property = instance.filteredOut.find(name);
-    return (property != nullptr) && !property->value.is_null() && !property->value.is_array() ? property
-                                                                                              : nullptr;
+    return property != nullptr && !property->value.is_null() && !property->value.is_array() ? property
+                                                                                            : nullptr;
 }
 
 void add_references(NamedValues& keys, const NamedValues& properties) {

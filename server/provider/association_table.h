@@ -39,7 +39,6 @@ class AssociationTable {
     static AssociationTable read_file(const std::string& fileName);
 
     bool empty() const { return rows_.empty(); }
-    const std::vector<Row>& rows() const { return rows_; }
 
     // The association classes to ask for when a traversal from this class names none, in the table's order.
     std::vector<std::string> from(std::string_view sourceClass) const;

@@ -2,6 +2,7 @@
 
 #include <cmpidt.h>
 
+#include "server/model/cim_model.h"
 #include "server/provider/provider_call.h"
 #include "server/provider/traversal.h"
 

@@ -3,7 +3,9 @@
 #include <dlfcn.h>
 
 #include "server/broker/broker.h"
+#include "server/broker/encapsulated.h"
 #include "server/broker/named_lists.h"
+#include "server/broker/request_pool.h"
 #include "server/broker/string.h"
 
 namespace cimserver {
@@ -36,7 +38,7 @@ Provider::Provider(const std::string& file, const std::string& name, const Broke
     : loaded_(std::make_unique<Loaded>(file)) {
     instances_ = loaded_->make<CMPIInstanceMI>(name + "_Create_InstanceMI", broker.handle());
     associations_ = loaded_->make<CMPIAssociationMI>(name + "_Create_AssociationMI", broker.handle());
-    if ((instances_ == nullptr) && (associations_ == nullptr)) {
+    if (instances_ == nullptr && associations_ == nullptr) {
         throw ProviderError(file + " has neither " + name + "_Create_InstanceMI nor " + name +
                             "_Create_AssociationMI");
     }

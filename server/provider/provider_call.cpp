@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "server/broker/encapsulated.h"
 #include "server/broker/instance.h"
 #include "server/broker/named_lists.h"
 #include "server/broker/object_path.h"

@@ -113,8 +113,9 @@ TEST_P(AssociationBuilder, TiesTwoReferencesInOrder) {
     EXPECT_EQ(make(first, second), RecordedPath(NAMESPACE, CLASS, references, HOST));
     EXPECT_EQ(output, "");
     std::vector<std::string> called;
-    for (const test_support::Call& call : maker().calls())
+    for (const test_support::Call& call : maker().calls()) {
         called.push_back(call.function());
+    }
     EXPECT_EQ(called, wanted) << "and nothing is released";
     const RecordingBroker& idle = takes_a_broker() ? broker : other;
     EXPECT_EQ(idle.made(Make::ObjectPath) + idle.made(Make::Instance), 0U);

@@ -126,8 +126,9 @@ TEST_P(AssociationGetter, DoesNotTakeAMissingReferenceForOne) {
 TEST_P(AssociationGetter, DoesNotLookTheReferencedObjectsUp) {
     get({{role1(), first}, {role2(), second}});
     EXPECT_EQ(emulator::count("association_class_build_instance_path"), 1U);
-    for (const char* service : {"fcip_get_link_entry", "fcip_get_entity_entry", "pm_cim_get_port_info"})
+    for (const char* service : {"fcip_get_link_entry", "fcip_get_entity_entry", "pm_cim_get_port_info"}) {
         EXPECT_EQ(emulator::count(service), 0U) << service;
+    }
 }
 
 TEST_P(AssociationGetter, ReturnsWhatThePlatformMakesEvenIfThatIsNull) {

@@ -88,10 +88,12 @@ TEST_F(AssociationOperation, TheRequestIsReadBeforeTheLockIsTakenAndTheObjectsAr
         EXPECT_EQ(answer.platformCalls.front(), "mutex_lock");
         EXPECT_EQ(answer.platformCalls.back(), "mutex_unlock");
         EXPECT_EQ(std::count(answer.platformCalls.begin(), answer.platformCalls.end(), "mutex_lock"), 1);
-        for (const std::string& function : test_support::functions_called(answer.brokerCalls, false))
+        for (const std::string& function : test_support::functions_called(answer.brokerCalls, false)) {
             EXPECT_TRUE(function.starts_with("get")) << function << " without the lock";
-        for (const std::string& function : test_support::functions_called(answer.brokerCalls, true))
+        }
+        for (const std::string& function : test_support::functions_called(answer.brokerCalls, true)) {
             EXPECT_NE(function, "getKeyAt");
+        }
     }
 }
 

@@ -97,8 +97,9 @@ inline std::string in_mixed_case(std::string text) {
 // The services that one request calls, and how often, without the lock's.
 inline std::map<std::string, std::uint32_t> services_called(const test_support::Answer& answer) {
     std::map<std::string, std::uint32_t> counts;
-    for (const std::string& call : answer.platformCalls)
+    for (const std::string& call : answer.platformCalls) {
         ++counts[call.substr(0, call.find(' '))];
+    }
     counts.erase("mutex_lock");
     counts.erase("mutex_unlock");
     return counts;

@@ -116,14 +116,16 @@ class WalkerTest : public AssociationTest {
     }
     static std::size_t links_asked_for() {
         std::size_t asked = 0;
-        for (const std::string& call : emulator::calls("fcip_get_link_entry"))
+        for (const std::string& call : emulator::calls("fcip_get_link_entry")) {
             asked += occurrences(call, " op=2 ");
+        }
         return asked;
     }
     std::vector<std::string> classes_of_paths_made() const {
         Texts classes;
-        for (const std::string& made : broker.call_texts("newObjectPath"))
+        for (const std::string& made : broker.call_texts("newObjectPath")) {
             classes.push_back(made.substr(made.rfind(' ') + 1));
+        }
         return classes;
     }
 };
@@ -181,7 +183,7 @@ TEST_P(WalkedAssociations, StopAtAnEndThatTheBrokerCannotMake) {
         const Answer answer = all();
         if (!broker.fault_hit()) {
             EXPECT_EQ(associations_of(answer), expected());
-        } else if (nth % 3 == 0) { // the association: its NULL is returned, and the walk goes on
+        } else if (nth % 3 == 0) { // the association: its NULL is returned, and the walk continues
             Paths wanted = expected();
             wanted[nth / 3 - 1] = RecordedPath::of(Object::Null);
             EXPECT_EQ(associations_of(answer), wanted);
@@ -374,8 +376,9 @@ TEST_F(WalkerTest, DoesNotUseThePropertyList) {
     });
     EXPECT_EQ(associations_of(answer),
               expected_associations(Form::Instances, CLASSES[2], "KESTO_FCIPTCPEndpoint"));
-    for (const test_support::RecordedInstance& instance : answer.instances)
+    for (const test_support::RecordedInstance& instance : answer.instances) {
         EXPECT_TRUE(instance.filters().empty());
+    }
 }
 
 } // namespace

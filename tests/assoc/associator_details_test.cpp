@@ -37,14 +37,16 @@ class AssociatorTest : public AssociationTest {
   protected:
     Texts names(AssociatorNamesFn* function, const char* key, const char* asked) {
         Texts texts;
-        for (const RecordedPath& made : call(function, key, asked).paths)
+        for (const RecordedPath& made : call(function, key, asked).paths) {
             texts.push_back(made.text());
+        }
         return texts;
     }
     Texts instances(End end, AssociatorsFn* function, const char* key, const char* asked) {
         Texts texts;
-        for (const RecordedInstance& made : call(function, key, asked).instances)
+        for (const RecordedInstance& made : call(function, key, asked).instances) {
             texts.push_back(identity(end, made));
+        }
         return texts;
     }
 };

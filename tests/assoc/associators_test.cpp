@@ -37,14 +37,16 @@ class AssociatorRows : public AssociationTest, public testing::WithParamInterfac
 
     Texts expected(const FarEnds& ends, const Tunnel& tunnel) const {
         Texts texts;
-        for (const FarEnd& far : ends)
+        for (const FarEnd& far : ends) {
             texts.push_back(object(row().form, far.end, far.className, tunnel));
+        }
         return texts;
     }
     Texts expected_of_port(const FarEnds& ends) const {
         Texts texts;
-        for (const FarEnd& far : ends)
+        for (const FarEnd& far : ends) {
             texts.push_back(port_object(row().form, far.end, far.className, GIGABIT_PORT));
+        }
         return texts;
     }
     Texts expected_of_hit(const FarEnds& ends) const {
@@ -138,8 +140,9 @@ TEST_P(TunnelAssociators, ObjectThatTheBrokerCannotMakeIsSkipped) {
         for_each_broker_failure(what, Failure::Null, [&](std::size_t nth) {
             const Answer answer = ask_hit();
             FarEnds left = row().far;
-            if (broker.fault_hit() && nth <= left.size())
+            if (broker.fault_hit() && nth <= left.size()) {
                 left.erase(left.begin() + static_cast<std::ptrdiff_t>(nth - 1));
+            }
             EXPECT_EQ(returned(answer, left), expected_of_hit(left));
             expect_success(answer);
         });

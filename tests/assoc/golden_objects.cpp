@@ -243,8 +243,9 @@ std::string instance(End end, const std::string& className, const Tunnel& tunnel
 
 std::string port_instance(End end, const std::string& className, std::uint32_t ifIndex) {
     if (end == End::EthernetPort) return platform_port_instance(className, ifIndex);
-    if (end == End::LanEndpoint)
+    if (end == End::LanEndpoint) {
         return identified(end, className, printed(ifIndex) + ":" + port_address(ifIndex));
+    }
     return identified(end, className, printed(ifIndex));
 }
 

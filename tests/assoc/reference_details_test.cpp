@@ -111,8 +111,9 @@ TEST_P(ReferenceForms, PortsThatAreGoneAreMissingEnds) {
     expect_missing_end(IP_PE, "7", "KESTO_IPEthernetEndpoint");
     expect_missing_end(ETH_PORT, "7", "KESTO_EthernetPortProtocolEndpoint");
     expect_missing_end(ETH_PORT, "7", "KESTO_EthernetPortStatisticalData");
-    for (const char* key : {"999", "", "no number"})
+    for (const char* key : {"999", "", "no number"}) {
         expect_missing_end(ETH_STAT, key, "KESTO_EthernetPortStatisticalData");
+    }
 }
 
 TEST_P(ReferenceForms, LanEndpointOfAnUnknownPortHasNoPortAssociation) {

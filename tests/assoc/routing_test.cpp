@@ -102,29 +102,35 @@ INSTANTIATE_TEST_SUITE_P(All, AssociationRoute,
 TEST(TraversalTables, HoldEveryFunctionOfTheRoutesAndFiveThatNoRouteReaches) {
     std::set<std::string> routed;
     for (const Route& route : ROUTES) {
-        for (const Operation operation : EVERY_OPERATION)
+        for (const Operation operation : EVERY_OPERATION) {
             routed.insert(route.target(operation));
+        }
     }
     // Statistical data, and the names of the three remote ends' references.
     std::set<std::string> wanted{"get_tcp_statical_data_associator_names",
                                  "get_tcp_statical_data_associators", "get_fcip_remote_pe_reference_names",
                                  "get_ip_remote_pe_reference_names", "get_tcp_remote_pe_reference_names"};
-    for (const std::string& name : wanted)
+    for (const std::string& name : wanted) {
         EXPECT_FALSE(routed.contains(name)) << name;
+    }
     wanted.insert(routed.begin(), routed.end());
 
     std::set<std::string> sources;
     std::set<std::string> rows;
     for (const Form form : FORMS) {
-        for (const AssociatorSource* source : ASSOCIATOR_SOURCES)
+        for (const AssociatorSource* source : ASSOCIATOR_SOURCES) {
             sources.insert(source->function(form));
-        for (const ReferenceSource* source : REFERENCE_SOURCES)
+        }
+        for (const ReferenceSource* source : REFERENCE_SOURCES) {
             sources.insert(source->function(form));
-        for (const ReferenceRow& row : REFERENCE_ROWS)
+        }
+        for (const ReferenceRow& row : REFERENCE_ROWS) {
             rows.insert(row.source->function(form));
+        }
     }
-    for (const AssociatorRow& row : associator_rows())
+    for (const AssociatorRow& row : associator_rows()) {
         rows.insert(row.source->function(row.form));
+    }
     EXPECT_EQ(sources, wanted);
     EXPECT_EQ(rows, wanted);
     EXPECT_EQ(associator_rows().size(), 68U);
@@ -156,8 +162,9 @@ TEST_F(AssociationOperation, AssociationClassesAreNoSources) {
           "KESTO_SwitchHostedTCPAccessPoint", "KESTO_FCIPElementSettingData", "KESTO_TCPElementSettingData",
           "KESTO_IPElementSettingData", "KESTO_IPEndPointStatisticalData", "KESTO_TCPEndPointStatisticalData",
           "KESTO_EthernetPortStatisticalData"}) {
-        for (const Operation operation : EVERY_OPERATION)
+        for (const Operation operation : EVERY_OPERATION) {
             expect_ok(expect_no_source(operation, source, "Antecedent"));
+        }
     }
 }
 
@@ -166,8 +173,9 @@ TEST_F(AssociationOperation, OtherClassesAreNoSources) {
         expect_ok(expect_no_source(operation, "KESTO_LogicalComputerSystem", "Name"));
         expect_ok(expect_no_source(operation, "CIM_ComputerSystem", "Name"));
     }
-    for (const Operation operation : EVERY_OPERATION)
+    for (const Operation operation : EVERY_OPERATION) {
         EXPECT_EQ(expect_no_source(operation, "KESTO_RemoteIPPort", "Name").rc, CMPI_RC_OK);
+    }
 }
 
 TEST_F(AssociationOperation, AssociatorNamesOfAProfileAssociationAnswerOkAndNothing) {

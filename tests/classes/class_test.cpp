@@ -13,8 +13,9 @@ std::string any_line_trace(const std::string& function) {
 
 bool matches(const std::string& text, const std::string& pattern) {
     regex_t compiled;
-    if (regcomp(&compiled, ("^(" + pattern + ")$").c_str(), REG_EXTENDED | REG_NOSUB) != 0)
+    if (regcomp(&compiled, ("^(" + pattern + ")$").c_str(), REG_EXTENDED | REG_NOSUB) != 0) {
         throw std::invalid_argument(pattern);
+    }
     const bool matched = regexec(&compiled, text.c_str(), 0, nullptr, 0) == 0;
     regfree(&compiled);
     return matched;
@@ -24,8 +25,9 @@ std::vector<std::string> calls_of_any(const std::vector<std::string>& calls,
                                       const std::vector<std::string>& services) {
     std::vector<std::string> chosen;
     for (const std::string& call : calls) {
-        for (const std::string& service : services)
+        for (const std::string& service : services) {
             if (call == service || call.starts_with(service + " ")) chosen.push_back(call);
+        }
     }
     return chosen;
 }
@@ -37,8 +39,9 @@ Sets without(Sets sets, const std::vector<std::string>& names) {
 }
 
 Sets with(Sets sets, const std::string& name, const Value& value) {
-    for (Set& set : sets)
+    for (Set& set : sets) {
         if (set.name == name) set.value = value;
+    }
     return sets;
 }
 

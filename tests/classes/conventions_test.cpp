@@ -24,8 +24,9 @@ std::vector<std::string> services_of(const std::vector<std::string>& calls) {
     for (const std::string& call : calls) {
         std::string service = call.substr(0, call.find(' '));
         if (service.starts_with("mutex_") || service == "mts_drop") continue;
-        if (std::find(services.begin(), services.end(), service) == services.end())
+        if (std::find(services.begin(), services.end(), service) == services.end()) {
             services.push_back(std::move(service));
+        }
     }
     return services;
 }
@@ -34,8 +35,9 @@ class Convention : public ClassTest {
   protected:
     std::vector<std::string> broker_functions() const {
         std::vector<std::string> functions;
-        for (const test_support::Call& call : broker.calls())
+        for (const test_support::Call& call : broker.calls()) {
             functions.push_back(call.function());
+        }
         return functions;
     }
 };
@@ -102,14 +104,14 @@ TEST_P(Builder, MakesTheInstanceOnAKeylessPathWithTheSwitchsHostName) {
     const RecordedInstance instance = build();
     EXPECT_EQ(instance.path().host(), one_tunnel::HOST);
     EXPECT_EQ(instance.path().keys(), Sets{});
-    EXPECT_EQ(broker.made(Make::ObjectPath), 1u);
-    EXPECT_EQ(broker.made(Make::Instance), 1u);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 1U);
+    EXPECT_EQ(broker.made(Make::Instance), 1U);
 }
 
 TEST_P(Builder, FiltersByTheRequestsPropertiesAfterTheLastOneWithNoKeys) {
     const char* wanted[] = {"Name", "InstanceID", nullptr};
     const RecordedInstance instance = build(GetParam().className, wanted);
-    ASSERT_EQ(instance.filters().size(), 1u);
+    ASSERT_EQ(instance.filters().size(), 1U);
     EXPECT_EQ(instance.filters()[0], (Filter{{{"Name", "InstanceID"}}, {{}}}));
     EXPECT_EQ(instance.sets_before_filter(), GetParam().properties.size());
     EXPECT_EQ(instance.sets(), GetParam().properties) << "the broker leaves out what is not wanted";
@@ -141,8 +143,8 @@ TEST_P(Builder, ReturnsNullWithoutAnObjectPath) {
         broker.clear_calls();
         EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_TRUE(broker.fault_hit());
-        EXPECT_EQ(broker.calls().size(), 1u) << "nothing but newObjectPath";
-        EXPECT_EQ(trace.find(entry()), 0u) << trace;
+        EXPECT_EQ(broker.calls().size(), 1U) << "nothing but newObjectPath";
+        EXPECT_EQ(trace.find(entry()), 0U) << trace;
         EXPECT_EQ(trace.ends_with(exiting(GetParam().function)), GetParam().exitTraceWithoutPath) << trace;
         broker.clear_faults();
     }
@@ -160,7 +162,7 @@ TEST_P(Builder, ReturnsAnInstanceWithoutAHandleAsItIs) {
     const RecordedInstance instance = build();
     EXPECT_TRUE(broker.fault_hit());
     EXPECT_EQ(instance.kind(), Object::WithoutHandle);
-    EXPECT_EQ(broker.calls().size(), 3u) << "newObjectPath, setHostname, newInstance";
+    EXPECT_EQ(broker.calls().size(), 3U) << "newObjectPath, setHostname, newInstance";
     EXPECT_FALSE(trace.ends_with(exiting(GetParam().function))) << trace;
 }
 
@@ -175,7 +177,7 @@ TEST_P(ProfileBuilder, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {
     for_each_effect(STATUS_FAILURES, {.symbol = "fcip_get_entity_entry"}, [&] {
         EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_EQ(trace, entry()) << "no exit trace";
-        EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
+        EXPECT_EQ(broker.made(Make::ObjectPath), 0U);
     });
 }
 
@@ -192,8 +194,9 @@ TEST_P(Builder, SurvivesEveryFailingService) {
                 if (!instance.is_valid()) return;
                 EXPECT_EQ(instance.class_name(), GetParam().className);
                 const auto golden = GetParam().properties.names();
-                for (const std::string& name : instance.sets().names())
+                for (const std::string& name : instance.sets().names()) {
                     EXPECT_NE(std::find(golden.begin(), golden.end(), name), golden.end()) << name;
+                }
             });
             emulator::release_messages();
         }
@@ -261,7 +264,7 @@ TEST_P(Filler, ReturnsAPathWithoutAHandleAsItIs) {
     EXPECT_TRUE(broker.fault_hit());
     EXPECT_EQ(path.kind(), Object::WithoutHandle);
     EXPECT_EQ(path.keys(), Sets{});
-    EXPECT_EQ(broker.calls().size(), 1u) << "nothing but newObjectPath";
+    EXPECT_EQ(broker.calls().size(), 1U) << "nothing but newObjectPath";
     if (GetParam().checksHandle) {
         EXPECT_EQ(trace, GetParam().traceWithoutPath);
     }
@@ -271,7 +274,7 @@ TEST_P(ProfileFiller, ReturnsNullWithoutTheProfileAndBeforeItAsksTheBroker) {
     for_each_effect(STATUS_FAILURES, {.symbol = "fcip_get_entity_entry"}, [&] {
         EXPECT_EQ(fill().kind(), Object::Null);
         EXPECT_TRUE(matches(trace, GetParam().traceWithoutProfile)) << trace;
-        EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
+        EXPECT_EQ(broker.made(Make::ObjectPath), 0U);
     });
     EXPECT_EQ(emulator::calls("fcip_get_entity_entry").front(), "fcip_get_entity_entry op=1 id=3 5");
 }

@@ -13,8 +13,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// Where the properties that the line card counts begin, and the first of them that nothing was set for
-// before.
+// The properties that are set before those that the line card counts.
 constexpr std::size_t FIRST_PASS = 14;
 constexpr const char* DATA_CLASS = "KESTO_EthernetPortStatisticalData";
 
@@ -47,7 +46,7 @@ TEST_F(EthernetStatistics, CountersAreAskedForByIfIndexBeforeTheBrokerIs) {
     EXPECT_EQ(emulator::calls("pm_get_port_counters"),
               std::vector<std::string>{"pm_get_port_counters if=0x9b010000 0 6 0"});
     const auto requests = emulator::sent_requests();
-    ASSERT_EQ(requests.size(), 1u);
+    ASSERT_EQ(requests.size(), 1U);
     EXPECT_EQ(requests[0].code, one_tunnel::MAC_STATISTICS);
     EXPECT_EQ(Bytes(requests[0].payload.begin() + 24, requests[0].payload.begin() + 28),
               (Bytes{0x9B, 0x01, 0x00, 0x00}));
@@ -57,7 +56,7 @@ TEST_F(EthernetStatistics, WithoutCountersThereIsNoInstance) {
     for_each_effect(STATUS_FAILURES, {.symbol = "pm_get_port_counters"}, [&] {
         EXPECT_EQ(build().kind(), Object::Null);
         EXPECT_EQ(trace, entering("eth_statistics_build_instance") + "no port counters\n");
-        EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
+        EXPECT_EQ(broker.made(Make::ObjectPath), 0U);
     });
 }
 
@@ -97,8 +96,9 @@ TEST_F(EthernetStatistics, CollisionAndMacErrorCountersShareTheirValues) {
     for (const char* name :
          {"InternalMACTransmitErrors", "InternalMACReceiveErrors", "CarrierSenseErrors", "FrameTooLongs"})
         EXPECT_EQ(instance.value(name), 2) << name;
-    for (const char* name : {"SingleCollisionFrames", "MultipleCollisionFrames", "DeferredTransmissions"})
+    for (const char* name : {"SingleCollisionFrames", "MultipleCollisionFrames", "DeferredTransmissions"}) {
         EXPECT_EQ(instance.value(name), 4) << name;
+    }
     EXPECT_EQ(instance.value("SymbolErrors"), 6);
 }
 
@@ -153,8 +153,9 @@ TEST_F(EthernetStatistics, NamesOfThirtyCharactersAreWhole) {
     port.name = "an-interface-of-30-characters-";
     emulator::add_port(port);
     const RecordedInstance instance = build();
-    for (const char* name : {"Caption", "ElementName", "Description"})
+    for (const char* name : {"Caption", "ElementName", "Description"}) {
         EXPECT_EQ(instance.value(name), port.name);
+    }
 }
 
 TEST_F(EthernetStatistics, NothingOfTheRowIsReadButItsIfIndex) {
@@ -185,10 +186,12 @@ class EthernetWalk : public EthernetStatistics {
     Answer walk_data_paths() { return walk_names(get_all_eth_stat_data_references, DATA_CLASS); }
     static std::vector<std::string> ids_of(const Answer& answer) {
         std::vector<std::string> ids;
-        for (const RecordedInstance& instance : answer.instances)
+        for (const RecordedInstance& instance : answer.instances) {
             ids.push_back(instance.value("InstanceID").text());
-        for (const RecordedPath& path : answer.paths)
+        }
+        for (const RecordedPath& path : answer.paths) {
             ids.push_back(path.key("InstanceID").text());
+        }
         return ids;
     }
 };
@@ -201,17 +204,18 @@ TEST_F(EthernetWalk, EveryPortAfterTheStartIndexIsReturned) {
     EXPECT_EQ(status, 0);
     EXPECT_EQ(ids_of(instances), want);
     EXPECT_EQ(instances.instances[0].sets(), properties);
-    EXPECT_EQ(instances.doneCalls, 0u);
+    EXPECT_EQ(instances.doneCalls, 0U);
     const Answer paths = walk_paths();
     EXPECT_EQ(status, 0);
     EXPECT_EQ(ids_of(paths), want);
-    EXPECT_EQ(paths.doneCalls, 0u);
+    EXPECT_EQ(paths.doneCalls, 0U);
 }
 
 TEST_F(EthernetWalk, PortsOfTypes2And5And26AreServedAndAllOthersSkipped) {
     emulator::clear_ports();
-    for (std::uint32_t type = 0; type < 256; ++type)
+    for (std::uint32_t type = 0; type < 256; ++type) {
         add_port(0x9B000000 + type, static_cast<std::uint8_t>(type));
+    }
     const std::vector<std::string> want{std::to_string(static_cast<std::int32_t>(0x9B000002)),
                                         std::to_string(static_cast<std::int32_t>(0x9B000005)),
                                         std::to_string(static_cast<std::int32_t>(0x9B00001A))};
@@ -221,11 +225,11 @@ TEST_F(EthernetWalk, PortsOfTypes2And5And26AreServedAndAllOthersSkipped) {
 
 TEST_F(EthernetWalk, APortWhoseTypeCannotBeReadIsServed) {
     add_port(0x9B010001, 6);
-    EXPECT_EQ(walk_instances().instances.size(), 1u);
-    EXPECT_EQ(walk_paths().paths.size(), 1u);
+    EXPECT_EQ(walk_instances().instances.size(), 1U);
+    EXPECT_EQ(walk_paths().paths.size(), 1U);
     emulator::add_fault({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
-    EXPECT_EQ(walk_instances().instances.size(), 2u);
-    EXPECT_EQ(walk_paths().paths.size(), 2u);
+    EXPECT_EQ(walk_instances().instances.size(), 2U);
+    EXPECT_EQ(walk_paths().paths.size(), 2U);
 }
 
 TEST_F(EthernetWalk, SkippedPortsDoNotEndTheWalk) {
@@ -242,7 +246,7 @@ TEST_F(EthernetWalk, EveryPortIsTracedSkippedOnesToo) {
     const std::string traced = walk_instances().output;
     EXPECT_EQ(traced.find("if_index -1694498816 \nif_index -1694433280 \n" +
                           entering("eth_statistics_build_instance")),
-              0u)
+              0U)
         << traced;
 }
 
@@ -250,7 +254,7 @@ TEST_F(EthernetWalk, ABuildThatFailsIsHandedOverAsNull) {
     add_port(0x9B010001, 26);
     emulator::add_fault({.symbol = "pm_get_port_counters", .first = 1, .last = 1});
     const Answer answer = walk_instances();
-    ASSERT_EQ(answer.instances.size(), 2u);
+    ASSERT_EQ(answer.instances.size(), 2U);
     EXPECT_EQ(answer.instances[0].kind(), Object::Null);
     EXPECT_TRUE(answer.instances[1].is_valid());
 }
@@ -262,22 +266,22 @@ TEST_F(EthernetWalk, DataObjectsAreThePlatformsOwnAskedForWithTheNamespaceFirst)
     EXPECT_EQ(calls_of(instances.platformCalls, "fcport_build_instance_pm"),
               std::vector<std::string>{
                   "fcport_build_instance_pm root/kesto KESTO_EthernetPortStatisticalData if=0x9b010000"});
-    ASSERT_EQ(instances.instances.size(), 1u);
+    ASSERT_EQ(instances.instances.size(), 1U);
     EXPECT_EQ(instances.instances[0].class_name(), DATA_CLASS);
     const Answer paths = walk_data_paths();
     EXPECT_EQ(calls_of(paths.platformCalls, "fcport_fill_reference_pm"),
               std::vector<std::string>{
                   "fcport_fill_reference_pm root/kesto KESTO_EthernetPortStatisticalData if=0x9b010000"});
-    ASSERT_EQ(paths.paths.size(), 1u);
+    ASSERT_EQ(paths.paths.size(), 1U);
     EXPECT_EQ(paths.paths[0].class_name(), DATA_CLASS);
 }
 
 TEST_F(EthernetWalk, DataInstancesEndAtTheFirstPortOfAnotherTypePathsDoNot) {
     add_port(0x9B010001, 5);
     add_port(0x9B010002, 26);
-    EXPECT_EQ(walk_data_instances().instances.size(), 1u);
+    EXPECT_EQ(walk_data_instances().instances.size(), 1U);
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(walk_data_paths().paths.size(), 3u);
+    EXPECT_EQ(walk_data_paths().paths.size(), 3U);
     EXPECT_EQ(status, 0);
 }
 
@@ -285,9 +289,9 @@ TEST_F(EthernetWalk, DataInstancesEndAtAPortWhoseTypeCannotBeReadPathsDoNotAsk) 
     add_port(0x9B010001, 26);
     add_port(0x9B010002, 26);
     emulator::add_fault({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
-    EXPECT_EQ(walk_data_instances().instances.size(), 1u);
+    EXPECT_EQ(walk_data_instances().instances.size(), 1U);
     const Answer paths = walk_data_paths();
-    EXPECT_EQ(paths.paths.size(), 3u);
+    EXPECT_EQ(paths.paths.size(), 3U);
     EXPECT_TRUE(calls_of(paths.platformCalls, "if_index_get_type").empty());
 }
 
@@ -295,9 +299,9 @@ TEST_F(EthernetWalk, DataInstancesTraceTheirStartAndEachCall) {
     add_port(0x9B010001, 5);
     const std::string start = "\n Entering get_all_eth_stat_data_instances \n ";
     const std::string traced = walk_data_instances().output;
-    EXPECT_EQ(traced.find(start), 0u) << traced;
-    EXPECT_EQ(occurrences(traced, start), 1u);
-    EXPECT_EQ(occurrences(traced, " Call to fcport_build_instance_pm \n"), 1u)
+    EXPECT_EQ(traced.find(start), 0U) << traced;
+    EXPECT_EQ(occurrences(traced, start), 1U);
+    EXPECT_EQ(occurrences(traced, " Call to fcport_build_instance_pm \n"), 1U)
         << "for the Ethernet port alone";
     EXPECT_NE(traced.find("-1694433280"), std::string::npos);
     EXPECT_NE(traced.find("-1694433279"), std::string::npos);
@@ -308,11 +312,11 @@ TEST_F(EthernetWalk, APlatformObjectThatCannotBeMadeIsHandedOverAsNull) {
     emulator::add_fault({.symbol = "fcport_build_instance_pm", .first = 1, .last = 1});
     emulator::add_fault({.symbol = "fcport_fill_reference_pm", .first = 1, .last = 1});
     const Answer instances = walk_data_instances();
-    ASSERT_EQ(instances.instances.size(), 2u);
+    ASSERT_EQ(instances.instances.size(), 2U);
     EXPECT_EQ(instances.instances[0].kind(), Object::Null);
     EXPECT_TRUE(instances.instances[1].is_valid());
     const Answer paths = walk_data_paths();
-    ASSERT_EQ(paths.paths.size(), 2u);
+    ASSERT_EQ(paths.paths.size(), 2U);
     EXPECT_EQ(paths.paths[0].kind(), Object::Null);
     EXPECT_TRUE(paths.paths[1].is_valid());
 }

@@ -49,10 +49,10 @@ TEST_F(FcipEndpoint, TunnelNumberAbove31BitsFindsItsWayBack) {
     link.kfmFcipLinkIndex = 0x9B00FFFF;
     update();
     const Answer names = enumerate_names(CLASS_NAME);
-    ASSERT_EQ(names.paths.size(), 1u);
+    ASSERT_EQ(names.paths.size(), 1U);
     EXPECT_EQ(names.paths[0].key("Name"), "-1694433280_10.1.1.1_10.1.1.2");
     const Answer answer = get_instance(CLASS_NAME, {{"Name", names.paths[0].key("Name").text()}});
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].value("Name"), "-1694433280_10.1.1.1_10.1.1.2");
 }
 
@@ -62,9 +62,9 @@ TEST_F(FcipEndpoint, NumbersOfTheProfileAreUnsigned) {
     profile.kfmFcipEntityKeepAliveTimeout = 0xFFFFFFFE;
     update();
     const RecordedInstance instance = build();
-    EXPECT_EQ(instance.value("CommittedRate"), 4294967295u);
-    EXPECT_EQ(instance.value("MaxRetransmissions"), 2147483648u);
-    EXPECT_EQ(instance.value("KeepAliveTimeout"), 4294967294u);
+    EXPECT_EQ(instance.value("CommittedRate"), 4294967295U);
+    EXPECT_EQ(instance.value("MaxRetransmissions"), 2147483648U);
+    EXPECT_EQ(instance.value("KeepAliveTimeout"), 4294967294U);
 }
 
 TEST_F(FcipEndpoint, NameIsCutToThirtyCharactersInInstanceAndPath) {
@@ -96,8 +96,9 @@ TEST_F(FcipEndpoint, AddressPropertiesAreNotCut) {
 
 TEST_F(FcipEndpoint, AddressesAreConvertedWith128CharactersForInstancesAnd20ForPaths) {
     build();
-    for (const std::string& call : emulator::calls("ip_addr_to_str"))
+    for (const std::string& call : emulator::calls("ip_addr_to_str")) {
         EXPECT_TRUE(call.ends_with(" 128")) << call;
+    }
     forget();
     fill();
     EXPECT_EQ(emulator::calls("ip_addr_to_str"),
@@ -105,7 +106,7 @@ TEST_F(FcipEndpoint, AddressesAreConvertedWith128CharactersForInstancesAnd20ForP
 }
 
 TEST_F(FcipEndpoint, CompressionIsFalseForModeOneOnly) {
-    for (const std::uint32_t mode : {0u, 2u, 3u, 256u, 257u, 0xFFFFFFFFu}) {
+    for (const std::uint32_t mode : {0U, 2U, 3U, 256U, 257U, 0xFFFFFFFFU}) {
         link.kfmFcipLinkExtIpCompression = mode;
         EXPECT_EQ(build().value("Compression"), 1) << mode;
     }
@@ -214,13 +215,13 @@ TEST_F(FcipEndpointWalk, OneInstanceAndOnePathATunnelInTableOrder) {
     add_tunnels();
     const Answer instances = walk_instances(CLASS_NAME);
     EXPECT_EQ(status, 0);
-    ASSERT_EQ(instances.instances.size(), 3u);
+    ASSERT_EQ(instances.instances.size(), 3U);
     EXPECT_EQ(instances.instances[0].value("Name"), "5_10.1.1.1_10.1.1.2");
     EXPECT_EQ(instances.instances[1].value("Name"), "9_10.1.1.1_10.1.1.2");
     EXPECT_EQ(instances.instances[2].value("Name"), "1_10.9.9.9_10.1.1.2");
     const Answer paths = walk_paths(CLASS_NAME);
     EXPECT_EQ(status, 0);
-    ASSERT_EQ(paths.paths.size(), 3u);
+    ASSERT_EQ(paths.paths.size(), 3U);
     EXPECT_EQ(paths.paths[0].key("Name"), "5_10.1.1.1_10.1.1.2");
     EXPECT_EQ(paths.paths[1].key("Name"), "9_10.1.1.1_10.1.1.2");
     EXPECT_EQ(paths.paths[2].key("Name"), "1_10.9.9.9_10.1.1.2");
@@ -244,21 +245,21 @@ TEST_F(FcipEndpointWalk, TracesItsEntryAndItsBuildersOnly) {
 
 TEST_F(FcipEndpointWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
     const Answer instances = walk_instances("kesto_fcipprotocolendpoint");
-    ASSERT_EQ(instances.instances.size(), 1u);
+    ASSERT_EQ(instances.instances.size(), 1U);
     EXPECT_EQ(instances.instances[0].class_name(), "kesto_fcipprotocolendpoint");
     EXPECT_EQ(instances.instances[0].value("CreationClassName"), "KESTO_FCIPProtocolEndPoint");
     const Answer paths = walk_paths("kesto_fcipprotocolendpoint");
-    ASSERT_EQ(paths.paths.size(), 1u);
+    ASSERT_EQ(paths.paths.size(), 1U);
     EXPECT_EQ(paths.paths[0].class_name(), "kesto_fcipprotocolendpoint");
     EXPECT_EQ(paths.paths[0].key("CreationClassName"), "KESTO_FCIPProtocolEndPoint");
 }
 
 TEST_F(FcipEndpointWalk, ServesTheRemotePortToo) {
     const Answer instances = walk_instances("KESTO_RemoteFCIPPort");
-    ASSERT_EQ(instances.instances.size(), 1u);
+    ASSERT_EQ(instances.instances.size(), 1U);
     EXPECT_EQ(instances.instances[0].sets(), golden_properties("fcip_remote_pe_build_instance"));
     const Answer paths = walk_paths("KESTO_RemoteFCIPPort");
-    ASSERT_EQ(paths.paths.size(), 1u);
+    ASSERT_EQ(paths.paths.size(), 1U);
     EXPECT_EQ(paths.paths[0].keys(), golden_keys("fcip_remote_pe_fill_reference"));
 }
 
@@ -268,7 +269,7 @@ TEST_F(FcipEndpointWalk, AnotherClassSkipsEveryRow) {
         forget();
         EXPECT_TRUE(walk_instances(className).returned.empty());
         EXPECT_EQ(status, 0);
-        EXPECT_EQ(emulator::calls("fcip_get_link_entry").size(), 4u) << "the table is walked all the same";
+        EXPECT_EQ(emulator::calls("fcip_get_link_entry").size(), 4U) << "the table is walked all the same";
         EXPECT_TRUE(walk_paths(className).returned.empty());
         EXPECT_EQ(status, 0);
     }
@@ -278,12 +279,12 @@ TEST_F(FcipEndpointWalk, HandsANullOverForATunnelWithoutItsProfileAndGoesOn) {
     add_tunnels();
     emulator::remove_entity(one_tunnel::PROFILE);
     const Answer instances = walk_instances(CLASS_NAME);
-    ASSERT_EQ(instances.instances.size(), 3u);
+    ASSERT_EQ(instances.instances.size(), 3U);
     EXPECT_EQ(instances.instances[0].kind(), Object::Null);
     EXPECT_EQ(instances.instances[1].kind(), Object::Null);
     EXPECT_EQ(instances.instances[2].value("Name"), "1_10.9.9.9_10.1.1.2");
     const Answer paths = walk_paths(CLASS_NAME);
-    ASSERT_EQ(paths.paths.size(), 3u);
+    ASSERT_EQ(paths.paths.size(), 3U);
     EXPECT_EQ(paths.paths[0].kind(), Object::Null);
     EXPECT_EQ(paths.paths[1].kind(), Object::Null);
     EXPECT_EQ(paths.paths[2].key("Name"), "1_10.9.9.9_10.1.1.2");
@@ -295,7 +296,7 @@ TEST_F(FcipEndpointWalk, LinkWithoutAProfileIsHandedOverAsNullAndTheWalkGoesOn) 
         for (const bool asInstances : {true, false}) {
             for_each_platform_failure("fcip_get_entity_entry", effect, [&](std::size_t nth) {
                 const Answer answer = asInstances ? walk_instances(CLASS_NAME) : walk_paths(CLASS_NAME);
-                ASSERT_EQ(answer.returned.size(), 3u);
+                ASSERT_EQ(answer.returned.size(), 3U);
                 for (std::size_t i = 0; i < 3; ++i) {
                     const Object kind = asInstances ? answer.instances[i].kind() : answer.paths[i].kind();
                     EXPECT_EQ(kind, i + 1 == nth ? Object::Null : Object::Valid);
@@ -313,9 +314,9 @@ TEST_F(FcipEndpointWalk, EveryOtherServiceMayFailWithoutStoppingTheWalk) {
         emulator::clear_faults();
         emulator::fail_always(symbol);
         const Answer instances = walk_instances(CLASS_NAME);
-        ASSERT_EQ(instances.instances.size(), 3u) << symbol;
+        ASSERT_EQ(instances.instances.size(), 3U) << symbol;
         EXPECT_EQ(instances.instances[1].value("TunnelID"), 9) << symbol;
-        EXPECT_EQ(walk_paths(CLASS_NAME).paths.size(), 3u) << symbol;
+        EXPECT_EQ(walk_paths(CLASS_NAME).paths.size(), 3U) << symbol;
     }
 }
 
@@ -323,7 +324,7 @@ TEST_F(FcipEndpointWalk, EveryEnumeratedNameIsFoundAgain) {
     add_tunnels();
     for (const RecordedPath& path : enumerate_names(CLASS_NAME).paths) {
         const Answer answer = get_instance(CLASS_NAME, {{"Name", path.key("Name").text()}});
-        ASSERT_EQ(answer.instances.size(), 1u) << path;
+        ASSERT_EQ(answer.instances.size(), 1U) << path;
         EXPECT_EQ(answer.instances[0].value("Name"), path.key("Name"));
     }
 }
@@ -335,7 +336,7 @@ TEST_F(FcipEndpointWalk, ATunnelThatGoesAwayMeanwhileIsNotMissedByTheWalk) {
              emulator::remove_link({3, 8});
          }});
     const Answer answer = walk_instances(CLASS_NAME);
-    ASSERT_EQ(answer.instances.size(), 2u);
+    ASSERT_EQ(answer.instances.size(), 2U);
     EXPECT_EQ(answer.instances[1].value("Name"), "1_10.9.9.9_10.1.1.2");
 }
 

@@ -57,7 +57,7 @@ TEST_F(FcipSettings, TheOtherFlagsAreTrueForOneOnlyAndEachIsItsOwnField) {
         {"TapeAccReadOper", &FcipLinkEntry::kfmFcipLinkExtTapeAccelReadOper},
     };
     for (const auto& flag : flags) {
-        for (const std::uint32_t word : {0u, 2u, 0x101u, 0xFFFFFFFFu}) {
+        for (const std::uint32_t word : {0U, 2U, 0x101U, 0xFFFFFFFFU}) {
             link = one_tunnel::link();
             link.*flag.field = word;
             EXPECT_EQ(build().sets(), with(properties, flag.property, 0)) << word;
@@ -91,7 +91,7 @@ TEST_F(FcipSettings, KeepAliveIsLeftUnsetWhenTheSecondAnswerFails) {
     for_each_effect(STATUS_FAILURES, {.symbol = "fcip_get_entity_entry", .first = 2}, [&] {
         const RecordedInstance instance = build();
         EXPECT_EQ(instance.sets(), without(properties, {"KeepAliveTimeout"}));
-        EXPECT_EQ(instance.filters().size(), 1u);
+        EXPECT_EQ(instance.filters().size(), 1U);
         EXPECT_EQ(trace, entering("fcip_settings_build_instance") +
                              " fcip_get_entity_entry returned error \n" +
                              exiting("fcip_settings_build_instance"));
@@ -126,15 +126,17 @@ class FcipProfile : public ClassTest {
 TEST_F(FcipProfile, AsksNothingOfThePlatformButTextsAndNames) {
     build();
     fill();
-    for (const char* service : {"fcip_get_entity_entry", "fcip_get_link_entry", "pm_cim_get_port_info"})
+    for (const char* service : {"fcip_get_entity_entry", "fcip_get_link_entry", "pm_cim_get_port_info"}) {
         EXPECT_TRUE(emulator::calls(service).empty()) << service;
+    }
 }
 
 TEST_F(FcipProfile, APathsKeyIsCutToEightDigitsTheInstancesAreNot) {
     profile.kfmFcipEntityId = 123456789;
     const RecordedInstance instance = build();
-    for (const char* name : {"InstanceID", "Name", "Caption", "ElementName"})
+    for (const char* name : {"InstanceID", "Name", "Caption", "ElementName"}) {
         EXPECT_EQ(instance.value(name), "123456789") << name;
+    }
     EXPECT_EQ(fill().key("InstanceID"), "12345678");
 }
 
@@ -162,7 +164,7 @@ TEST_F(FcipProfile, FlagsAreTrueForOneOnlyAndEachIsItsOwnField) {
         {"FcipEntityPHBSupport", &FcipEntityEntry::kfmFcipEntityPhbSupport},
     };
     for (const auto& flag : flags) {
-        for (const std::uint32_t word : {0u, 2u, 0x101u}) {
+        for (const std::uint32_t word : {0U, 2U, 0x101U}) {
             profile = one_tunnel::profile();
             profile.*flag.field = word;
             EXPECT_EQ(build().sets(), with(properties, flag.property, 0)) << word;
@@ -183,7 +185,7 @@ class ProfileWalk : public ClassTest {
   protected:
     void SetUp() override {
         ClassTest::SetUp();
-        for (const std::uint32_t id : {8u, 0x80000000u}) {
+        for (const std::uint32_t id : {8U, 0x80000000U}) {
             FcipEntityEntry another = one_tunnel::profile();
             another.kfmFcipEntityId = id;
             emulator::add_entity(another);
@@ -200,31 +202,32 @@ class ProfileWalk : public ClassTest {
 TEST_F(ProfileWalk, OneInstanceAndOnePathAProfileInTableOrder) {
     const Answer instances = walk_instances("KESTO_FCIPProfile");
     EXPECT_EQ(status, 0);
-    ASSERT_EQ(instances.instances.size(), 3u);
+    ASSERT_EQ(instances.instances.size(), 3U);
     EXPECT_EQ(instances.instances[0].sets(), golden_properties("fcip_profile_build_instance"));
     EXPECT_EQ(instances.instances[1].value("InstanceID"), "8");
     EXPECT_EQ(instances.instances[2].value("InstanceID"), "-2147483648");
-    EXPECT_EQ(instances.doneCalls, 0u);
+    EXPECT_EQ(instances.doneCalls, 0U);
     const Answer paths = walk_paths("KESTO_FCIPProfile");
     EXPECT_EQ(status, 0);
-    ASSERT_EQ(paths.paths.size(), 3u);
+    ASSERT_EQ(paths.paths.size(), 3U);
     EXPECT_EQ(paths.paths[0].keys(), golden_keys("fcip_profile_fill_reference"));
     EXPECT_EQ(paths.paths[1].key("InstanceID"), "8");
     EXPECT_EQ(paths.paths[2].key("InstanceID"), "-2147483") << "eight characters";
-    EXPECT_EQ(paths.doneCalls, 0u);
+    EXPECT_EQ(paths.doneCalls, 0U);
 }
 
 TEST_F(ProfileWalk, TheClassNameIsNotLookedAt) {
     const Answer instances = walk_instances("kesto_whatever");
-    ASSERT_EQ(instances.instances.size(), 3u);
+    ASSERT_EQ(instances.instances.size(), 3U);
     for (const RecordedInstance& instance : instances.instances) {
         EXPECT_TRUE(instance.is_valid());
         EXPECT_EQ(instance.class_name(), "kesto_whatever");
     }
     const Answer paths = walk_paths("kesto_whatever");
-    ASSERT_EQ(paths.paths.size(), 3u);
-    for (const RecordedPath& path : paths.paths)
+    ASSERT_EQ(paths.paths.size(), 3U);
+    for (const RecordedPath& path : paths.paths) {
         EXPECT_EQ(path.class_name(), "kesto_whatever");
+    }
 }
 
 TEST_F(ProfileWalk, AsksForTheNextProfileAfterEachOnesNumberFromZero) {
@@ -240,12 +243,13 @@ TEST_F(ProfileWalk, InstancesAreTracedEachRoundBeforeEachBuildAndAtTheEnd) {
     const std::string build =
         entering("fcip_profile_build_instance") + ANY + exiting("fcip_profile_build_instance");
     std::string want = entering("get_all_fcip_profiles");
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         want += round + round + build;
+    }
     want += round + round + exiting("get_all_fcip_profiles"); // the round that finds no profile, then the end
     const Answer answer = walk_instances("KESTO_FCIPProfile");
     EXPECT_TRUE(matches(answer.output, want)) << answer.output;
-    EXPECT_EQ(occurrences(answer.output, " Function : get_all_fcip_profiles Line "), 8u);
+    EXPECT_EQ(occurrences(answer.output, " Function : get_all_fcip_profiles Line "), 8U);
 }
 
 TEST_F(ProfileWalk, PathsAreTracedAtEntryAndExitOnly) {

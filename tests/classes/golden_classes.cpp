@@ -312,14 +312,16 @@ const std::vector<GoldenFiller>& golden_fillers() {
 }
 
 const Sets& golden_properties(const std::string& function) {
-    for (const GoldenBuilder& builder : golden_builders())
+    for (const GoldenBuilder& builder : golden_builders()) {
         if (function == builder.function) return builder.properties;
+    }
     throw std::invalid_argument(function);
 }
 
 const Sets& golden_keys(const std::string& function) {
-    for (const GoldenFiller& filler : golden_fillers())
+    for (const GoldenFiller& filler : golden_fillers()) {
         if (function == filler.function) return filler.keys;
+    }
     throw std::invalid_argument(function);
 }
 

@@ -90,14 +90,14 @@ TEST_F(LanEndpoint, AnUnknownPortIsNull) {
     EXPECT_EQ(trace, "") << "a builder without an entry trace";
     EXPECT_EQ(fill(6).kind(), Object::Null);
     EXPECT_EQ(trace, entering("lan_endpoint_fill_reference")) << "no exit trace";
-    EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0U);
 }
 
 TEST_F(LanEndpoint, AFailedPortRequestIsNullEvenWithARow) {
     emulator::add_fault({.symbol = "pm_cim_get_port_info", .effect = Effect::FailWithRow});
     EXPECT_EQ(build().kind(), Object::Null);
     EXPECT_EQ(fill().kind(), Object::Null);
-    EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0U);
 }
 
 TEST_F(LanEndpoint, PortZeroHasItsSystemCreationClassOnly) {
@@ -105,7 +105,7 @@ TEST_F(LanEndpoint, PortZeroHasItsSystemCreationClassOnly) {
     const RecordedInstance instance = build(0);
     EXPECT_EQ(instance.sets(),
               (Sets{{"SystemCreationClassName", CMPI_chars, "KESTO_PhysicalComputerSystem"}}));
-    EXPECT_EQ(instance.filters().size(), 1u);
+    EXPECT_EQ(instance.filters().size(), 1U);
     EXPECT_EQ(trace, exiting("lan_endpoint_build_instance"));
     EXPECT_EQ(fill(0).key("Name"), "0:02:00:00:00:00:00") << "its path has all keys";
 }
@@ -127,25 +127,25 @@ TEST_F(LanWalk, EveryPortOfTheEthernetRunIsReturnedInOrder) {
     add_port(0x9B020000, 26, "02:00:00:00:00:03");
     const Answer instances = walk_instances();
     EXPECT_EQ(status, 0);
-    ASSERT_EQ(instances.instances.size(), 3u);
+    ASSERT_EQ(instances.instances.size(), 3U);
     EXPECT_EQ(instances.instances[0].sets(), properties);
     EXPECT_EQ(instances.instances[1].value("Name"), "-1694433279:02:00:00:00:00:02");
     EXPECT_EQ(instances.instances[2].value("Name"), "-1694367744:02:00:00:00:00:03");
-    EXPECT_EQ(instances.doneCalls, 0u);
+    EXPECT_EQ(instances.doneCalls, 0U);
     const Answer paths = walk_paths();
     EXPECT_EQ(status, 0);
-    ASSERT_EQ(paths.paths.size(), 3u);
+    ASSERT_EQ(paths.paths.size(), 3U);
     EXPECT_EQ(paths.paths[0].keys(), keys);
     EXPECT_EQ(paths.paths[1].key("Name"), "-1694433279:02:00:00:00:00:02");
     EXPECT_EQ(paths.paths[2].key("Name"), "-1694367744:02:00:00:00:00:03");
-    EXPECT_EQ(paths.doneCalls, 0u);
+    EXPECT_EQ(paths.doneCalls, 0U);
 }
 
 TEST_F(LanWalk, TheFirstPortOfAnotherTypeEndsTheRun) {
     add_port(0x9B010001, 5, "02:00:00:00:00:02");
     add_port(0x9B020000, 26, "02:00:00:00:00:03");
-    EXPECT_EQ(walk_instances().instances.size(), 1u);
-    EXPECT_EQ(walk_paths().paths.size(), 1u);
+    EXPECT_EQ(walk_instances().instances.size(), 1U);
+    EXPECT_EQ(walk_paths().paths.size(), 1U);
 }
 
 TEST_F(LanWalk, ATableWhoseFirstPortIsOfAnotherTypeGivesNothing) {
@@ -160,14 +160,14 @@ TEST_F(LanWalk, APortWhoseTypeCannotBeReadEndsTheRun) {
     add_port(0x9B010001, 26, "02:00:00:00:00:02");
     // The walker asks for each port's type before its object is made, which asks once more.
     emulator::add_fault({.symbol = "if_index_get_type", .where = "if=0x9b010001"});
-    EXPECT_EQ(walk_instances().instances.size(), 1u);
-    EXPECT_EQ(walk_paths().paths.size(), 1u);
+    EXPECT_EQ(walk_instances().instances.size(), 1U);
+    EXPECT_EQ(walk_paths().paths.size(), 1U);
 }
 
 TEST_F(LanWalk, PortsBeforeTheRunAreNotAskedFor) {
     add_port(0x9AFFFFFF, 26, "02:00:00:00:00:09");
     const Answer answer = walk_instances();
-    EXPECT_EQ(answer.instances.size(), 1u);
+    EXPECT_EQ(answer.instances.size(), 1U);
     const auto calls = calls_of(answer.platformCalls, "pm_cim_get_port_info op=0");
     EXPECT_EQ(calls, (std::vector<std::string>{"pm_cim_get_port_info op=0 if=0x9affffff",
                                                "pm_cim_get_port_info op=0 if=0x9b010000"}));
@@ -183,10 +183,10 @@ TEST_F(LanWalk, EachPortIsTraced) {
 
 TEST_F(LanWalk, TheClassNameIsNotLookedAt) {
     const Answer instances = walk_instances("kesto_anything");
-    ASSERT_EQ(instances.instances.size(), 1u);
+    ASSERT_EQ(instances.instances.size(), 1U);
     EXPECT_EQ(instances.instances[0].class_name(), "kesto_anything");
     const Answer paths = walk_paths("kesto_anything");
-    ASSERT_EQ(paths.paths.size(), 1u);
+    ASSERT_EQ(paths.paths.size(), 1U);
     EXPECT_EQ(paths.paths[0].class_name(), "kesto_anything");
 }
 
@@ -194,11 +194,11 @@ TEST_F(LanWalk, APortThatGoesAwayMeanwhileIsHandedOverAsNull) {
     add_port(0x9B010001, 26, "02:00:00:00:00:02");
     emulator::add_fault({.symbol = "pm_cim_get_port_info", .where = "op=1 if=0x9b010000"});
     const Answer instances = walk_instances();
-    ASSERT_EQ(instances.instances.size(), 2u);
+    ASSERT_EQ(instances.instances.size(), 2U);
     EXPECT_EQ(instances.instances[0].kind(), Object::Null);
     EXPECT_TRUE(instances.instances[1].is_valid());
     const Answer paths = walk_paths();
-    ASSERT_EQ(paths.paths.size(), 2u);
+    ASSERT_EQ(paths.paths.size(), 2U);
     EXPECT_EQ(paths.paths[0].kind(), Object::Null);
     EXPECT_TRUE(paths.paths[1].is_valid());
 }

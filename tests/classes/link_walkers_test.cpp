@@ -43,12 +43,12 @@ TEST_F(LinkWalk, EachClassIsBuiltByItsOwnBuilder) {
         SCOPED_TRACE(route.className);
         const Answer answer = walk_instances(route.className);
         EXPECT_EQ(status, 0);
-        ASSERT_EQ(answer.returned.size(), 1u);
-        ASSERT_EQ(answer.instances.size(), 1u);
+        ASSERT_EQ(answer.returned.size(), 1U);
+        ASSERT_EQ(answer.instances.size(), 1U);
         EXPECT_EQ(answer.instances[0].class_name(), route.className);
         EXPECT_EQ(answer.instances[0].sets(), golden_properties(route.builder));
         EXPECT_NE(answer.output.find(entering(route.builder)), std::string::npos);
-        EXPECT_EQ(answer.doneCalls, 0u);
+        EXPECT_EQ(answer.doneCalls, 0U);
     }
 }
 
@@ -57,11 +57,11 @@ TEST_F(LinkWalk, EachClassIsFilledByItsOwnFillerButTcpSettings) {
         SCOPED_TRACE(route.className);
         const Answer answer = walk_paths(route.className);
         EXPECT_EQ(status, 0);
-        ASSERT_EQ(answer.returned.size(), 1u);
-        ASSERT_EQ(answer.paths.size(), 1u);
+        ASSERT_EQ(answer.returned.size(), 1U);
+        ASSERT_EQ(answer.paths.size(), 1U);
         EXPECT_EQ(answer.paths[0].class_name(), route.className);
         EXPECT_EQ(answer.paths[0].keys(), golden_keys(route.filler));
-        EXPECT_EQ(answer.doneCalls, 0u);
+        EXPECT_EQ(answer.doneCalls, 0U);
     }
 }
 
@@ -69,7 +69,7 @@ TEST_F(LinkWalk, NamesOfTcpSettingsComeFromTheIpSettingsFiller) {
     const Answer answer = walk_paths("KESTO_TCPSettings");
     EXPECT_NE(answer.output.find(entering("ip_settings_fill_reference")), std::string::npos);
     EXPECT_EQ(answer.output.find("tcp_settings_fill_reference"), std::string::npos);
-    ASSERT_EQ(answer.paths.size(), 1u);
+    ASSERT_EQ(answer.paths.size(), 1U);
     EXPECT_EQ(answer.paths[0], RecordedPath(NAMESPACE, "KESTO_TCPSettings",
                                             {{"InstanceID", CMPI_chars, "17"}}, one_tunnel::HOST));
 }
@@ -77,14 +77,15 @@ TEST_F(LinkWalk, NamesOfTcpSettingsComeFromTheIpSettingsFiller) {
 TEST_F(LinkWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
     for (const Route& route : ROUTES) {
         std::string lower = route.className;
-        for (char& letter : lower)
+        for (char& letter : lower) {
             letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+        }
         const Answer instances = walk_instances(lower);
-        ASSERT_EQ(instances.instances.size(), 1u) << lower;
+        ASSERT_EQ(instances.instances.size(), 1U) << lower;
         EXPECT_EQ(instances.instances[0].class_name(), lower);
         EXPECT_EQ(instances.instances[0].sets(), golden_properties(route.builder));
         const Answer paths = walk_paths(lower);
-        ASSERT_EQ(paths.paths.size(), 1u) << lower;
+        ASSERT_EQ(paths.paths.size(), 1U) << lower;
         EXPECT_EQ(paths.paths[0].class_name(), lower);
     }
 }
@@ -95,14 +96,16 @@ TEST_F(LinkWalk, EveryLinkIsTracedBeforeItsObject) {
     const std::string builderTrace =
         entering("fcip_settings_build_instance") + exiting("fcip_settings_build_instance");
     std::string want = entering("get_all_ip_pe_instances");
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         want += instanceTrace + builderTrace;
+    }
     std::string traced = walk_instances("KESTO_FCIPSettings").output;
     EXPECT_TRUE(matches(traced, want)) << traced;
 
     want = entering("get_all_ip_pe_references");
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         want += any_line_trace("get_all_ip_pe_references") + entering("tcp_pe_fill_reference");
+    }
     traced = walk_paths("KESTO_TCPProtocolEndPoint").output;
     EXPECT_TRUE(matches(traced, want)) << traced;
 }
@@ -110,12 +113,12 @@ TEST_F(LinkWalk, EveryLinkIsTracedBeforeItsObject) {
 TEST_F(LinkWalk, OneObjectALinkInTableOrder) {
     add_two_tunnels();
     const Answer instances = walk_instances("KESTO_TCPProtocolEndPoint");
-    ASSERT_EQ(instances.instances.size(), 3u);
+    ASSERT_EQ(instances.instances.size(), 3U);
     EXPECT_EQ(instances.instances[0].value("Name"), "17");
     EXPECT_EQ(instances.instances[1].value("Name"), "18");
     EXPECT_EQ(instances.instances[2].value("Name"), "19");
     const Answer paths = walk_paths("KESTO_TCPProtocolEndPoint");
-    ASSERT_EQ(paths.paths.size(), 3u);
+    ASSERT_EQ(paths.paths.size(), 3U);
     EXPECT_EQ(paths.paths[0].key("Name"), "17");
     EXPECT_EQ(paths.paths[1].key("Name"), "18");
     EXPECT_EQ(paths.paths[2].key("Name"), "19");
@@ -126,14 +129,16 @@ TEST_F(LinkWalk, AnUnknownClassGivesOneNullALink) {
     for (const char* className : {"KESTO_Nothing", "KESTO_RemoteIPPort", "KESTO_FCIPProtocolEndPoint"}) {
         const Answer instances = walk_instances(className);
         EXPECT_EQ(status, 0);
-        ASSERT_EQ(instances.instances.size(), 3u) << className;
-        for (const RecordedInstance& instance : instances.instances)
+        ASSERT_EQ(instances.instances.size(), 3U) << className;
+        for (const RecordedInstance& instance : instances.instances) {
             EXPECT_EQ(instance.kind(), Object::Null);
+        }
         const Answer paths = walk_paths(className);
         EXPECT_EQ(status, 0);
-        ASSERT_EQ(paths.paths.size(), 3u) << className;
-        for (const RecordedPath& path : paths.paths)
+        ASSERT_EQ(paths.paths.size(), 3U) << className;
+        for (const RecordedPath& path : paths.paths) {
             EXPECT_EQ(path.kind(), Object::Null);
+        }
     }
 }
 
@@ -142,13 +147,15 @@ TEST_F(LinkWalk, AnObjectThatCannotBeBuiltIsHandedOverAsNull) {
     emulator::clear_entities();
     for (const Route& route : ROUTES) {
         const Answer instances = walk_instances(route.className);
-        ASSERT_EQ(instances.instances.size(), 3u) << route.className;
-        for (const RecordedInstance& instance : instances.instances)
+        ASSERT_EQ(instances.instances.size(), 3U) << route.className;
+        for (const RecordedInstance& instance : instances.instances) {
             EXPECT_EQ(instance.kind(), Object::Null) << route.className;
+        }
         const Answer paths = walk_paths(route.className);
-        ASSERT_EQ(paths.paths.size(), 3u) << route.className;
-        for (const RecordedPath& path : paths.paths)
+        ASSERT_EQ(paths.paths.size(), 3U) << route.className;
+        for (const RecordedPath& path : paths.paths) {
             EXPECT_EQ(path.kind(), Object::Null) << route.className;
+        }
     }
 }
 
@@ -156,7 +163,7 @@ TEST_F(LinkWalk, AnErrorThatBringsARowEndsTheWalkWithOneMoreTrace) {
     add_two_tunnels();
     emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .effect = Effect::FailWithRow});
     const Answer instances = walk_instances("KESTO_TCPProtocolEndPoint");
-    EXPECT_EQ(instances.instances.size(), 1u);
+    EXPECT_EQ(instances.instances.size(), 1U);
     EXPECT_EQ(status, 0);
     EXPECT_TRUE(matches(instances.output,
                         entering("get_all_ip_pe_instances") + any_line_trace("get_all_ip_pe_instances") +
@@ -166,7 +173,7 @@ TEST_F(LinkWalk, AnErrorThatBringsARowEndsTheWalkWithOneMoreTrace) {
     emulator::clear_faults();
     emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .effect = Effect::FailWithRow});
     const Answer paths = walk_paths("KESTO_TCPProtocolEndPoint");
-    EXPECT_EQ(paths.paths.size(), 1u);
+    EXPECT_EQ(paths.paths.size(), 1U);
     EXPECT_TRUE(matches(paths.output,
                         entering("get_all_ip_pe_references") + any_line_trace("get_all_ip_pe_references") +
                             entering("tcp_pe_fill_reference") + any_line_trace("get_all_ip_pe_references")))
@@ -178,9 +185,9 @@ TEST_F(LinkWalk, AnEndWithoutARowEndsTheWalkSilently) {
     for (const auto effect : {Effect::Fail, Effect::SucceedWithoutRow}) {
         emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .effect = effect});
         const Answer answer = walk_instances("KESTO_TCPProtocolEndPoint");
-        EXPECT_EQ(answer.instances.size(), 1u);
+        EXPECT_EQ(answer.instances.size(), 1U);
         EXPECT_EQ(status, 0);
-        EXPECT_EQ(occurrences(answer.output, " Function : get_all_ip_pe_instances Line "), 1u);
+        EXPECT_EQ(occurrences(answer.output, " Function : get_all_ip_pe_instances Line "), 1U);
         emulator::clear_faults();
     }
 }

@@ -73,7 +73,7 @@ TEST_F(RemoteEndpoints, FcipPortsPathCutsEachAddressToNineteenCharactersTheInsta
 TEST_F(RemoteEndpoints, IpAccessPointsNameIsCutTo58CharactersInInstanceAndPath) {
     use_addresses("2001:db8:1111:2222:3333:4444:5555:7777", "2001:db8:1111:2222:3333:4444:5555:6666");
     const char* cut = "0_2001:db8:1111:2222:3333:4444:5555:6666_2001:db8:1111:222";
-    ASSERT_EQ(std::string(cut).size(), 58u);
+    ASSERT_EQ(std::string(cut).size(), 58U);
     EXPECT_EQ(build(ip_remote_pe_build_instance).value("Name"), cut);
     EXPECT_EQ(fill(ip_remote_pe_fill_reference).key("Name"), cut);
 }
@@ -88,20 +88,25 @@ TEST_F(RemoteEndpoints, AnIpv6PeerFillsTheIpv4AddressAllTheSame) {
 
 TEST_F(RemoteEndpoints, TcpPortsNameIsZeroAndTheIfIndex) {
     link.kfmFcipLinkIfIndex = 42;
-    for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance})
+    for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance}) {
         EXPECT_EQ(build(builder).value("Name"), "0_42");
-    for (Fill* filler : {tcp_remote_pe_fill_reference, remote_service_ap_fill_reference})
+    }
+    for (Fill* filler : {tcp_remote_pe_fill_reference, remote_service_ap_fill_reference}) {
         EXPECT_EQ(fill(filler).key("Name"), "0_42");
+    }
     link.kfmFcipLinkIfIndex = 0xFFFFFFFE;
-    for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance})
+    for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance}) {
         EXPECT_EQ(build(builder).value("Name"), "0_-2");
-    for (Fill* filler : {tcp_remote_pe_fill_reference, remote_service_ap_fill_reference})
+    }
+    for (Fill* filler : {tcp_remote_pe_fill_reference, remote_service_ap_fill_reference}) {
         EXPECT_EQ(fill(filler).key("Name"), "0_-2");
+    }
 }
 
 TEST_F(RemoteEndpoints, TcpPortsPathNamesTheRequestedClassAsItsCreationClass) {
-    for (Fill* filler : {tcp_remote_pe_fill_reference, remote_service_ap_fill_reference})
+    for (Fill* filler : {tcp_remote_pe_fill_reference, remote_service_ap_fill_reference}) {
         EXPECT_EQ(fill(filler, "kesto_remotetcpport").key("CreationClassName"), "kesto_remotetcpport");
+    }
     for (Build* builder : {tcp_remote_pe_build_instance, remote_service_ap_build_instance}) {
         EXPECT_EQ(build(builder, "kesto_remotetcpport").value("CreationClassName"), "KESTO_RemoteTCPPort")
             << "the instance does not";
@@ -110,7 +115,7 @@ TEST_F(RemoteEndpoints, TcpPortsPathNamesTheRequestedClassAsItsCreationClass) {
 
 TEST_F(RemoteEndpoints, EnumeratedTcpPortPathsNameTheRequestedClassAsTheirCreationClass) {
     const Answer answer = enumerate_names("kesto_remotetcpport");
-    ASSERT_EQ(answer.paths.size(), 1u);
+    ASSERT_EQ(answer.paths.size(), 1U);
     EXPECT_EQ(answer.paths[0].class_name(), "kesto_remotetcpport");
     EXPECT_EQ(answer.paths[0].key("CreationClassName"), "kesto_remotetcpport");
 }
@@ -124,7 +129,7 @@ TEST_F(RemoteEndpoints, TheOtherPathsNameTheirOwnCreationClass) {
 
 TEST_F(RemoteEndpoints, IpAccessPointsPathLooksItsSystemUpTwice) {
     fill(ip_remote_pe_fill_reference);
-    EXPECT_EQ(emulator::calls("pm_cim_get_port_info").size(), 2u);
+    EXPECT_EQ(emulator::calls("pm_cim_get_port_info").size(), 2U);
     // A failure of the second look-up does not show.
     emulator::add_fault({.symbol = "pm_cim_get_port_info", .first = 2});
     EXPECT_EQ(fill(ip_remote_pe_fill_reference).keys(), golden_keys("ip_remote_pe_fill_reference"));
@@ -135,7 +140,7 @@ TEST_F(RemoteEndpoints, TcpPathsSetTheirHostNameBeforeTheirFirstKey) {
         broker.clear_calls();
         fill(filler);
         const auto calls = broker.call_texts();
-        ASSERT_GE(calls.size(), 3u);
+        ASSERT_GE(calls.size(), 3U);
         EXPECT_EQ(calls[0].substr(0, calls[0].find(' ')), "newObjectPath");
         EXPECT_EQ(calls[1], "setHostname \"switch-a.example.net\"");
         EXPECT_EQ(calls[2], "addKey SystemName CMPI_chars \"20:0a:00:05:30:01:02\"");

@@ -34,8 +34,9 @@ FcipLinkErrors error_row() {
     FcipLinkErrors row{};
     row.kfmFcipEntityId = one_tunnel::PROFILE;
     row.kfmFcipLinkIndex = one_tunnel::LINK_INDEX;
-    for (std::uint32_t word = 2; word < 28; ++word)
+    for (std::uint32_t word = 2; word < 28; ++word) {
         row.counters[word - 2] = 1000 * word;
+    }
     return row;
 }
 
@@ -71,7 +72,7 @@ class StatisticsClasses : public ClassTest {
     }
     void expect_one_request_for_the_port_of_the_first_tunnel(std::uint32_t code) {
         const auto requests = emulator::sent_requests();
-        ASSERT_EQ(requests.size(), 1u);
+        ASSERT_EQ(requests.size(), 1U);
         EXPECT_EQ(requests[0].code, code);
         EXPECT_EQ(Bytes(requests[0].payload.begin() + 24, requests[0].payload.begin() + 28),
                   (Bytes{0x9B, 0x01, 0x00, 0x00}));
@@ -101,7 +102,7 @@ TEST_F(StatisticsClasses, IpReassemblyRequiredsWrapsBelowZero) {
 }
 
 TEST_F(StatisticsClasses, IpHeaderErrorsAreASumOfSixWordsThatWraps) {
-    for (const std::size_t position : {68u, 64u, 76u, 72u, 56u, 140u}) {
+    for (const std::size_t position : {68U, 64U, 76U, 72U, 56U, 140U}) {
         Bytes reply(172);
         one_tunnel::put_big_endian_32(reply, position, 0xFFFFFFFF);
         emulator::set_reply(one_tunnel::IP_STATISTICS, reply);
@@ -137,7 +138,7 @@ TEST_F(StatisticsClasses, IpWithoutCountersIsNullAfterTheMadeInstance) {
         broker.clear_calls();
         EXPECT_EQ(build_ip().kind(), Object::Null) << when;
         EXPECT_EQ(trace.find("Great!!!"), std::string::npos) << when;
-        EXPECT_EQ(broker.call_texts("newInstance").size(), 1u) << when;
+        EXPECT_EQ(broker.call_texts("newInstance").size(), 1U) << when;
         EXPECT_TRUE(broker.call_texts("setProperty").empty()) << when;
     };
     emulator::fail_always("mts_send");
@@ -158,9 +159,9 @@ TEST_F(StatisticsClasses, IpOfNoLinkIsNullAfterTheMadeInstance) {
         return ip_statistics_build_instance("KESTO_IPEndPointStatistics", NAMESPACE, nullptr, nullptr);
     });
     EXPECT_EQ(instance.kind(), Object::Null);
-    EXPECT_EQ(broker.call_texts("newInstance").size(), 1u);
+    EXPECT_EQ(broker.call_texts("newInstance").size(), 1U);
     EXPECT_TRUE(emulator::sent_requests().empty());
-    EXPECT_EQ(trace.find(entering("ip_statistics_build_instance")), 0u);
+    EXPECT_EQ(trace.find(entering("ip_statistics_build_instance")), 0U);
 }
 
 TEST_F(StatisticsClasses, IpReadsNothingPastTheWordsOfALinkErrorRow) {
@@ -228,7 +229,7 @@ TEST_F(StatisticsClasses, TcpIsNullWhenTheTunnelIsGone) {
     EXPECT_TRUE(matches(
         trace, entering("tcp_statistics_build_instance") + any_line_trace("tcp_statistics_build_instance")))
         << trace;
-    EXPECT_EQ(broker.made(Make::ObjectPath), 0u) << "the tunnel is looked up before the broker is asked";
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0U) << "the tunnel is looked up before the broker is asked";
 }
 
 TEST_F(StatisticsClasses, TcpIsNullWithoutTheTunnelsProfile) {
@@ -237,7 +238,7 @@ TEST_F(StatisticsClasses, TcpIsNullWithoutTheTunnelsProfile) {
         EXPECT_TRUE(matches(trace, entering("tcp_statistics_build_instance") +
                                        any_line_trace("tcp_statistics_build_instance")))
             << trace;
-        EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
+        EXPECT_EQ(broker.made(Make::ObjectPath), 0U);
     });
 }
 
@@ -271,8 +272,8 @@ TEST_F(StatisticsClasses, DataIsMinusOneWhenTheTunnelIsGone) {
     EXPECT_EQ(build_data().kind(), Object::MinusOne);
     const std::string line = any_line_trace("tcp_statistical_data_build_instance");
     EXPECT_TRUE(matches(trace, entering("tcp_statistical_data_build_instance") + line + line)) << trace;
-    EXPECT_EQ(broker.call_texts("newInstance").size(), 1u) << "the instance made so far is abandoned";
-    EXPECT_EQ(broker.call_texts("setProperty").size(), 1u) << "SystemCreationClassName";
+    EXPECT_EQ(broker.call_texts("newInstance").size(), 1U) << "the instance made so far is abandoned";
+    EXPECT_EQ(broker.call_texts("setProperty").size(), 1U) << "SystemCreationClassName";
 }
 
 TEST_F(StatisticsClasses, DataGoesOnWithoutCountersAndSaysSo) {
@@ -304,21 +305,21 @@ TEST_F(StatisticsClasses, ATunnelThatIsGoneHasNoPath) {
         EXPECT_EQ(fill().kind(), Object::Null);
         EXPECT_NE(trace, "");
     });
-    EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0U);
 }
 
 TEST_F(StatisticsClasses, ATunnelWithoutAnEthernetPortHasInstancesButNoPath) {
     link.kfmFcipLinkExtEthIfIndex = 0;
     emulator::add_link(link);
     EXPECT_EQ(fill().kind(), Object::Null);
-    EXPECT_EQ(broker.made(Make::ObjectPath), 0u);
+    EXPECT_EQ(broker.made(Make::ObjectPath), 0U);
     for (const char* className :
          {"KESTO_IPEndPointStatistics", "KESTO_TCPEndPointStatistics", "KESTO_TCPStatisticalData"}) {
         const Answer instances = enumerate(className);
-        ASSERT_EQ(instances.instances.size(), 1u) << className;
+        ASSERT_EQ(instances.instances.size(), 1U) << className;
         EXPECT_TRUE(instances.instances[0].is_valid()) << className;
         const Answer paths = enumerate_names(className);
-        ASSERT_EQ(paths.paths.size(), 1u) << className;
+        ASSERT_EQ(paths.paths.size(), 1U) << className;
         EXPECT_EQ(paths.paths[0].kind(), Object::Null) << className;
     }
 }

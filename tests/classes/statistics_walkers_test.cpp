@@ -29,10 +29,10 @@ TEST_F(StatisticsWalk, EachClassIsBuiltByItsOwnBuilderOnceATunnel) {
     for (const auto& [className, builder] : STATISTICS) {
         const Answer answer = walk_instances(className);
         EXPECT_EQ(status, 0);
-        ASSERT_EQ(answer.instances.size(), 3u) << className;
+        ASSERT_EQ(answer.instances.size(), 3U) << className;
         EXPECT_EQ(answer.instances[0].sets(), golden_properties(builder)) << className;
         EXPECT_EQ(answer.instances[0].class_name(), className);
-        EXPECT_EQ(answer.doneCalls, 0u);
+        EXPECT_EQ(answer.doneCalls, 0U);
     }
     EXPECT_EQ(walk_instances("KESTO_IPEndPointStatistics").instances[2].value("InstanceID"), "19");
     EXPECT_EQ(walk_instances("KESTO_TCPEndPointStatistics").instances[2].value("InstanceID"), "19");
@@ -44,13 +44,13 @@ TEST_F(StatisticsWalk, EachClassHasOnePathATunnelWithTheIfIndex) {
     for (const auto& [className, builder] : STATISTICS) {
         const Answer answer = walk_paths(className);
         EXPECT_EQ(status, 0);
-        ASSERT_EQ(answer.paths.size(), 3u) << className;
+        ASSERT_EQ(answer.paths.size(), 3U) << className;
         for (std::size_t i = 0; i < 3; ++i) {
             EXPECT_EQ(answer.paths[i],
                       RecordedPath(NAMESPACE, className, {{"InstanceID", CMPI_chars, std::to_string(17 + i)}},
                                    one_tunnel::HOST));
         }
-        EXPECT_EQ(answer.doneCalls, 0u);
+        EXPECT_EQ(answer.doneCalls, 0U);
     }
 }
 
@@ -64,10 +64,10 @@ TEST_F(StatisticsWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
     for (const char* className :
          {"kesto_ipendpointstatistics", "KESTO_TcpEndpointSTATISTICS", "kesto_tcpstatisticaldata"}) {
         const Answer instances = walk_instances(className);
-        ASSERT_EQ(instances.instances.size(), 1u);
+        ASSERT_EQ(instances.instances.size(), 1U);
         EXPECT_EQ(instances.instances[0].class_name(), className);
         const Answer paths = walk_paths(className);
-        ASSERT_EQ(paths.paths.size(), 1u);
+        ASSERT_EQ(paths.paths.size(), 1U);
         EXPECT_EQ(paths.paths[0].class_name(), className);
     }
 }
@@ -75,20 +75,22 @@ TEST_F(StatisticsWalk, ClassNamesAreComparedWithoutCaseAndReturnedAsSpelled) {
 TEST_F(StatisticsWalk, AnotherClassGivesOneNullATunnel) {
     add_two_tunnels();
     const Answer instances = walk_instances("KESTO_EthernetPortStatistics");
-    ASSERT_EQ(instances.instances.size(), 3u);
-    for (const RecordedInstance& instance : instances.instances)
+    ASSERT_EQ(instances.instances.size(), 3U);
+    for (const RecordedInstance& instance : instances.instances) {
         EXPECT_EQ(instance.kind(), Object::Null);
+    }
     const Answer paths = walk_paths("KESTO_EthernetPortStatistics");
-    ASSERT_EQ(paths.paths.size(), 3u);
-    for (const RecordedPath& path : paths.paths)
+    ASSERT_EQ(paths.paths.size(), 3U);
+    for (const RecordedPath& path : paths.paths) {
         EXPECT_EQ(path.kind(), Object::Null);
+    }
 }
 
 TEST_F(StatisticsWalk, ABuildThatFailsIsHandedOverAsItIs) {
     add_two_tunnels();
     emulator::add_fault({.symbol = "mts_send", .first = 2, .last = 2});
     const Answer ipWalk = walk_instances("KESTO_IPEndPointStatistics");
-    ASSERT_EQ(ipWalk.instances.size(), 3u);
+    ASSERT_EQ(ipWalk.instances.size(), 3U);
     EXPECT_TRUE(ipWalk.instances[0].is_valid());
     EXPECT_EQ(ipWalk.instances[1].kind(), Object::Null);
     EXPECT_TRUE(ipWalk.instances[2].is_valid());
@@ -97,14 +99,14 @@ TEST_F(StatisticsWalk, ABuildThatFailsIsHandedOverAsItIs) {
     // The second look at the first tunnel fails, whichever walk step that is.
     emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
     const Answer dataWalk = walk_instances("KESTO_TCPStatisticalData");
-    ASSERT_EQ(dataWalk.instances.size(), 3u);
+    ASSERT_EQ(dataWalk.instances.size(), 3U);
     EXPECT_EQ(dataWalk.instances[0].kind(), Object::MinusOne);
     EXPECT_TRUE(dataWalk.instances[1].is_valid());
     emulator::clear_faults();
 
     emulator::add_fault({.symbol = "fcip_get_link_entry", .first = 2, .last = 2});
     const Answer tcpWalk = walk_instances("KESTO_TCPEndPointStatistics");
-    ASSERT_EQ(tcpWalk.instances.size(), 3u);
+    ASSERT_EQ(tcpWalk.instances.size(), 3U);
     EXPECT_EQ(tcpWalk.instances[0].kind(), Object::Null);
     EXPECT_TRUE(tcpWalk.instances[1].is_valid());
 }

@@ -56,7 +56,7 @@ TEST_F(TcpEndpoint, WithoutAConnectionRowTheInstanceLacksItsProperties) {
     for_each_effect(ROW_FAILURES, {.symbol = "fcip_get_tcpconn_entry"}, [&] {
         const RecordedInstance instance = build();
         EXPECT_EQ(instance.sets(), without(properties, connectionProperties));
-        EXPECT_EQ(instance.filters().size(), 1u);
+        EXPECT_EQ(instance.filters().size(), 1U);
         EXPECT_EQ(trace, entering("tcp_pe_build_instance") + exiting("tcp_pe_build_instance"));
     });
 }
@@ -72,7 +72,7 @@ TEST_F(TcpEndpoint, ConnectionPurposesOneToThreeAreTexts) {
 }
 
 TEST_F(TcpEndpoint, AnyOtherConnectionPurposeIsLeftUnset) {
-    for (const std::uint32_t purpose : {0u, 4u, 257u, 0xFFFFFFFFu}) {
+    for (const std::uint32_t purpose : {0U, 4U, 257U, 0xFFFFFFFFU}) {
         FcipTcpConnEntry connection = one_tunnel::tcp_connection();
         connection.connectionPurpose = purpose;
         emulator::add_tcp_connection(one_tunnel::tcp_connection_key(), connection);
@@ -111,7 +111,7 @@ TEST_F(IpEndpoint, NameIsCutTo58CharactersInInstanceAndPath) {
     use_profile_address(test_support::address("2001:db8:1111:2222:3333:4444:5555:6666"));
     link.kfmFcipLinkRemFcipEntityAddress = test_support::address("2001:db8:1111:2222:3333:4444:5555:7777");
     const char* cut = "17_2001:db8:1111:2222:3333:4444:5555:6666_2001:db8:1111:22";
-    ASSERT_EQ(std::string(cut).size(), 58u);
+    ASSERT_EQ(std::string(cut).size(), 58U);
     EXPECT_EQ(build().value("Name"), cut);
     EXPECT_EQ(fill().key("Name"), cut);
 }
@@ -206,7 +206,7 @@ TEST_F(IpEndpoint, AddressesAndMtuAreThoseOfTheTunnelsEthernetPort) {
 }
 
 TEST_F(IpEndpoint, PathMtuDiscoveryIsTrueForOneOnly) {
-    for (const std::uint32_t flag : {0u, 2u, 256u, 257u}) {
+    for (const std::uint32_t flag : {0U, 2U, 256U, 257U}) {
         profile.kfmFcipEntityPmtuEnable = flag;
         emulator::add_entity(profile);
         EXPECT_EQ(build().value("PathMTUDiscovery"), 0) << flag;

@@ -49,10 +49,10 @@ TEST_F(TcpIpSettings, IpAsksThePlatformInThisOrder) {
     EXPECT_EQ(calls_of_any(emulator::calls(), {"fcip_get_entity_entry", "sprintf_if_index", "mts_send",
                                                "mts_recv", "cmi_req_resp"})
                   .size(),
-              5u);
+              5U);
     const auto calls = calls_of_any(
         emulator::calls(), {"fcip_get_entity_entry", "sprintf_if_index", "mts_send", "cmi_req_resp"});
-    ASSERT_EQ(calls.size(), 4u);
+    ASSERT_EQ(calls.size(), 4U);
     EXPECT_EQ(calls[0], "fcip_get_entity_entry op=1 id=3 5");
     EXPECT_EQ(calls[1], "sprintf_if_index if=0x00000011");
     EXPECT_NE(calls[2].find("service=943 code=1917 length=32"), std::string::npos) << calls[2];
@@ -62,7 +62,7 @@ TEST_F(TcpIpSettings, IpAsksThePlatformInThisOrder) {
 TEST_F(TcpIpSettings, IpAsksForACopyOfTheEthernetPortsCounters) {
     build_ip();
     const auto requests = emulator::sent_requests();
-    ASSERT_EQ(requests.size(), 1u);
+    ASSERT_EQ(requests.size(), 1U);
     EXPECT_EQ(std::vector<std::uint8_t>(requests[0].payload.begin() + 24, requests[0].payload.end()),
               (std::vector<std::uint8_t>{0x9B, 0x01, 0x00, 0x00, 0, 0, 0, 1}));
 }
@@ -70,7 +70,7 @@ TEST_F(TcpIpSettings, IpAsksForACopyOfTheEthernetPortsCounters) {
 TEST_F(TcpIpSettings, IpNamesTheInterfaceInCaptionAndDescription) {
     emulator::Port port = emulator::find_port(one_tunnel::IF_INDEX).value();
     port.name = "an-interface-of-30-characters-"; // the longest that the platform gives
-    ASSERT_EQ(port.name.size(), 30u);
+    ASSERT_EQ(port.name.size(), 30U);
     emulator::add_port(port);
     EXPECT_EQ(build_ip().sets(), with(with(ip, "Caption", port.name), "Description", port.name));
 }
@@ -88,7 +88,7 @@ TEST_F(TcpIpSettings, IpGoesOnWithoutCounters) {
 
 TEST_F(TcpIpSettings, IpReadsNothingPastAShortReply) {
     // 140 bytes from byte 32 are put aside; a reply may end before them.
-    for (const std::size_t size : {12u, 32u, 33u, 171u}) {
+    for (const std::size_t size : {12U, 32U, 33U, 171U}) {
         emulator::set_reply(one_tunnel::IP_STATISTICS, std::vector<std::uint8_t>(size));
         EXPECT_EQ(build_ip().sets(), ip) << size;
     }
@@ -97,7 +97,7 @@ TEST_F(TcpIpSettings, IpReadsNothingPastAShortReply) {
 TEST_F(TcpIpSettings, IpIsNullWithoutTheIpConfiguration) {
     for_each_effect(ROW_FAILURES, {.symbol = "cmi_req_resp"},
                     [&] { EXPECT_EQ(build_ip().kind(), Object::Null); });
-    EXPECT_EQ(broker.call_texts("setPropertyFilter").size(), 0u) << "the instance made so far is abandoned";
+    EXPECT_EQ(broker.call_texts("setPropertyFilter").size(), 0U) << "the instance made so far is abandoned";
 }
 
 TEST_F(TcpIpSettings, IpForwardingIsTheFlagsLowByte) {
@@ -115,8 +115,9 @@ TEST_F(TcpIpSettings, IpTimeToLiveIsTheConfigurationsWord) {
 
 TEST_F(TcpIpSettings, IpHasNoSystemAndNoCreationClass) {
     const RecordedInstance instance = build_ip();
-    for (const char* name : {"SystemName", "SystemCreationClassName", "CreationClassName"})
+    for (const char* name : {"SystemName", "SystemCreationClassName", "CreationClassName"}) {
         EXPECT_FALSE(instance.has(name)) << name;
+    }
     EXPECT_TRUE(emulator::calls("pm_cim_get_port_info").empty());
 }
 
@@ -126,7 +127,7 @@ TEST_F(TcpIpSettings, TcpAsksThePlatformInThisOrder) {
     build_tcp();
     const auto calls = calls_of_any(emulator::calls(), {"fcip_get_link_entry", "fcip_get_entity_entry",
                                                         "mts_send", "pm_cim_get_port_info"});
-    ASSERT_EQ(calls.size(), 4u);
+    ASSERT_EQ(calls.size(), 4U);
     EXPECT_EQ(calls[0], "fcip_get_link_entry op=2 key={0,0} 30 1");
     EXPECT_EQ(calls[1], "fcip_get_entity_entry op=1 id=3 5");
     EXPECT_NE(calls[2].find("service=943 code=1920 length=40"), std::string::npos) << calls[2];
@@ -152,7 +153,7 @@ TEST_F(TcpIpSettings, TcpIsBuiltFromTheFirstTunnelOfTheSameIndex) {
     EXPECT_EQ(emulator::calls("pm_cim_get_port_info"),
               std::vector<std::string>{"pm_cim_get_port_info op=1 if=0x00000011"});
     const auto requests = emulator::sent_requests();
-    ASSERT_EQ(requests.size(), 1u);
+    ASSERT_EQ(requests.size(), 1U);
     EXPECT_EQ(requests[0].payload.at(25), 1) << "port 0x9B010000, not 0x9B020000";
 }
 
@@ -180,7 +181,7 @@ TEST_F(TcpIpSettings, MinusOneReachesTheResultUnchanged) {
          }});
     const Answer answer = enumerate("KESTO_TCPSettings");
     EXPECT_EQ(answer.rc, 0);
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].kind(), Object::MinusOne);
 }
 

@@ -73,7 +73,7 @@ class Walker : public ClassTest, public testing::WithParamInterface<Walked> {
     void SetUp() override {
         ClassTest::SetUp();
         add_two_tunnels();
-        for (const std::uint32_t next : {1u, 2u}) {
+        for (const std::uint32_t next : {1U, 2U}) {
             FcipEntityEntry another = one_tunnel::profile();
             another.kfmFcipEntityId += next;
             emulator::add_entity(another);
@@ -90,15 +90,17 @@ class Walker : public ClassTest, public testing::WithParamInterface<Walked> {
     Answer names() { return succeeded(walk_names(GetParam().names, GetParam().className)); }
     Answer succeeded(Answer answer) const {
         EXPECT_EQ(status, 0);
-        EXPECT_EQ(answer.doneCalls, 0u) << "the server closes the result itself";
+        EXPECT_EQ(answer.doneCalls, 0U) << "the server closes the result itself";
         return answer;
     }
     static Kinds kinds_of(const Answer& answer) {
         Kinds kinds;
-        for (const RecordedInstance& instance : answer.instances)
+        for (const RecordedInstance& instance : answer.instances) {
             kinds.push_back(instance.kind());
-        for (const RecordedPath& path : answer.paths)
+        }
+        for (const RecordedPath& path : answer.paths) {
             kinds.push_back(path.kind());
+        }
         return kinds;
     }
     // Three objects, the nth of which is of this kind.
@@ -125,7 +127,7 @@ TEST_P(BuildingWalker, EachFailureOfTheBrokerCostsOneInstance) {
         const auto request = [&](std::size_t nth) {
             EXPECT_EQ(kinds_of(instances()), three_with(nth, failure.returned));
         };
-        EXPECT_EQ(for_each_broker_failure(failure.what, failure.how, request), 3u) << "one object a row";
+        EXPECT_EQ(for_each_broker_failure(failure.what, failure.how, request), 3U) << "one object a row";
     }
 }
 
@@ -133,7 +135,7 @@ TEST_P(BuildingWalker, EachFailureOfTheBrokerCostsOnePath) {
     const auto request = [&](std::size_t nth) {
         EXPECT_EQ(kinds_of(names()), three_with(nth, Object::Null));
     };
-    EXPECT_EQ(for_each_broker_failure(Make::ObjectPath, Failure::Null, request), 3u);
+    EXPECT_EQ(for_each_broker_failure(Make::ObjectPath, Failure::Null, request), 3U);
 }
 
 TEST_P(Walker, FailedRequestEndsTheWalkWithWhatWasSent) {
@@ -156,9 +158,9 @@ TEST_P(Walker, EmptyTableReturnsNothing) {
 TEST_P(BuildingWalker, PropertyListReachesTheBuilder) {
     const char* wanted[] = {"Name", "InstanceID", nullptr};
     const Answer answer = instances(wanted);
-    ASSERT_EQ(answer.instances.size(), 3u);
+    ASSERT_EQ(answer.instances.size(), 3U);
     for (const RecordedInstance& instance : answer.instances) {
-        ASSERT_EQ(instance.filters().size(), 1u);
+        ASSERT_EQ(instance.filters().size(), 1U);
         EXPECT_EQ(instance.filters()[0].properties, (std::vector<std::string>{"Name", "InstanceID"}));
     }
 }

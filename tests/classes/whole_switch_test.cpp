@@ -51,8 +51,9 @@ class WholeSwitch : public test_support::ProviderTest {
     // The numbers under this property of every instance, in their order.
     std::vector<std::uint64_t> counters(const char* className, const char* property) {
         std::vector<std::uint64_t> values;
-        for (const RecordedInstance& instance : enumerate(className).instances)
+        for (const RecordedInstance& instance : enumerate(className).instances) {
             values.push_back(std::stoull(instance.value(property).text()));
+        }
         return values;
     }
 
@@ -61,8 +62,9 @@ class WholeSwitch : public test_support::ProviderTest {
         std::vector<Answer> answers;
         for (const RecordedPath& path : enumerate_names(className).paths) {
             std::vector<Key> keys;
-            for (const Set& key : path.keys())
+            for (const Set& key : path.keys()) {
                 keys.emplace_back(key.name, key.value.text());
+            }
             answers.push_back(get_instance(className, keys));
         }
         return answers;
@@ -92,8 +94,9 @@ TEST_F(WholeSwitch, EveryClassHasItsObjects) {
 TEST_F(WholeSwitch, EveryClassIsServedWhateverTheCaseOfItsName) {
     for (const Population& population : POPULATION) {
         std::string lower = population.className;
-        for (char& letter : lower)
+        for (char& letter : lower) {
             letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+        }
         EXPECT_EQ(enumerate(lower).instances.size(), population.instances) << lower;
         EXPECT_EQ(enumerate_names(lower).paths.size(), population.paths) << lower;
     }
@@ -102,8 +105,9 @@ TEST_F(WholeSwitch, EveryClassIsServedWhateverTheCaseOfItsName) {
 TEST_F(WholeSwitch, EveryNameOfAClassIsOfItsOwn) {
     for (const Population& population : POPULATION) {
         std::vector<std::string> texts;
-        for (const RecordedPath& path : enumerate_names(population.className).paths)
+        for (const RecordedPath& path : enumerate_names(population.className).paths) {
             texts.push_back(path.text());
+        }
         std::sort(texts.begin(), texts.end());
         EXPECT_EQ(std::adjacent_find(texts.begin(), texts.end()), texts.end()) << population.className;
     }
@@ -124,8 +128,9 @@ TEST_F(WholeSwitch, EveryEthernetPortsLiveCountersGrow) {
         const auto after = counters("KESTO_EthernetPortStatistics", property);
         ASSERT_EQ(before.size(), after.size());
         ASSERT_FALSE(before.empty());
-        for (std::size_t i = 0; i < before.size(); ++i)
+        for (std::size_t i = 0; i < before.size(); ++i) {
             EXPECT_GT(after[i], before[i]) << property << " of port " << i;
+        }
     }
 }
 
@@ -135,10 +140,11 @@ TEST_F(WholeSwitch, EveryTunnelsIpCountersGrow) {
         const auto before = counters("KESTO_IPEndPointStatistics", property);
         emulator::advance_clock(1);
         const auto after = counters("KESTO_IPEndPointStatistics", property);
-        ASSERT_EQ(before.size(), 5u);
-        ASSERT_EQ(after.size(), 5u);
-        for (std::size_t i = 0; i < before.size(); ++i)
+        ASSERT_EQ(before.size(), 5U);
+        ASSERT_EQ(after.size(), 5U);
+        for (std::size_t i = 0; i < before.size(); ++i) {
             EXPECT_GT(after[i], before[i]) << property << " of tunnel " << i;
+        }
     }
 }
 
@@ -184,8 +190,9 @@ TEST_F(WholeSwitch, TheLibraryReadsTheKernelsOwnFiles) {
         std::string line;
         while (std::getline(file, line)) {
             // The second line that begins so holds the values; InReceives is the third of them.
-            if (!line.starts_with("Ip: ") || (std::isalpha(static_cast<unsigned char>(line[4])) != 0))
+            if (!line.starts_with("Ip: ") || (std::isalpha(static_cast<unsigned char>(line[4])) != 0)) {
                 continue;
+            }
             std::istringstream values(line.substr(4));
             std::uint64_t forwarding = 0, ttl = 0, received = 0;
             values >> forwarding >> ttl >> received;
@@ -213,7 +220,7 @@ TEST_F(WholeSwitch, NamesOfTheseClassesFindTheirOwnInstances) {
         const auto answers = get_by_names(className);
         ASSERT_EQ(answers.size(), enumerated.size());
         for (std::size_t i = 0; i < answers.size(); ++i) {
-            ASSERT_EQ(answers[i].instances.size(), 1u) << i;
+            ASSERT_EQ(answers[i].instances.size(), 1U) << i;
             EXPECT_EQ(answers[i].instances[0], enumerated[i]) << i;
         }
     }
@@ -223,9 +230,9 @@ TEST_F(WholeSwitch, NamesOfRemoteFcipPortsFindTheirInstancesThoughTheirNamesDiff
     const auto enumerated = enumerate("KESTO_RemoteFCIPPort").instances;
     const auto answers = get_by_names("KESTO_RemoteFCIPPort");
     const auto names = enumerate_names("KESTO_RemoteFCIPPort").paths;
-    ASSERT_EQ(answers.size(), 5u);
+    ASSERT_EQ(answers.size(), 5U);
     for (std::size_t i = 0; i < answers.size(); ++i) {
-        ASSERT_EQ(answers[i].instances.size(), 1u) << i;
+        ASSERT_EQ(answers[i].instances.size(), 1U) << i;
         EXPECT_EQ(answers[i].instances[0], enumerated[i]) << i;
     }
     EXPECT_EQ(names[0].key("Name"), "0_192.0.2.129_192.0.2.1");
@@ -242,9 +249,9 @@ TEST_F(WholeSwitch, TheInstanceNameOfARemoteFcipPortFindsNothing) {
 TEST_F(WholeSwitch, NamesOfTcpStatisticsFindInstancesUnderTheClassesOwnSpelling) {
     const auto enumerated = enumerate("KESTO_TCPEndPointStatistics").instances;
     const auto answers = get_by_names("kesto_tcpendpointstatistics");
-    ASSERT_EQ(answers.size(), 5u);
+    ASSERT_EQ(answers.size(), 5U);
     for (std::size_t i = 0; i < answers.size(); ++i) {
-        ASSERT_EQ(answers[i].instances.size(), 1u) << i;
+        ASSERT_EQ(answers[i].instances.size(), 1U) << i;
         EXPECT_EQ(answers[i].instances[0].class_name(), "KESTO_TCPEndPointStatistics");
         EXPECT_EQ(answers[i].instances[0].sets(), enumerated[i].sets()) << i;
     }
@@ -253,9 +260,9 @@ TEST_F(WholeSwitch, NamesOfTcpStatisticsFindInstancesUnderTheClassesOwnSpelling)
 TEST_F(WholeSwitch, NamesOfEthernetStatisticsFindTheirPorts) {
     const auto names = enumerate_names("KESTO_EthernetPortStatistics").paths;
     const auto answers = get_by_names("KESTO_EthernetPortStatistics");
-    ASSERT_EQ(answers.size(), 4u);
+    ASSERT_EQ(answers.size(), 4U);
     for (std::size_t i = 0; i < answers.size(); ++i) {
-        ASSERT_EQ(answers[i].instances.size(), 1u) << i;
+        ASSERT_EQ(answers[i].instances.size(), 1U) << i;
         EXPECT_EQ(answers[i].instances[0].value("InstanceID"), names[i].key("InstanceID"));
     }
 }
@@ -263,22 +270,23 @@ TEST_F(WholeSwitch, NamesOfEthernetStatisticsFindTheirPorts) {
 TEST_F(WholeSwitch, NamesOfProfilesFindThemWhereATunnelOfTheSameNumberExists) {
     const auto enumerated = enumerate("KESTO_FCIPProfile").instances;
     auto answers = get_by_names("KESTO_FCIPProfile");
-    ASSERT_EQ(answers.size(), 3u);
+    ASSERT_EQ(answers.size(), 3U);
     for (std::size_t i = 0; i < answers.size(); ++i) {
-        ASSERT_EQ(answers[i].instances.size(), 1u) << i;
+        ASSERT_EQ(answers[i].instances.size(), 1U) << i;
         EXPECT_EQ(answers[i].instances[0], enumerated[i]) << i;
     }
     emulator::remove_link({2, 2}); // tunnel 3, which is none of profile 3
     answers = get_by_names("KESTO_FCIPProfile");
-    EXPECT_EQ(answers[1].instances.size(), 1u);
+    EXPECT_EQ(answers[1].instances.size(), 1U);
     EXPECT_TRUE(answers[2].returned.empty()) << "the profile is there, but no tunnel 3";
 }
 
 TEST_F(WholeSwitch, NamesOfLanEndpointsFindTheFcipInterfaceOfAPortsFirstTunnel) {
     const auto answers = get_by_names("KESTO_LANEndPoint");
-    ASSERT_EQ(answers.size(), 3u);
-    for (const Answer& answer : answers)
-        ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answers.size(), 3U);
+    for (const Answer& answer : answers) {
+        ASSERT_EQ(answer.instances.size(), 1U);
+    }
     // The first tunnels of the three ports are fcip1, fcip5 and fcip3.
     EXPECT_EQ(answers[0].instances[0].value("Name").text().substr(0, 10), "167772161:");
     EXPECT_EQ(answers[1].instances[0].value("Name").text().substr(0, 10), "167772165:");
@@ -295,9 +303,10 @@ TEST_F(WholeSwitch, NamesOfTcpStatisticalDataAreNoKeysToGetItBy) {
 
 TEST_F(WholeSwitch, RemoteIpPortsHaveNeitherObjectsNorNames) {
     const Answer instances = enumerate("KESTO_RemoteIPPort");
-    ASSERT_EQ(instances.instances.size(), 5u);
-    for (const RecordedInstance& instance : instances.instances)
+    ASSERT_EQ(instances.instances.size(), 5U);
+    for (const RecordedInstance& instance : instances.instances) {
         EXPECT_EQ(instance.kind(), Object::Null);
+    }
     EXPECT_TRUE(enumerate_names("KESTO_RemoteIPPort").returned.empty());
     EXPECT_EQ(get_instance("KESTO_RemoteIPPort", {{"Name", "167772161"}}).message, "invalid key name");
 }

@@ -17,7 +17,7 @@ struct Member {
     std::size_t offset;
 };
 
-// The members stand in the order of the interface, each in a slot of its own behind `start` bytes.
+// The members stand in the order of the interface, each in a slot of its own after `start` bytes.
 void expect_slots(std::size_t start, const std::vector<Member>& members, std::size_t tableSize) {
     std::size_t expected = start;
     for (const Member& member : members) {
@@ -86,28 +86,28 @@ TEST(CmpiTypes, ValueStatesAndResultCodesHaveTheirNumbers) {
 }
 
 TEST(CmpiRecords, SizesOfTheScalars) {
-    EXPECT_EQ(sizeof(CMPIBoolean), 1u);
-    EXPECT_EQ(sizeof(CMPIChar16), 2u);
-    EXPECT_EQ(sizeof(CMPIUint32), 4u);
-    EXPECT_EQ(sizeof(CMPIUint64), 8u);
-    EXPECT_EQ(sizeof(CMPIReal32), 4u);
-    EXPECT_EQ(sizeof(CMPIReal64), 8u);
-    EXPECT_EQ(sizeof(CMPIType), 2u);
-    EXPECT_EQ(sizeof(CMPICount), 4u);
+    EXPECT_EQ(sizeof(CMPIBoolean), 1U);
+    EXPECT_EQ(sizeof(CMPIChar16), 2U);
+    EXPECT_EQ(sizeof(CMPIUint32), 4U);
+    EXPECT_EQ(sizeof(CMPIUint64), 8U);
+    EXPECT_EQ(sizeof(CMPIReal32), 4U);
+    EXPECT_EQ(sizeof(CMPIReal64), 8U);
+    EXPECT_EQ(sizeof(CMPIType), 2U);
+    EXPECT_EQ(sizeof(CMPICount), 4U);
 }
 
 TEST(CmpiRecords, DataIs24BytesOn64BitAnd12On32Bit) {
-    EXPECT_EQ(offsetof(CMPIData, type), 0u);
-    EXPECT_EQ(offsetof(CMPIData, state), 2u);
-    EXPECT_EQ(offsetof(CMPIData, value), IS64 ? 8u : 4u);
-    EXPECT_EQ(sizeof(CMPIValue), IS64 ? 16u : 8u);
-    EXPECT_EQ(sizeof(CMPIData), IS64 ? 24u : 12u);
+    EXPECT_EQ(offsetof(CMPIData, type), 0U);
+    EXPECT_EQ(offsetof(CMPIData, state), 2U);
+    EXPECT_EQ(offsetof(CMPIData, value), IS64 ? 8U : 4U);
+    EXPECT_EQ(sizeof(CMPIValue), IS64 ? 16U : 8U);
+    EXPECT_EQ(sizeof(CMPIData), IS64 ? 24U : 12U);
 }
 
 TEST(CmpiRecords, StatusIs16BytesOn64BitAnd8On32Bit) {
-    EXPECT_EQ(offsetof(CMPIStatus, rc), 0u);
-    EXPECT_EQ(offsetof(CMPIStatus, msg), IS64 ? 8u : 4u);
-    EXPECT_EQ(sizeof(CMPIStatus), IS64 ? 16u : 8u);
+    EXPECT_EQ(offsetof(CMPIStatus, rc), 0U);
+    EXPECT_EQ(offsetof(CMPIStatus, msg), IS64 ? 8U : 4U);
+    EXPECT_EQ(sizeof(CMPIStatus), IS64 ? 16U : 8U);
 }
 
 TEST(CmpiRecords, BrokerHasFivePointers) {
@@ -136,8 +136,8 @@ TEST(CmpiRecords, EveryObjectIsAHandleAndATable) {
 
 TEST(CmpiTables, Broker) {
     using Table = CMPIBrokerFT;
-    EXPECT_EQ(offsetof(Table, brokerCapabilities), 0u);
-    EXPECT_EQ(offsetof(Table, brokerVersion), 4u);
+    EXPECT_EQ(offsetof(Table, brokerCapabilities), 0U);
+    EXPECT_EQ(offsetof(Table, brokerVersion), 4U);
     expect_slots(8, {AT(brokerName),          AT(prepareAttachThread),
                      AT(attachThread),        AT(detachThread),
                      AT(deliverIndication),   AT(enumerateInstanceNames),
@@ -297,8 +297,8 @@ TEST(CmpiTables, SelectExpression) {
 
 TEST(CmpiTables, InstanceInterface) {
     using Table = CMPIInstanceMIFT;
-    EXPECT_EQ(offsetof(Table, ftVersion), 0u);
-    EXPECT_EQ(offsetof(Table, miVersion), 4u);
+    EXPECT_EQ(offsetof(Table, ftVersion), 0U);
+    EXPECT_EQ(offsetof(Table, miVersion), 4U);
     expect_slots(8,
                  {AT(miName), AT(cleanup), AT(enumerateInstanceNames), AT(enumerateInstances),
                   AT(getInstance), AT(createInstance), AT(modifyInstance), AT(deleteInstance), AT(execQuery),
@@ -308,8 +308,8 @@ TEST(CmpiTables, InstanceInterface) {
 
 TEST(CmpiTables, AssociationInterface) {
     using Table = CMPIAssociationMIFT;
-    EXPECT_EQ(offsetof(Table, ftVersion), 0u);
-    EXPECT_EQ(offsetof(Table, miVersion), 4u);
+    EXPECT_EQ(offsetof(Table, ftVersion), 0U);
+    EXPECT_EQ(offsetof(Table, miVersion), 4U);
     expect_slots(8,
                  {AT(miName), AT(cleanup), AT(associators), AT(associatorNames), AT(references),
                   AT(referenceNames), AT(associatorsFiltered), AT(referencesFiltered)},

@@ -93,7 +93,7 @@ TEST_P(EveryAssociationClass, EnumeratesOneInstanceATunnel) {
             EXPECT_EQ(instance["IsDefault"], "1");
             EXPECT_EQ(instance["IsCurrent"], "1");
         }
-        EXPECT_EQ(instance.properties.size(), is_setting() ? 4u : 2u);
+        EXPECT_EQ(instance.properties.size(), is_setting() ? 4U : 2U);
     }
 }
 
@@ -110,7 +110,7 @@ TEST_P(EveryAssociationClass, EnumeratesOneNameATunnel) {
             EXPECT_EQ(path.key("IsDefault"), "1");
             EXPECT_EQ(path.key("IsCurrent"), "1");
         }
-        EXPECT_EQ(path.keys.size(), is_setting() ? 4u : 2u);
+        EXPECT_EQ(path.keys.size(), is_setting() ? 4U : 2U);
     }
 }
 
@@ -122,7 +122,7 @@ TEST_P(EveryAssociationClass, GetsEachNameBackWithTheSameEnds) {
         for (const std::string& role : {GetParam().first.role, GetParam().second.role}) {
             EXPECT_EQ(instance.reference(role).identity(), path.reference(role).identity());
         }
-        EXPECT_EQ(instance.properties.size(), 2u) << "a single association carries its ends only";
+        EXPECT_EQ(instance.properties.size(), 2U) << "a single association carries its ends only";
     }
 }
 

@@ -61,8 +61,9 @@ std::string usual_spelling(const std::string& className) {
     static const std::map<std::string, std::string> SPELLINGS = [] {
         std::map<std::string, std::string> byLowerCase;
         for (const Names& names : {registered(false), registered(true), source_classes()}) {
-            for (const std::string& name : names)
+            for (const std::string& name : names) {
                 byLowerCase[lower_case(name)] = name;
+            }
         }
         return byLowerCase;
     }();
@@ -72,8 +73,9 @@ std::string usual_spelling(const std::string& className) {
 
 std::string joined(const Names& names, const std::string& separator) {
     std::string text;
-    for (const std::string& name : names)
+    for (const std::string& name : names) {
         text += (text.empty() ? "" : separator) + name;
+    }
     return text;
 }
 
@@ -227,7 +229,7 @@ TEST_F(AssociationDocumentation, IsWhatTheSwitchAnswers) {
     const std::size_t start = begin + BEGIN.size();
     if (std::getenv("KESTO_UPDATE_DOCUMENTS") != nullptr) {
         std::ofstream(DOCUMENT) << document.substr(0, start) << made << document.substr(end);
-        return;
+        GTEST_SKIP() << "the document is written, not compared";
     }
     EXPECT_EQ(document.substr(start, end - start), made);
 }
@@ -243,7 +245,7 @@ TEST(AssociationDocumentationSources, AskForEveryAssociationClassOfTheTables) {
             const std::string name = lower_case((*match)[1].str());
             EXPECT_NE(std::find(asked.begin(), asked.end(), name), asked.end()) << name << " in " << file;
         }
-        EXPECT_GT(found, 10u) << "the tables of " << file << " are not where they were";
+        EXPECT_GT(found, 10U) << "the tables of " << file << " are not where they were";
     }
 }
 

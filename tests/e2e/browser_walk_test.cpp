@@ -43,7 +43,7 @@ const char* const ASSOCIATION_CLASSES[] = {"KESTO_SANFCIPEndpoint",
 class BrowserWalk : public ServedSwitch {
   protected:
     // Every object reached from the start, by identity. With the associations' own enumeration the browser
-    // also sees the ends that a traversal does not tell, as the other tunnels of a hosting system.
+    // also sees the ends that a traversal does not show, such as the other tunnels of a hosting system.
     std::map<std::string, CimPath> walk(const CimPath& start, bool withEnumeratedAssociations) {
         std::multimap<std::string, CimPath> neighbours;
         if (withEnumeratedAssociations) {
@@ -67,13 +67,16 @@ class BrowserWalk : public ServedSwitch {
         while (!waiting.empty()) {
             const CimPath object = waiting.front();
             waiting.pop_front();
-            for (const CimPath& path : client().associator_names(object))
+            for (const CimPath& path : client().associator_names(object)) {
                 meet(path);
-            for (const CimInstance& instance : client().associators(object))
+            }
+            for (const CimInstance& instance : client().associators(object)) {
                 meet(instance.path);
+            }
             const auto [begin, end] = neighbours.equal_range(object.identity());
-            for (auto neighbour = begin; neighbour != end; ++neighbour)
+            for (auto neighbour = begin; neighbour != end; ++neighbour) {
                 meet(neighbour->second);
+            }
         }
         return reached;
     }
@@ -95,14 +98,15 @@ TEST_F(BrowserWalk, OneTunnelLeadsToEveryObjectOfTheSwitch) {
             EXPECT_EQ(reached.contains(path.identity()), tied) << path.identity();
         }
     }
-    EXPECT_GT(objects, 50u);
+    EXPECT_GT(objects, 50U);
 }
 
 TEST_F(BrowserWalk, EachTunnelLeadsToEveryKindOfObjectByTraversalAlone) {
     for (const CimPath& tunnel : client().enumerate_names("KESTO_FCIPProtocolEndPoint")) {
         std::set<std::string> classes;
-        for (const auto& [identity, path] : walk(tunnel, false))
+        for (const auto& [identity, path] : walk(tunnel, false)) {
             classes.insert(lower_case(path.className));
+        }
         for (const char* className : INSTANCE_CLASSES) {
             EXPECT_TRUE(classes.contains(lower_case(className)))
                 << className << " from " << tunnel.identity();

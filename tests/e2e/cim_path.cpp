@@ -12,7 +12,7 @@ namespace {
     throw std::invalid_argument("not an object path: " + std::string(text));
 }
 
-// Where the reference that starts with the brace at `open` ends: behind its closing brace.
+// Where the reference that starts with the brace at `open` ends: after its closing brace.
 std::size_t end_of_reference(std::string_view text, std::size_t open) {
     std::size_t depth = 0;
     bool quoted = false;
@@ -84,8 +84,9 @@ CimPath CimPath::parse(std::string_view text) {
     if (name.empty() || name.find_first_of("/.:\"{ ") != name.npos) refuse(text);
     if (hasKeys) {
         text.remove_prefix(dot + 1);
-        while (!text.empty())
+        while (!text.empty()) {
             path.keys.push_back(take_key(text));
+        }
     }
     return path;
 }
@@ -105,13 +106,14 @@ const CimPath& CimPath::reference(std::string_view name) const {
 
 std::vector<std::string> CimPath::key_names() const {
     std::vector<std::string> names;
-    for (const CimKey& key : keys)
+    for (const CimKey& key : keys) {
         names.push_back(key.name);
+    }
     return names;
 }
 
 std::string CimPath::command_line_text() const {
-    // wbemcli takes every plain key behind a reference for a key of that reference: plain ones go first.
+    // wbemcli takes every plain key after a reference for a key of that reference: plain ones go first.
     std::string plain;
     std::string references;
     for (const CimKey& key : keys) {
@@ -135,8 +137,9 @@ std::string CimPath::identity() const {
     }
     std::sort(parts.begin(), parts.end());
     std::string text = lower_case(className);
-    for (const std::string& part : parts)
+    for (const std::string& part : parts) {
         text += "," + part;
+    }
     return text;
 }
 

@@ -23,11 +23,11 @@ struct CimPath {
 
     // The value of a key, whatever the letter case of its name; empty when there is none.
     std::string key(std::string_view name) const;
-    // The path behind a reference key; throws std::out_of_range when there is none.
+    // The path after a reference key; throws std::out_of_range when there is none.
     const CimPath& reference(std::string_view name) const;
     std::vector<std::string> key_names() const;
 
-    // As wbemcli takes it on its command line, behind the namespace's colon. A reference cannot have
+    // As wbemcli takes it on its command line, after the namespace's colon. A reference cannot have
     // reference keys of its own there.
     std::string command_line_text() const;
     // Equal for two paths exactly when CIM takes them for the same object: names ignore letter case, and the

@@ -37,7 +37,7 @@ TEST(CimPathText, ReferencesNestAndGoLastOnTheCommandLine) {
     EXPECT_THROW(path.reference("IsDefault"), std::out_of_range);
 }
 
-TEST(CimPathText, AReferenceMayComeWithoutTheColonBehindItsNamespace) {
+TEST(CimPathText, AReferenceMayComeWithoutTheColonAfterItsNamespace) {
     const CimPath path =
         CimPath::parse(R"(A.R={sw1.example.net:5988/root/cimv2B.K="x:y"},S={host/root/cimv2C.L="1"})");
     EXPECT_EQ(path.reference("R").className, "B");

@@ -68,8 +68,9 @@ std::vector<std::string> CimXmlClient::classes_answered(const std::string& opera
     const std::string body = imethod_call(operation, parameter("ObjectName", name_element(object)) +
                                                          parameter(filter, class_name(filterClass)));
     std::string request = "POST /cimom HTTP/1.1\r\nHost: localhost\r\n";
-    for (const auto& [name, value] : post(body, operation).headers)
+    for (const auto& [name, value] : post(body, operation).headers) {
         request += name + ": " + value + "\r\n";
+    }
     request += "content-length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
 
     const Response response(exchange(request));
@@ -86,12 +87,14 @@ std::string CimXmlClient::exchange(const std::string& request) {
     }
     const std::string headEnd = "\r\n\r\n";
     std::string reply;
-    while (reply.find(headEnd) == std::string::npos)
+    while (reply.find(headEnd) == std::string::npos) {
         receive_more(reply);
+    }
     const std::size_t start = reply.find(headEnd) + headEnd.size();
     const std::size_t end = start + body_length(reply.substr(0, start));
-    while (reply.size() < end)
+    while (reply.size() < end) {
         receive_more(reply);
+    }
     return reply.substr(start);
 }
 

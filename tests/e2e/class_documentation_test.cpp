@@ -54,8 +54,9 @@ class ClassDocumentation : public ServedSwitch, public testing::WithParamInterfa
 
 std::vector<std::string> class_names() {
     std::vector<std::string> names;
-    for (const auto& [name, properties] : documented_classes())
+    for (const auto& [name, properties] : documented_classes()) {
         names.push_back(name);
+    }
     return names;
 }
 INSTANTIATE_TEST_SUITE_P(Document, ClassDocumentation, testing::ValuesIn(class_names()),
@@ -70,8 +71,9 @@ TEST_P(ClassDocumentation, ListsThePropertiesAndTypesThatAClientReads) {
         read[between(tag, "NAME=\"", "\"")] = between(tag, "TYPE=\"", "\"");
     }
     std::map<std::string, std::string> expected;
-    for (const auto& [name, property] : documented)
+    for (const auto& [name, property] : documented) {
         expected[name] = property.type;
+    }
     EXPECT_EQ(read, expected);
 }
 
@@ -86,7 +88,7 @@ TEST_P(ClassDocumentation, MarksTheKeysOfTheObjectPaths) {
 }
 
 TEST(ClassDocumentationFile, HasATableForEachOfTheFifteenInstanceClasses) {
-    EXPECT_EQ(documented_classes().size(), 15u);
+    EXPECT_EQ(documented_classes().size(), 15U);
 }
 
 } // namespace

@@ -12,7 +12,7 @@ namespace e2e {
 namespace {
 
 // What there is one instance for.
-enum class Row { TUNNEL, PROFILE, EthernetPort, CountedPort };
+enum class Row { Tunnel, Profile, EthernetPort, CountedPort };
 
 struct InstanceClass {
     std::string name;
@@ -25,20 +25,20 @@ const std::vector<std::string> ENDPOINT_KEYS = {"CreationClassName", "Name", "Sy
 const std::vector<std::string> ID_KEY = {"InstanceID"};
 
 const InstanceClass INSTANCE_CLASSES[] = {
-    {"KESTO_FCIPProtocolEndPoint", ENDPOINT_KEYS, Row::TUNNEL},
-    {"KESTO_TCPProtocolEndPoint", ENDPOINT_KEYS, Row::TUNNEL},
-    {"KESTO_IPProtocolEndPoint", ENDPOINT_KEYS, Row::TUNNEL},
-    {"KESTO_RemoteFCIPPort", ENDPOINT_KEYS, Row::TUNNEL},
-    {"KESTO_RemoteIPServiceAccessPoint", ENDPOINT_KEYS, Row::TUNNEL},
-    {"KESTO_RemoteTCPPort", ENDPOINT_KEYS, Row::TUNNEL},
+    {"KESTO_FCIPProtocolEndPoint", ENDPOINT_KEYS, Row::Tunnel},
+    {"KESTO_TCPProtocolEndPoint", ENDPOINT_KEYS, Row::Tunnel},
+    {"KESTO_IPProtocolEndPoint", ENDPOINT_KEYS, Row::Tunnel},
+    {"KESTO_RemoteFCIPPort", ENDPOINT_KEYS, Row::Tunnel},
+    {"KESTO_RemoteIPServiceAccessPoint", ENDPOINT_KEYS, Row::Tunnel},
+    {"KESTO_RemoteTCPPort", ENDPOINT_KEYS, Row::Tunnel},
     {"KESTO_LANEndPoint", ENDPOINT_KEYS, Row::EthernetPort},
-    {"KESTO_FCIPProfile", ID_KEY, Row::PROFILE},
-    {"KESTO_FCIPSettings", ID_KEY, Row::TUNNEL},
-    {"KESTO_TCPSettings", ID_KEY, Row::TUNNEL},
-    {"KESTO_IPSettings", ID_KEY, Row::TUNNEL},
-    {"KESTO_IPEndPointStatistics", ID_KEY, Row::TUNNEL},
-    {"KESTO_TCPEndPointStatistics", ID_KEY, Row::TUNNEL},
-    {"KESTO_TCPStatisticalData", ID_KEY, Row::TUNNEL},
+    {"KESTO_FCIPProfile", ID_KEY, Row::Profile},
+    {"KESTO_FCIPSettings", ID_KEY, Row::Tunnel},
+    {"KESTO_TCPSettings", ID_KEY, Row::Tunnel},
+    {"KESTO_IPSettings", ID_KEY, Row::Tunnel},
+    {"KESTO_IPEndPointStatistics", ID_KEY, Row::Tunnel},
+    {"KESTO_TCPEndPointStatistics", ID_KEY, Row::Tunnel},
+    {"KESTO_TCPStatisticalData", ID_KEY, Row::Tunnel},
     {"KESTO_EthernetPortStatistics", ID_KEY, Row::CountedPort},
 };
 
@@ -67,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(Model, EveryInstanceClass, testing::ValuesIn(INSTANCE_C
 
 TEST_P(EveryInstanceClass, EnumeratesOneInstanceARow) {
     const std::vector<CimInstance> instances = client().enumerate(GetParam().name);
-    if (GetParam().row == Row::TUNNEL) {
+    if (GetParam().row == Row::Tunnel) {
         EXPECT_EQ(instances.size(), client().enumerate_names("KESTO_FCIPProtocolEndPoint").size());
     }
     EXPECT_GE(instances.size(), GetParam().row == Row::EthernetPort ? 1 : 3);
@@ -76,8 +76,9 @@ TEST_P(EveryInstanceClass, EnumeratesOneInstanceARow) {
         const std::vector<std::string> names = instance.names();
         EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size())
             << "a property arrives twice in " << instance.path.identity();
-        for (const std::string& key : GetParam().keys)
+        for (const std::string& key : GetParam().keys) {
             EXPECT_TRUE(instance.has(key)) << key;
+        }
     }
 }
 
@@ -90,7 +91,7 @@ TEST_P(EveryInstanceClass, EnumeratesAsManyNamesAsInstances) {
         EXPECT_EQ(sorted(path.key_names()), GetParam().keys);
         identities.insert(path.identity());
     }
-    if (GetParam().row != Row::TUNNEL) {
+    if (GetParam().row != Row::Tunnel) {
         EXPECT_EQ(identities.size(), names.size());
     }
 }
@@ -99,8 +100,9 @@ TEST_P(EveryInstanceClass, IsServedInAnyLetterCaseAndKeepsTheClientsSpelling) {
     const std::string spelled = lower_case(GetParam().name);
     const std::vector<CimPath> names = client().enumerate_names(spelled);
     ASSERT_EQ(names.size(), client().enumerate_names(GetParam().name).size());
-    for (const CimPath& path : names)
+    for (const CimPath& path : names) {
         EXPECT_EQ(path.className, spelled);
+    }
 }
 
 TEST_P(EveryInstanceClass, SendsOnlyThePropertiesAskedFor) {
@@ -229,7 +231,7 @@ TEST_F(NamesThatDoNotLeadBack, ALanEndPointIsAnsweredWithItsFirstTunnelsInterfac
             EXPECT_TRUE(client().get(path)["Name"].starts_with(tunnelInterface + ":"));
         }
     }
-    EXPECT_GT(carrying, 0u);
+    EXPECT_GT(carrying, 0U);
 }
 
 TEST_F(NamesThatDoNotLeadBack, ALanEndPointsPathSpellsItsClassAndSystemDifferently) {
@@ -275,7 +277,7 @@ TEST_F(NamesThatDoNotLeadBack, ARemoteFcipPortIsFoundByItsPathButNotByItsInstanc
         const CimPath path = path_with("KESTO_RemoteFCIPPort", "Name", instances[i]["Name"]);
         EXPECT_EQ(error_of([&] { client().get(path); }), CIM_ERR_NOT_FOUND);
     }
-    EXPECT_GT(numbered, 0u);
+    EXPECT_GT(numbered, 0U);
 }
 
 TEST_F(NamesThatDoNotLeadBack, ARemoteTcpPortsPathEchoesTheRequestsSpellingAsItsCreationClass) {

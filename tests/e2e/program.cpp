@@ -21,8 +21,9 @@ namespace {
 // Starts the command with both of its outputs going to `output`.
 pid_t spawn(const std::vector<std::string>& command, const std::vector<std::string>& settings, int output) {
     std::vector<char*> arguments;
-    for (const std::string& argument : command)
+    for (const std::string& argument : command) {
         arguments.push_back(const_cast<char*>(argument.c_str()));
+    }
     arguments.push_back(nullptr);
 
     std::vector<char*> environment;
@@ -47,8 +48,9 @@ pid_t spawn(const std::vector<std::string>& command, const std::vector<std::stri
     const int error =
         posix_spawnp(&process, arguments.front(), &actions, nullptr, arguments.data(), environment.data());
     posix_spawn_file_actions_destroy(&actions);
-    if (error != 0)
+    if (error != 0) {
         throw std::system_error(error, std::generic_category(), "cannot start " + command.front());
+    }
     return process;
 }
 

@@ -6,21 +6,24 @@ namespace e2e {
 
 Names classes_of(const std::vector<CimPath>& paths) {
     Names names;
-    for (const CimPath& path : paths)
+    for (const CimPath& path : paths) {
         names.push_back(path.className);
+    }
     return names;
 }
 
 Names classes_of(const std::vector<CimInstance>& instances) {
     Names names;
-    for (const CimInstance& instance : instances)
+    for (const CimInstance& instance : instances) {
         names.push_back(instance.path.className);
+    }
     return names;
 }
 
 Names folded(Names names) {
-    for (std::string& name : names)
+    for (std::string& name : names) {
         name = lower_case(name);
+    }
     return names;
 }
 

@@ -138,16 +138,18 @@ TEST_P(TraversalRows, AssociatorNames) {
     const std::vector<CimPath> paths =
         client().associator_names(source(GetParam().source), {GetParam().association, "", "", ""});
     EXPECT_EQ(folded(classes_of(paths)), folded(GetParam().associatorNames));
-    for (const CimPath& path : paths)
+    for (const CimPath& path : paths) {
         EXPECT_FALSE(path.keys.empty());
+    }
 }
 
 TEST_P(TraversalRows, Associators) {
     const std::vector<CimInstance> instances =
         client().associators(source(GetParam().source), {GetParam().association, "", "", ""});
     EXPECT_EQ(folded(classes_of(instances)), folded(GetParam().associators));
-    for (const CimInstance& instance : instances)
+    for (const CimInstance& instance : instances) {
         EXPECT_FALSE(instance.properties.empty());
+    }
 }
 
 TEST_P(TraversalRows, ReferenceNames) {
@@ -182,8 +184,9 @@ class WithoutAssociationClass : public Traversal {};
 
 TEST_F(WithoutAssociationClass, TheAnswersOfAllAssociationClassesAreMerged) {
     std::set<std::string> sources;
-    for (const Row& row : rows())
+    for (const Row& row : rows()) {
         sources.insert(row.source);
+    }
     for (const std::string& name : sources) {
         SCOPED_TRACE(name);
         const CimPath object = source(name);
@@ -196,8 +199,9 @@ TEST_F(WithoutAssociationClass, TheAnswersOfAllAssociationClassesAreMerged) {
         }
         const std::vector<CimPath> merged = client().associator_names(object);
         std::set<std::string> found;
-        for (const CimPath& path : merged)
+        for (const CimPath& path : merged) {
             found.insert(path.identity());
+        }
         EXPECT_EQ(found, expected);
         EXPECT_EQ(merged.size(), found.size()) << "an object is returned twice";
     }
@@ -237,17 +241,17 @@ TEST_F(TraversalFilters, ResultClassLetsOnlyItsObjectsThrough) {
 }
 
 TEST_F(TraversalFilters, RoleIsTheSourcesPartInTheAssociation) {
-    EXPECT_EQ(settings("ManagedElement", ""), 1u);
-    EXPECT_EQ(settings("managedelement", ""), 1u);
-    EXPECT_EQ(settings("SettingData", ""), 0u);
-    EXPECT_EQ(settings("NoSuchRole", ""), 0u);
+    EXPECT_EQ(settings("ManagedElement", ""), 1U);
+    EXPECT_EQ(settings("managedelement", ""), 1U);
+    EXPECT_EQ(settings("SettingData", ""), 0U);
+    EXPECT_EQ(settings("NoSuchRole", ""), 0U);
 }
 
 TEST_F(TraversalFilters, ResultRoleIsTheFarObjectsPart) {
-    EXPECT_EQ(settings("", "SettingData"), 1u);
-    EXPECT_EQ(settings("", "ManagedElement"), 0u);
-    EXPECT_EQ(settings("ManagedElement", "SettingData"), 1u);
-    EXPECT_EQ(settings("SettingData", "ManagedElement"), 0u);
+    EXPECT_EQ(settings("", "SettingData"), 1U);
+    EXPECT_EQ(settings("", "ManagedElement"), 0U);
+    EXPECT_EQ(settings("ManagedElement", "SettingData"), 1U);
+    EXPECT_EQ(settings("SettingData", "ManagedElement"), 0U);
 }
 
 TEST_F(TraversalFilters, RoleCountsForReferencesToo) {
@@ -257,8 +261,8 @@ TEST_F(TraversalFilters, RoleCountsForReferencesToo) {
         EXPECT_EQ(client().references(first_tunnel(), filter).size(), names);
         return names;
     };
-    EXPECT_EQ(references("ManagedElement"), 1u);
-    EXPECT_EQ(references("SettingData"), 0u);
+    EXPECT_EQ(references("ManagedElement"), 1U);
+    EXPECT_EQ(references("SettingData"), 0U);
 }
 
 TEST_F(TraversalFilters, OnlyThePropertiesAskedForAreSent) {
@@ -294,7 +298,7 @@ TEST_F(TraversalEdges, StatisticsOfTheIpEndpointCountTheirEndsInTheOrderTheSwitc
     const CimPath endpoint = client().enumerate_names("KESTO_IPProtocolEndPoint").front();
     const std::vector<CimPath> names =
         client().reference_names(endpoint, {"", "KESTO_IPEndPointStatisticalData", "", ""});
-    ASSERT_EQ(names.size(), 1u);
+    ASSERT_EQ(names.size(), 1U);
     EXPECT_EQ(lower_case(names[0].reference("ManagedElement").className), "kesto_ipendpointstatistics");
     EXPECT_EQ(lower_case(names[0].reference("Stats").className), "kesto_ipprotocolendpoint");
 }

@@ -1,5 +1,5 @@
 // Operations that change something, classes' own operations and requests to the wrong place: each is answered
-// with the CIM error that tells why.
+// with the CIM error that says why.
 #include "tests/e2e/served_switch.h"
 
 namespace e2e {

@@ -75,8 +75,9 @@ CimPath CimInstance::reference(std::string_view name) const {
 
 std::vector<std::string> CimInstance::names() const {
     std::vector<std::string> names;
-    for (const auto& property : properties)
+    for (const auto& property : properties) {
         names.push_back(property.first);
+    }
     return names;
 }
 
@@ -91,7 +92,7 @@ std::string WbemClient::run(const std::string& operation, const std::vector<std:
     if (!last.empty()) command.push_back(last);
     const ProgramResult result = run_program(command);
     if (result.status == 127) throw WbemError(0, "wbemcli is missing (Debian package sblim-wbemcli)");
-    // An error stands between two lines with a star, and the exit status does not always tell of it.
+    // An error stands between two lines with a star, and the exit status does not always show it.
     const bool complains = result.output.starts_with("*");
     if (complains || result.status != 0) {
         const std::size_t open = result.output.find("Cim: (");

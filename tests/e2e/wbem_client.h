@@ -1,4 +1,5 @@
-// wbemcli as a C++ object: each member is one run of the program against a CIM server, its answer read back.
+// wbemcli as a C++ object: each function is one run of the program against a CIM server, its answer read
+// back.
 #ifndef KESTO_TESTS_E2E_WBEM_CLIENT_H
 #define KESTO_TESTS_E2E_WBEM_CLIENT_H
 

@@ -150,8 +150,9 @@ TEST_F(CimUtilities, BrokerThatMakesNothingGivesNothing) {
                                          broker.cmpi()),
                 switch_build_instance_str("KESTO_LogicalComputerSystem", NAMESPACE, "key", 0, nullptr,
                                           broker.cmpi())};
-            for (const CMPIInstance* instance : made)
+            for (const CMPIInstance* instance : made) {
                 EXPECT_FALSE(broker.recorded(instance).is_valid());
+            }
         }
     }
 }

@@ -24,8 +24,9 @@ Outcome run(const std::string& command) {
     Outcome outcome{0, ""};
     std::array<char, 4096> buffer;
     std::size_t length = 0;
-    while ((length = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0)
+    while ((length = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0) {
         outcome.output.append(buffer.data(), length);
+    }
     const int status = pclose(pipe);
     outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return outcome;

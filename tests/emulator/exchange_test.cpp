@@ -22,14 +22,16 @@ using Bytes = std::vector<std::uint8_t>;
 enum : std::uint32_t { CODE_IP = 1917, CODE_ETHERNET = 1918, CODE_TCP = 1920, STATISTICS_SERVICE = 943 };
 
 void put(Bytes& bytes, std::size_t offset, std::size_t width, std::uint64_t value) {
-    for (std::size_t i = 0; i < width; ++i)
+    for (std::size_t i = 0; i < width; ++i) {
         bytes.at(offset + i) = static_cast<std::uint8_t>(value >> (8 * (width - 1 - i)));
+    }
 }
 
 std::uint64_t big_endian(std::span<const std::uint8_t> bytes, std::size_t offset, std::size_t width) {
     std::uint64_t value = 0;
-    for (const std::uint8_t byte : bytes.subspan(offset, width))
+    for (const std::uint8_t byte : bytes.subspan(offset, width)) {
         value = value << 8 | byte;
+    }
     return value;
 }
 

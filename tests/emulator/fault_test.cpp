@@ -28,8 +28,9 @@ class Faults : public LockedTest {
 
     static Outcomes outcomes(int calls) {
         Outcomes results;
-        for (int i = 0; i < calls; ++i)
+        for (int i = 0; i < calls; ++i) {
             results.push_back(get_entity(1) == 0);
+        }
         return results;
     }
 };
@@ -229,8 +230,9 @@ TEST_F(Faults, ScenarioScriptsFaultsAndChanges) {
     EXPECT_TRUE(row);
     const FcipLinkKey key{1, 0};
     Row<FcipLinkEntry> link;
-    for (int call = 1; call <= 100; ++call)
+    for (int call = 1; call <= 100; ++call) {
         EXPECT_EQ(fcip_get_link_entry(mts_q, 1, &key, link.slot(), 30, 1) == 0, call < 100) << call;
+    }
     emulator::load_builtin();
     EXPECT_EQ(pm_get_port_counters(mts_q, ETHERNET_1_1, 0, 6, row.slot(), 0), 0)
         << "another switch, no faults";

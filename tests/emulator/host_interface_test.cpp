@@ -110,8 +110,9 @@ TEST_F(BoundPort, LineCardAnswersTheKernelsCounters) {
     ASSERT_EQ(mts_recv(mts_q, &reply, &selector), 0);
     const auto* bytes = static_cast<const std::uint8_t*>(mts_payload_get(&reply));
     std::uint64_t shown = 0;
-    for (int i = 112; i < 120; ++i)
+    for (int i = 112; i < 120; ++i) {
         shown = shown << 8 | bytes[i];
+    }
     mts_drop(mts_q, &reply);
     EXPECT_LE(before, shown);
     EXPECT_LE(shown, kernel_counter("lo", "rx_bytes"));

@@ -62,8 +62,9 @@ TEST_F(Misuse, LockIsExclusiveBetweenThreads) {
             }
         });
     }
-    for (std::thread& thread : threads)
+    for (std::thread& thread : threads) {
         thread.join();
+    }
     EXPECT_TRUE(alone);
     EXPECT_EQ(sum, 800);
 }
@@ -178,8 +179,9 @@ TEST_F(Misuse, FailingInitMtsIsNegativeAndLeavesTheHandle) {
 
 TEST_F(Misuse, IsPrintedOnStderrAndTheReportIsBounded) {
     testing::internal::CaptureStderr();
-    for (int i = 0; i < 150; ++i)
+    for (int i = 0; i < 150; ++i) {
         CSgetName(mts_q);
+    }
     const std::string printed = testing::internal::GetCapturedStderr();
     EXPECT_EQ(printed.substr(0, printed.find('\n')), "emulated switch: CSgetName: called without the lock");
     EXPECT_EQ(emulator::misuse_count(), 150U);

@@ -5,7 +5,8 @@
 
 int main() {
     for (const auto& [object, members] : emulator::scenario_members()) {
-        for (const auto& member : members)
+        for (const auto& member : members) {
             std::cout << object << ' ' << member << '\n';
+        }
     }
 }

@@ -196,8 +196,9 @@ TEST_F(Scenario, EveryFieldLandsInItsWord) {
     EXPECT_EQ(std::memcmp(&words[2], "\1\2\3\4", 4), 0);
     EXPECT_EQ(words[20], 5U);
     EXPECT_EQ(words[21], 1U);
-    for (const unsigned word : {6U, 7U, 8U, 9U, 10U, 11U, 12U, 13U, 14U, 15U, 16U, 17U, 18U, 19U, 22U, 23U})
+    for (const unsigned word : {6U, 7U, 8U, 9U, 10U, 11U, 12U, 13U, 14U, 15U, 16U, 17U, 18U, 19U, 22U, 23U}) {
         EXPECT_EQ(words[word], 100 + word) << "word " << word;
+    }
 
     const FcipLinkEntry link = emulator::find_link({4, 201}).value();
     std::memcpy(words, &link, sizeof link);

@@ -24,8 +24,9 @@ class PortManager : public LockedTest {
     static Numbers walk_from(std::uint32_t ifIndex) {
         Numbers found;
         Row<PortInfo> row;
-        while (pm_cim_get_port_info(row.slot(), 0, ifIndex, mts_q) == 0)
+        while (pm_cim_get_port_info(row.slot(), 0, ifIndex, mts_q) == 0) {
             found.push_back(ifIndex = row->ifIndex);
+        }
         EXPECT_FALSE(row);
         return found;
     }
@@ -47,8 +48,9 @@ TEST_F(PortManager, EthernetPortsAreOneRunAfterTheStartIndex) {
 
 TEST_F(PortManager, OrderIsUnsigned) {
     emulator::clear_ports();
-    for (const std::uint32_t ifIndex : {0xFFFFFFFFU, 0x7FFFFFFFU, 1U, 0x80000000U, 0U})
+    for (const std::uint32_t ifIndex : {0xFFFFFFFFU, 0x7FFFFFFFU, 1U, 0x80000000U, 0U}) {
         emulator::add_port(port(ifIndex, 26));
+    }
     EXPECT_EQ(walk_from(0), Numbers({1, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF}));
     EXPECT_EQ(emulator::port_indexes(), Numbers({0, 1, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF}));
 }

@@ -96,8 +96,9 @@ TEST_F(FcipTables, EntitiesAreWalkedInUnsignedOrder) {
     std::vector<std::uint32_t> ids;
     std::uint32_t id = 0;
     Row<FcipEntityEntry> row;
-    while (fcip_get_entity_entry(mts_q, 2, id, row.slot(), 5) == 0)
+    while (fcip_get_entity_entry(mts_q, 2, id, row.slot(), 5) == 0) {
         ids.push_back(id = row->kfmFcipEntityId);
+    }
     EXPECT_EQ(ids, (std::vector<std::uint32_t>{1, 2, 3, 0xFFFFFFFF}));
 }
 
@@ -131,8 +132,9 @@ TEST_F(FcipTables, TcpConnectionIsFoundByItsFourNumbers) {
 TEST_F(FcipTables, LinkErrorsCarryLowWordsFirst) {
     FcipLinkErrors errors{};
     errors.kfmFcipEntityId = 1;
-    for (std::uint32_t i = 0; i < 26; ++i)
+    for (std::uint32_t i = 0; i < 26; ++i) {
         errors.counters[i] = 0x1000 + i;
+    }
     emulator::set_link_errors(errors);
     const FcipLinkKey key{1, 0};
     Row<FcipLinkErrors> row;

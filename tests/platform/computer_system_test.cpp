@@ -159,7 +159,7 @@ TEST_F(VsanNameTest, DomainThatSucceedsIsAskedForItsKeyWithOrWithoutARecord) {
     EXPECT_EQ(named.result, 0) << "the record is opaque, only the status counts";
     EXPECT_STREQ(named.buffer.c_str(), "") << "the platform has no key for it";
     EXPECT_EQ(named.output, "");
-    EXPECT_EQ(emulator::count("vsan_cim_get_vsan_admindomain_key"), 1u);
+    EXPECT_EQ(emulator::count("vsan_cim_get_vsan_admindomain_key"), 1U);
 }
 
 // The logical computer system.
@@ -203,7 +203,7 @@ TEST_F(LogicalComputerTest, InstanceIsMadeByThePlatformFromTheVsanKey) {
     EXPECT_EQ(output, INSTANCE_TRACE);
     EXPECT_EQ(instance.class_name(), "KESTO_LogicalComputerSystem");
     EXPECT_EQ(instance.value("Name"), "twenty characters ok");
-    ASSERT_EQ(instance.filters().size(), 1u);
+    ASSERT_EQ(instance.filters().size(), 1U);
     EXPECT_EQ(instance.filters()[0].properties, (std::vector<std::string>{"Name"}));
     EXPECT_EQ(
         emulator::calls(),
@@ -218,7 +218,7 @@ TEST_F(LogicalComputerTest, VsanOneIsAskedForWhateverThePortsVsan) {
     EXPECT_EQ(path_of(17),
               (std::pair<RecordedPath, std::string>(RecordedPath::of(Object::MinusOne), PATH_TRACE)));
     EXPECT_EQ(instance_of(17).first.kind(), Object::MinusOne);
-    EXPECT_EQ(emulator::count("dm_cim_get_dmEntry"), 0u);
+    EXPECT_EQ(emulator::count("dm_cim_get_dmEntry"), 0U);
 }
 
 TEST_F(LogicalComputerTest, MissingDomainIsMinusOne) {
@@ -253,16 +253,16 @@ TEST_F(LogicalComputerTest, UnknownPortGoesOnToTheVsanRecords) {
     EXPECT_TRUE(
         output.starts_with("Entering get_logical_computer_keys\nerror : pm_cim_get_port_info \nvsan_index "))
         << output;
-    EXPECT_EQ(emulator::count("vsan_cim_get_vsanEntry"), 1u);
-    EXPECT_EQ(emulator::count("dm_cim_get_dmEntry"), 1u);
+    EXPECT_EQ(emulator::count("vsan_cim_get_vsanEntry"), 1U);
+    EXPECT_EQ(emulator::count("dm_cim_get_dmEntry"), 1U);
 }
 
 TEST_F(LogicalComputerTest, FailedKeyIsOnlyTraced) {
     emulator::fail_always("vsan_cim_get_vsan_key");
     EXPECT_EQ(path_of(17).second, std::string(PATH_TRACE) + "error during get vsan id\n");
     EXPECT_EQ(instance_of(17).second, std::string(INSTANCE_TRACE) + "error during get vsan id\n");
-    EXPECT_EQ(emulator::count("switch_fill_reference_str"), 1u);
-    EXPECT_EQ(emulator::count("switch_build_instance_str"), 1u);
+    EXPECT_EQ(emulator::count("switch_fill_reference_str"), 1U);
+    EXPECT_EQ(emulator::count("switch_build_instance_str"), 1U);
 }
 
 TEST_F(LogicalComputerTest, WhatThePlatformCannotMakeIsNull) {

@@ -136,7 +136,7 @@ TEST_F(DiagnosticsTest, Ipv6AddressIsConfigured) {
 }
 
 TEST_F(DiagnosticsTest, AddressOfAnyOtherFamilyIsNotConfigured) {
-    for (const std::uint32_t family : {0u, 3u, 0xFFFFFFFFu}) {
+    for (const std::uint32_t family : {0U, 3U, 0xFFFFFFFFU}) {
         entity.kfmFcipEntityAddress = address("10.1.1.1");
         entity.kfmFcipEntityAddress.addrType = family;
         EXPECT_EQ(print(), expected.text()) << family;

@@ -17,8 +17,9 @@ class LinkErrorCounters : public testing::Test {
   protected:
     LinkErrorCounters() {
         // Word n of the row holds 100 * n.
-        for (std::uint32_t word = 2; word < 28; ++word)
+        for (std::uint32_t word = 2; word < 28; ++word) {
             errors.counters[word - 2] = 100 * word;
+        }
     }
     CMPIInstance* new_instance() {
         const CMPIObjectPath* path = broker.path("root/kesto", "KESTO_Statistics");

@@ -36,8 +36,8 @@ TEST_F(EmptySwitchTest, IpConfigurationIsReadWithOneRequest) {
     emulator::set_ip_configuration({1, 64});
     IpMiscCfg out{};
     EXPECT_EQ(locked([&] { return get_ip_misc_cfg(&out); }), 0);
-    EXPECT_EQ(out.ipForwarding, 1u);
-    EXPECT_EQ(out.defaultTtl, 64u);
+    EXPECT_EQ(out.ipForwarding, 1U);
+    EXPECT_EQ(out.defaultTtl, 64U);
     EXPECT_EQ(emulator::calls("cmi_req_resp"), (Calls{"cmi_req_resp code=873 1 0 0 0 service=35 5"}));
 }
 
@@ -47,7 +47,7 @@ TEST_F(EmptySwitchTest, IpConfigurationFailsWithTheRequest) {
         for_each_platform_failure("cmi_req_resp", effect, [&](std::size_t nth) {
             IpMiscCfg out{7, 7};
             EXPECT_EQ(locked([&] { return get_ip_misc_cfg(&out); }), nth == 1 ? -1 : 0);
-            EXPECT_EQ(out.ipForwarding, nth == 1 ? 7u : 1u);
+            EXPECT_EQ(out.ipForwarding, nth == 1 ? 7U : 1U);
         });
     }
 }
@@ -88,20 +88,20 @@ class EthernetPortTest : public EmptySwitchTest {
 
 TEST_F(EthernetPortTest, InstanceOfThePortGoesToTheResult) {
     const Answer answer = ask(0x9B010001, true);
-    ASSERT_EQ(answer.returned.size(), 1u);
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.returned.size(), 1U);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].class_name(), "KESTO_EthernetPort");
     EXPECT_EQ(answer.instances[0].path().name_space(), NAMESPACE);
     EXPECT_EQ(emulator::calls("fcport_build_instance_pm"),
               (Calls{"fcport_build_instance_pm KESTO_EthernetPort root/kesto if=0x9b010001"}));
-    ASSERT_EQ(answer.instances[0].filters().size(), 1u);
+    ASSERT_EQ(answer.instances[0].filters().size(), 1U);
     EXPECT_EQ(answer.instances[0].filters()[0].properties, (std::vector<std::string>{"DeviceID"}));
 }
 
 TEST_F(EthernetPortTest, PathOfThePortIsAskedForWithNamespaceAndClassExchanged) {
     const Answer answer = ask(0x9B010001, false);
-    ASSERT_EQ(answer.returned.size(), 1u);
-    ASSERT_EQ(answer.paths.size(), 1u);
+    ASSERT_EQ(answer.returned.size(), 1U);
+    ASSERT_EQ(answer.paths.size(), 1U);
     EXPECT_EQ(answer.paths[0].class_name(), "KESTO_EthernetPort");
     EXPECT_EQ(answer.paths[0].name_space(), NAMESPACE);
     EXPECT_EQ(emulator::calls("fcport_fill_reference_pm"),
@@ -111,11 +111,11 @@ TEST_F(EthernetPortTest, PathOfThePortIsAskedForWithNamespaceAndClassExchanged) 
 TEST_F(EthernetPortTest, TheWalkGoesOnAfterTheMatchToTheFirstOtherPort) {
     ask(0x9B010000, true);
     EXPECT_EQ(emulator::calls("pm_cim_get_port_info"), port_requests(4));
-    EXPECT_EQ(emulator::count("if_index_get_type"), 4u);
+    EXPECT_EQ(emulator::count("if_index_get_type"), 4U);
 }
 
 TEST_F(EthernetPortTest, PortsOutsideTheRunAreNotFound) {
-    for (const std::uint32_t ifIndex : {0x0A000001u, 0xA5000000u, 0xA6000000u, 99u}) {
+    for (const std::uint32_t ifIndex : {0x0A000001U, 0xA5000000U, 0xA6000000U, 99U}) {
         EXPECT_TRUE(ask(ifIndex, true).returned.empty());
         EXPECT_TRUE(ask(ifIndex, false).returned.empty());
     }
@@ -123,7 +123,7 @@ TEST_F(EthernetPortTest, PortsOutsideTheRunAreNotFound) {
 
 TEST_F(EthernetPortTest, PortWithoutATypeEndsTheWalk) {
     for_each_platform_failure("if_index_get_type", Effect::Fail, [&](std::size_t nth) {
-        EXPECT_EQ(ask(0x9B010001, true).returned.size(), nth <= 2 ? 0u : 1u);
+        EXPECT_EQ(ask(0x9B010001, true).returned.size(), nth <= 2 ? 0U : 1U);
         EXPECT_EQ(emulator::calls("pm_cim_get_port_info"), port_requests(nth <= 4 ? nth : 4));
     });
 }
@@ -131,7 +131,7 @@ TEST_F(EthernetPortTest, PortWithoutATypeEndsTheWalk) {
 TEST_F(EthernetPortTest, FailedRequestEndsTheWalk) {
     for (const Effect effect : ROW_FAILURES) {
         for_each_platform_failure("pm_cim_get_port_info", effect, [&](std::size_t nth) {
-            EXPECT_EQ(ask(0x9B010001, false).returned.size(), nth <= 2 ? 0u : 1u);
+            EXPECT_EQ(ask(0x9B010001, false).returned.size(), nth <= 2 ? 0U : 1U);
             EXPECT_EQ(emulator::calls("pm_cim_get_port_info"), port_requests(nth <= 4 ? nth : 4));
         });
     }
@@ -179,7 +179,7 @@ TEST(EthernetKeyTest, KeyWithoutATokenFails) {
         EXPECT_EQ(printed_by([&] { EXPECT_EQ(get_eth_ifidx_from_keyvalue(&ifIndex, key), -1); }),
                   "Entering get_eth_ifidx_from_keyvalue\n")
             << '"' << key << '"';
-        EXPECT_EQ(ifIndex, 777u);
+        EXPECT_EQ(ifIndex, 777U);
     }
 }
 
@@ -241,7 +241,7 @@ TEST(AddressTextTest, TextThatDoesNotFitFails) {
 }
 
 TEST(AddressTextTest, FamilyIsTheRecordsOwn) {
-    for (const std::uint32_t family : {0u, 1u, 2u, 77u}) {
+    for (const std::uint32_t family : {0U, 1U, 2U, 77U}) {
         const IpAddr addr = of_family(family);
         EXPECT_EQ(get_ip_addr_type(&addr), family);
     }
@@ -250,8 +250,9 @@ TEST(AddressTextTest, FamilyIsTheRecordsOwn) {
 TEST(WwnTest, InitClearsTheEightBytesAndReturnsThem) {
     unsigned char wwn[9] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
     EXPECT_EQ(init_wwn(wwn), wwn);
-    for (int i = 0; i < 8; ++i)
+    for (int i = 0; i < 8; ++i) {
         EXPECT_EQ(wwn[i], 0) << i;
+    }
     EXPECT_EQ(wwn[8], 9);
 }
 

@@ -34,8 +34,9 @@ static_assert(std::size(ICMP6_ORDER) == std::size(KernelIcmp6Counters{}.words));
 // The record of a file whose Icmp6 lines count up from `first`.
 Words icmp6_run(std::uint32_t first) {
     Words words(std::size(ICMP6_ORDER));
-    for (std::size_t line = 0; line < words.size(); ++line)
+    for (std::size_t line = 0; line < words.size(); ++line) {
         words[ICMP6_ORDER[line]] = first + static_cast<std::uint32_t>(line);
+    }
     return words;
 }
 

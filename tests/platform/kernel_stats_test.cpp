@@ -24,8 +24,9 @@ void fill(Record& record) {
 
 Words run(std::uint32_t first, std::size_t count) {
     Words values(count);
-    for (std::size_t i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < count; ++i) {
         values[i] = first + static_cast<std::uint32_t>(i);
+    }
     return values;
 }
 

@@ -224,7 +224,7 @@ TEST_F(LinkKeyTest, EmptyKeyIsUnusableAtTheFirstRowWhereATokenIsNeeded) {
         for (const char* key : {"", "_", "____"}) {
             emulator::clear_calls();
             EXPECT_EQ(lookup(key, mode), UNUSABLE) << "mode " << mode << ", key \"" << key << '"';
-            EXPECT_EQ(rows_asked_for(), 1u) << "mode " << mode << ", key \"" << key << '"';
+            EXPECT_EQ(rows_asked_for(), 1U) << "mode " << mode << ", key \"" << key << '"';
         }
     }
 }
@@ -240,7 +240,7 @@ TEST_F(LinkKeyTest, ZeroWithoutASecondTokenIsUnusableAtTheFirstRow) {
         for (const char* key : {"0", "0_", "0__", "x"}) {
             emulator::clear_calls();
             EXPECT_EQ(lookup(key, mode), UNUSABLE) << "mode " << mode << ", key \"" << key << '"';
-            EXPECT_EQ(rows_asked_for(), 1u);
+            EXPECT_EQ(rows_asked_for(), 1U);
         }
     }
 }
@@ -254,8 +254,9 @@ TEST_F(LinkKeyTest, UnusableKeyIsNoticedOnlyAtARow) {
 TEST_F(LinkKeyTest, NumbersAbove32BitsSaturateToTheLargest) {
     for (const char* key : {"2147483647", "2147483648", "2600468480", "4294967295", "4294967296",
                             "99999999999", "99999999999999999999999999"}) {
-        for (const int mode : {1, 2, 3, 4})
+        for (const int mode : {1, 2, 3, 4}) {
             EXPECT_EQ(lookup(key, mode), found(3, 0x7FFFFFFE)) << mode << ' ' << key;
+        }
         EXPECT_EQ(lookup(std::string("0_") + key, 7), found(3, 0x7FFFFFFE)) << key;
     }
 }
@@ -263,8 +264,9 @@ TEST_F(LinkKeyTest, NumbersAbove32BitsSaturateToTheLargest) {
 TEST_F(LinkKeyTest, NumbersBelow32BitsSaturateToTheSmallest) {
     for (const char* key :
          {"-2147483648", "-2147483649", "-4294967295", "-99999999999", "-99999999999999999999999"}) {
-        for (const int mode : {2, 3, 4})
+        for (const int mode : {2, 3, 4}) {
             EXPECT_EQ(lookup(key, mode), found(4, 5)) << mode << ' ' << key;
+        }
         EXPECT_EQ(lookup(std::string("0_") + key, 7), found(4, 5)) << key;
     }
 }
@@ -284,9 +286,9 @@ TEST_F(LinkKeyTest, FailedRequestEndsTheWalkAsAMiss) {
         const std::size_t failures =
             for_each_platform_failure("fcip_get_link_entry", effect, [&](std::size_t nth) {
                 EXPECT_EQ(lookup("18", 2), nth <= 3 ? MISSING : found(1, 4));
-                EXPECT_EQ(rows_asked_for(), nth <= 3 ? nth : 3u);
+                EXPECT_EQ(rows_asked_for(), nth <= 3 ? nth : 3U);
             });
-        EXPECT_EQ(failures, 3u);
+        EXPECT_EQ(failures, 3U);
     }
 }
 
@@ -335,16 +337,16 @@ TEST_F(LinkKeyTest, AllLinkEntriesAnswersZeroWhateverFails) {
 TEST_F(LinkKeyTest, LinkOfAnIndexIsTheFirstWhateverItsEntity) {
     FcipLinkEntry out{};
     EXPECT_EQ(locked([&] { return get_link_from_link_index(mts_q, 0, &out); }), 0);
-    EXPECT_EQ(out.kfmFcipEntityId, 1u);
-    EXPECT_EQ(out.kfmFcipLinkIfIndex, 17u);
+    EXPECT_EQ(out.kfmFcipEntityId, 1U);
+    EXPECT_EQ(out.kfmFcipLinkIfIndex, 17U);
     EXPECT_EQ(out.reserved_144[1031], 0x5A) << "the row was not copied whole";
-    EXPECT_EQ(rows_asked_for(), 2u);
+    EXPECT_EQ(rows_asked_for(), 2U);
 }
 
 TEST_F(LinkKeyTest, LinkOfAnUnknownIndexIsAFailure) {
     FcipLinkEntry out = link_row(77, 77, 77);
     EXPECT_EQ(locked([&] { return get_link_from_link_index(mts_q, 3, &out); }), -1);
-    EXPECT_EQ(out.kfmFcipEntityId, 77u) << "the output must stay untouched";
+    EXPECT_EQ(out.kfmFcipEntityId, 77U) << "the output must stay untouched";
     EXPECT_EQ(rows_asked_for(), ROWS + 1);
 }
 
@@ -353,7 +355,7 @@ TEST_F(LinkKeyTest, LinkOfAnIndexFailsWithTheRequest) {
         for_each_platform_failure("fcip_get_link_entry", effect, [&](std::size_t nth) {
             FcipLinkEntry out = link_row(77, 77, 77);
             EXPECT_EQ(locked([&] { return get_link_from_link_index(mts_q, 4, &out); }), nth <= 3 ? -1 : 0);
-            EXPECT_EQ(out.kfmFcipEntityId, nth <= 3 ? 77u : 1u);
+            EXPECT_EQ(out.kfmFcipEntityId, nth <= 3 ? 77U : 1U);
         });
     }
 }

@@ -89,33 +89,33 @@ TEST_F(OddTablesTest, LastProfileOfANumberWins) {
     entities.rows = {entity(1, 10), entity(1, 20), entity(2, 30)};
     FcipEntityEntry out{};
     EXPECT_EQ(locked([&] { return get_fcip_entity_from_key_value(mts_q, "1", &out); }), 1);
-    EXPECT_EQ(out.kfmFcipEntityTcpPort, 20u);
-    EXPECT_EQ(entities.calls, 4u);
+    EXPECT_EQ(out.kfmFcipEntityTcpPort, 20U);
+    EXPECT_EQ(entities.calls, 4U);
 }
 
 TEST_F(OddTablesTest, LastProfileOfANumberWinsHoweverFarOn) {
     entities.rows = {entity(1, 10), entity(2, 30), entity(3, 30), entity(1, 20)};
     FcipEntityEntry out{};
     EXPECT_EQ(locked([&] { return get_fcip_entity_from_key_value(mts_q, "1", &out); }), 1);
-    EXPECT_EQ(out.kfmFcipEntityTcpPort, 20u);
+    EXPECT_EQ(out.kfmFcipEntityTcpPort, 20U);
 }
 
 TEST_F(OddTablesTest, FirstProfileOfANumberIsFoundWhereTheWalkStops) {
     entities.rows = {entity(1, 10), entity(1, 20)};
     FcipEntityEntry out{};
     test_support::printed_by([&] { EXPECT_EQ(locked([&] { return get_fcip_entity_from("1", &out); }), 0); });
-    EXPECT_EQ(out.kfmFcipEntityTcpPort, 10u);
-    EXPECT_EQ(entities.calls, 1u);
+    EXPECT_EQ(out.kfmFcipEntityTcpPort, 10U);
+    EXPECT_EQ(entities.calls, 1U);
 }
 
 TEST_F(OddTablesTest, LinkAfterOneOfTheSameKeyIsVisited) {
     links.rows = {link_row(1, 0, 17), link_row(1, 0, 18), link_row(1, 1, 19)};
     FcipLinkEntry out{};
     EXPECT_EQ(locked([&] { return get_fcip_link_entry_from("18", &out, LINK_BY_IF_INDEX); }), 0);
-    EXPECT_EQ(out.kfmFcipLinkIfIndex, 18u);
+    EXPECT_EQ(out.kfmFcipLinkIfIndex, 18U);
     links.calls = 0;
     EXPECT_EQ(locked([&] { return get_fcip_link_entry_from("19", &out, LINK_BY_IF_INDEX); }), 0);
-    EXPECT_EQ(out.kfmFcipLinkIfIndex, 19u);
+    EXPECT_EQ(out.kfmFcipLinkIfIndex, 19U);
 }
 
 TEST_F(OddTablesTest, TableInAnyOrderIsWalkedWhole) {
@@ -130,16 +130,17 @@ TEST_F(OddTablesTest, TableInAnyOrderIsWalkedWhole) {
 
 TEST_F(OddTablesTest, CircleOfLinksIsLeft) {
     links.circle = true;
-    for (const std::size_t length : {1u, 2u, 3u, 100u}) {
+    for (const std::size_t length : {1U, 2U, 3U, 100U}) {
         links.rows.clear();
-        for (std::uint32_t index = 0; index < length; ++index)
+        for (std::uint32_t index = 0; index < length; ++index) {
             links.rows.push_back(link_row(1, index, 17 + index));
+        }
         links.calls = 0;
         EXPECT_EQ(locked([] { return get_all_link_entries(mts_q); }), 0);
         FcipLinkEntry out = link_row(77, 77, 77);
         links.calls = 0;
         EXPECT_EQ(locked([&] { return get_fcip_link_entry_from("9999", &out, LINK_BY_IF_INDEX); }), 0);
-        EXPECT_EQ(out.kfmFcipEntityId, 77u);
+        EXPECT_EQ(out.kfmFcipEntityId, 77U);
     }
 }
 
@@ -148,7 +149,7 @@ TEST_F(OddTablesTest, CircleOfProfilesIsLeft) {
     entities.rows = {entity(1, 10), entity(2, 20), entity(3, 30)};
     FcipEntityEntry out{};
     EXPECT_EQ(locked([&] { return get_fcip_entity_from_key_value(mts_q, "2", &out); }), 1);
-    EXPECT_EQ(out.kfmFcipEntityTcpPort, 20u);
+    EXPECT_EQ(out.kfmFcipEntityTcpPort, 20U);
     entities.calls = 0;
     EXPECT_EQ(locked([&] { return get_fcip_entity_from("9", &out); }), 0);
 }
@@ -169,7 +170,7 @@ TEST_F(OddTablesTest, EnumerationOfACircleEnds) {
     const Answer answer = enumerate("KESTO_FCIPProtocolEndPoint");
     EXPECT_EQ(answer.rc, CMPI_RC_OK);
     // The remembered row is met a hundred times: it was returned once, and then 99 times more.
-    EXPECT_EQ(answer.returned.size(), 100u);
+    EXPECT_EQ(answer.returned.size(), 100U);
 }
 
 } // namespace

@@ -32,7 +32,7 @@ class ProfileOfKeyTest : public EmptySwitchTest {
   protected:
     void SetUp() override {
         EmptySwitchTest::SetUp();
-        for (const std::uint32_t id : {1u, 2u, 10u, 0x9B000000u}) {
+        for (const std::uint32_t id : {1U, 2U, 10U, 0x9B000000U}) {
             FcipEntityEntry row = entity_row(id);
             row.kfmFcipEntityMaxJitter = id + 1; // the last word of the row
             emulator::add_entity(row);
@@ -58,8 +58,9 @@ TEST_F(ProfileOfKeyTest, TheNumberItselfFindsTheProfile) {
 }
 
 TEST_F(ProfileOfKeyTest, AnyOtherSpellingOfTheNumberFindsNothing) {
-    for (const char* key : {"01", " 1", "1 ", "1_0", "1_10.1.1.1", "+1", "", "3", "0", "x"})
+    for (const char* key : {"01", " 1", "1 ", "1_0", "1_10.1.1.1", "+1", "", "3", "0", "x"}) {
         EXPECT_EQ(lookup(key), Found(0, 0)) << '"' << key << '"';
+    }
 }
 
 TEST_F(ProfileOfKeyTest, NumbersAbove31BitsAreSpelledNegative) {
@@ -112,18 +113,20 @@ class ProfileOfNumberTest : public ProfileOfKeyTest {
 
 TEST_F(ProfileOfNumberTest, NullKeyIsAFailure) {
     EXPECT_EQ(lookup(nullptr), Found(-1, 0));
-    EXPECT_EQ(emulator::count("fcip_get_entity_entry"), 0u);
+    EXPECT_EQ(emulator::count("fcip_get_entity_entry"), 0U);
 }
 
 TEST_F(ProfileOfNumberTest, AnySpellingOfTheNumberFindsTheProfile) {
-    for (const char* key : {"2", "02", " 2", "2_0", "2abc"})
+    for (const char* key : {"2", "02", " 2", "2_0", "2abc"}) {
         EXPECT_EQ(lookup(key), Found(0, 2)) << '"' << key << '"';
+    }
     EXPECT_EQ(lookup("-1694498816"), Found(0, 0x9B000000));
 }
 
 TEST_F(ProfileOfNumberTest, NoMatchAnswersZeroToo) {
-    for (const char* key : {"3", "", "x", "4294967297"})
+    for (const char* key : {"3", "", "x", "4294967297"}) {
         EXPECT_EQ(lookup(key), Found(0, 0)) << '"' << key << '"';
+    }
 }
 
 TEST_F(ProfileOfNumberTest, TheWalkStopsAtTheMatch) {
@@ -194,8 +197,9 @@ class ProfileInterfacesTest : public EmptySwitchTest {
   protected:
     void SetUp() override {
         EmptySwitchTest::SetUp();
-        for (const std::uint32_t id : {1u, 2u})
+        for (const std::uint32_t id : {1U, 2U}) {
             emulator::add_entity(entity_row(id));
+        }
         emulator::add_link(link_row(1, 0, 17));
         emulator::add_link(link_row(1, 1, 18));
     }
@@ -208,8 +212,9 @@ class ProfileInterfacesTest : public EmptySwitchTest {
         std::memcpy(words.data(), list, words.size() * sizeof words[0]);
         std::free(list);
         std::string text = "count " + std::to_string(words[0]);
-        for (std::size_t i = 1; i < words.size(); ++i)
+        for (std::size_t i = 1; i < words.size(); ++i) {
             text += " " + std::to_string(words[i]);
+        }
         return text;
     }
 };
@@ -244,7 +249,7 @@ TEST_F(ProfileInterfacesTest, AllProfilesArePrintedInTableOrder) {
     EXPECT_EQ(result, 0);
     const std::size_t first = output.find("FCIP Profile 1\n");
     const std::size_t second = output.find("FCIP Profile 2\n");
-    EXPECT_EQ(first, 0u);
+    EXPECT_EQ(first, 0U);
     EXPECT_NE(second, std::string::npos);
     EXPECT_EQ(output.find("FCIP Profile", second + 1), std::string::npos);
     EXPECT_NE(output.find("    Tunnels Using this Profile:"), std::string::npos);
@@ -257,9 +262,9 @@ TEST_F(ProfileInterfacesTest, AProfileWithoutAnInterfaceListEndsTheWalkWithOne) 
         const std::string output =
             printed_by([&] { result = locked([] { return get_all_fcip_entities(mts_q); }); });
         EXPECT_EQ(result, nth <= 2 ? 1 : 0);
-        EXPECT_EQ(output.find("FCIP Profile 1\n"), nth == 1 ? std::string::npos : 0u);
+        EXPECT_EQ(output.find("FCIP Profile 1\n"), nth == 1 ? std::string::npos : 0U);
         EXPECT_EQ(output.find("FCIP Profile 2\n") == std::string::npos, nth <= 2);
-        EXPECT_EQ(emulator::count("fcip_get_entity_entry"), nth <= 2 ? nth : 3u);
+        EXPECT_EQ(emulator::count("fcip_get_entity_entry"), nth <= 2 ? nth : 3U);
     });
 }
 

@@ -26,7 +26,7 @@ TEST_F(Statistics, IpStatisticsTraceTheirStartAndNothingElse) {
 }
 
 TEST_F(Statistics, IpStatisticsCopyRepliesOfEverySizeWholeAndZeroTheRest) {
-    for (const std::size_t size : {12u, 13u, 14u, 15u, 36u, 171u, 172u, 173u, 174u, 175u, 176u, 333u}) {
+    for (const std::size_t size : {12U, 13U, 14U, 15U, 36U, 171U, 172U, 173U, 174U, 175U, 176U, 333U}) {
         emulator::set_reply(IP_STATISTICS, reply(size));
         IpStatsReply* out = nullptr;
         printed_by([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 1, &out), 0); });
@@ -34,7 +34,7 @@ TEST_F(Statistics, IpStatisticsCopyRepliesOfEverySizeWholeAndZeroTheRest) {
         ASSERT_NE(out, nullptr) << size;
         const Bytes want = reply_in_record(size, std::max(size, sizeof(IpStatsReply)));
         EXPECT_EQ(bytes_of(out, want.size()), want) << size << " bytes";
-        EXPECT_EQ(emulator::messages_outstanding(), 0u) << "the reply is dropped";
+        EXPECT_EQ(emulator::messages_outstanding(), 0U) << "the reply is dropped";
     }
 }
 
@@ -43,7 +43,7 @@ TEST_F(Statistics, IpStatisticsWithoutACopyKeepTheReplyAndGiveNoBlock) {
     auto* out = reinterpret_cast<IpStatsReply*>(this);
     printed_by([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 0, &out), 0); });
     EXPECT_EQ(out, nullptr);
-    EXPECT_EQ(emulator::messages_outstanding(), 1u);
+    EXPECT_EQ(emulator::messages_outstanding(), 1U);
     emulator::release_messages();
 }
 
@@ -73,14 +73,14 @@ TEST_F(Statistics, IpStatisticsReturnTheFailureStatusItself) {
 }
 
 TEST_F(Statistics, EthernetStatisticsAreTheReplysFirst256BytesAndZeroAfterAShortOne) {
-    for (const std::size_t size : {12u, 13u, 100u, 255u, 256u, 257u, 300u}) {
+    for (const std::size_t size : {12U, 13U, 100U, 255U, 256U, 257U, 300U}) {
         emulator::set_reply(MAC_STATISTICS, reply(size));
         EthMacStats out;
         std::memset(&out, 0xEE, sizeof out);
         EXPECT_EQ(printed_by([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); }),
                   "Exiting get_ethernetport_statistics\n");
         EXPECT_EQ(bytes_of(&out, sizeof out), reply_in_record(size, 256)) << size;
-        EXPECT_EQ(emulator::messages_outstanding(), 0u);
+        EXPECT_EQ(emulator::messages_outstanding(), 0U);
     }
 }
 
@@ -89,9 +89,9 @@ TEST_F(Statistics, EthernetStatisticsFailWithMinusOneAndSaySo) {
         EthMacStats out;
         const std::string trace =
             printed_by([&] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), -1) << when; });
-        EXPECT_EQ(trace.find("Failed retrieval of mac stats information from linecard\n"), 0u) << when;
+        EXPECT_EQ(trace.find("Failed retrieval of mac stats information from linecard\n"), 0U) << when;
         EXPECT_EQ(trace.find("Exiting"), std::string::npos) << when;
-        EXPECT_EQ(emulator::messages_outstanding(), 0u) << when;
+        EXPECT_EQ(emulator::messages_outstanding(), 0U) << when;
     };
     emulator::set_reply(MAC_STATISTICS, reply_with_status(0, 3, 256));
     expectFailure("status 3");
@@ -106,7 +106,7 @@ TEST_F(Statistics, EthernetStatisticsFailWithMinusOneAndSaySo) {
 }
 
 TEST_F(Statistics, TcpStatisticsAreTheReplysFirst1352BytesAndZeroAfterAShortOne) {
-    for (const std::size_t size : {12u, 15u, 36u, 1351u, 1352u, 1353u, 1500u}) {
+    for (const std::size_t size : {12U, 15U, 36U, 1351U, 1352U, 1353U, 1500U}) {
         emulator::set_reply(TCP_STATISTICS, reply(size), {continuation(0)});
         TcpStatsReply out;
         std::memset(&out, 0xEE, sizeof out);
@@ -171,7 +171,7 @@ TEST_F(Statistics, TcpStatisticsFailSilentlyWithMinusOne) {
             printed_by([&] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), -1) << when; });
         EXPECT_EQ(trace.find("Exiting"), std::string::npos) << when;
         EXPECT_EQ(trace.find("Failed"), std::string::npos) << when;
-        EXPECT_EQ(emulator::messages_outstanding(), 0u) << when;
+        EXPECT_EQ(emulator::messages_outstanding(), 0U) << when;
     };
     emulator::set_reply(TCP_STATISTICS, reply_with_status(0, 3, 1352));
     expectFailure("status 3");

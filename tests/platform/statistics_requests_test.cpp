@@ -28,7 +28,7 @@ class StatisticsRequests : public Statistics {
     }
     static Bytes only_request() {
         const auto requests = emulator::sent_requests();
-        EXPECT_EQ(requests.size(), 1u);
+        EXPECT_EQ(requests.size(), 1U);
         return requests.empty() ? Bytes{} : requests.front().payload;
     }
     // Each of the three operations on a port, for what they have in common.
@@ -57,7 +57,7 @@ TEST_F(StatisticsRequests, IpRequestCarriesPortIfIndexAndTheCopyFlag) {
     const IpBlock owner(out);
 
     const auto requests = emulator::sent_requests();
-    ASSERT_EQ(requests.size(), 1u);
+    ASSERT_EQ(requests.size(), 1U);
     EXPECT_EQ(requests[0].node, LINE_CARD_NODE);
     EXPECT_EQ(requests[0].service, STATISTICS_SERVICE);
     EXPECT_EQ(requests[0].code, IP_STATISTICS);
@@ -74,7 +74,7 @@ TEST_F(StatisticsRequests, IpRequestHandsTheCopyFlagOnInNetworkOrder) {
     printed_by([&out] { EXPECT_EQ(get_ip_stats(mts_q, ETHERNET_PORT, 0x01020304, &out), 0); });
     const IpBlock owner(out);
     const Bytes payload = only_request();
-    ASSERT_EQ(payload.size(), 32u);
+    ASSERT_EQ(payload.size(), 32U);
     EXPECT_EQ(Bytes(payload.begin() + 28, payload.end()), (Bytes{1, 2, 3, 4}));
 }
 
@@ -84,7 +84,7 @@ TEST_F(StatisticsRequests, EthernetRequestCarriesPortIfIndexAndAHostOrderOne) {
     printed_by([&out] { EXPECT_EQ(get_ethernetport_statistics(ETHERNET_PORT, &out), 0); });
 
     const auto requests = emulator::sent_requests();
-    ASSERT_EQ(requests.size(), 1u);
+    ASSERT_EQ(requests.size(), 1U);
     EXPECT_EQ(requests[0].node, LINE_CARD_NODE);
     EXPECT_EQ(requests[0].service, STATISTICS_SERVICE);
     EXPECT_EQ(requests[0].code, MAC_STATISTICS);
@@ -95,12 +95,12 @@ TEST_F(StatisticsRequests, EthernetRequestCarriesPortIfIndexAndAHostOrderOne) {
 TEST_F(StatisticsRequests, TcpRequestCarriesTheProvidersOwnAccessPointToo) {
     emulator::set_reply(TCP_STATISTICS, reply(1352), {continuation(0)});
     const std::uint32_t accessPoint = mts_sap_get(mts_q);
-    ASSERT_NE(accessPoint, 0u);
+    ASSERT_NE(accessPoint, 0U);
     TcpStatsReply out;
     printed_by([&out] { EXPECT_EQ(get_tcp_stats(ETHERNET_PORT, &out), 0); });
 
     const auto requests = emulator::sent_requests();
-    ASSERT_EQ(requests.size(), 1u);
+    ASSERT_EQ(requests.size(), 1U);
     EXPECT_EQ(requests[0].node, LINE_CARD_NODE);
     EXPECT_EQ(requests[0].service, STATISTICS_SERVICE);
     EXPECT_EQ(requests[0].code, TCP_STATISTICS);
@@ -122,7 +122,7 @@ TEST_F(StatisticsRequests, AnUnresolvedSlotOrPortStillSendsTheRequestForPortFFFF
         emulator::fail_always(service);
         ask_all(ETHERNET_PORT);
         const auto requests = emulator::sent_requests();
-        ASSERT_EQ(requests.size(), 3u);
+        ASSERT_EQ(requests.size(), 3U);
         for (const auto& request : requests) {
             EXPECT_EQ(request.payload.at(4), 0xFF) << request.code;
             EXPECT_EQ(request.payload.at(5), 0xFF) << request.code;
@@ -138,7 +138,7 @@ TEST_F(StatisticsRequests, TheLineCardIsLookedUpByTheIfIndexItselfInEveryRequest
     ask_all(ETHERNET_PORT);
     for (const char* service : {"idxmap_node_by_if_index", "if_index_get_slot", "if_index_get_port"}) {
         const auto calls = emulator::calls(service);
-        ASSERT_EQ(calls.size(), 3u) << service;
+        ASSERT_EQ(calls.size(), 3U) << service;
         for (const std::string& call : calls) {
             EXPECT_NE(call.find("if=0x9b034005"), std::string::npos)
                 << call << ": converting an if-index twice gives it back";
@@ -150,8 +150,8 @@ TEST_F(StatisticsRequests, RepliesAreAwaitedByTokenWithOptionFive) {
     answer_all();
     ask_all(ETHERNET_PORT);
     const auto requests = emulator::sent_requests();
-    ASSERT_EQ(requests.size(), 3u);
-    ASSERT_EQ(selectors.size(), 4u); // the TCP reply's series takes one more
+    ASSERT_EQ(requests.size(), 3U);
+    ASSERT_EQ(selectors.size(), 4U); // the TCP reply's series takes one more
     const std::uint32_t tokens[] = {requests[0].token, requests[1].token, requests[2].token, 0};
     for (std::size_t i = 0; i < selectors.size(); ++i) {
         const Bytes want = joined(
@@ -180,8 +180,8 @@ TEST_F(StatisticsRequests, ASuccessfulRequestHandsTheReplyHeld) {
     emulator::set_reply(IP_STATISTICS, reply(40));
     MtsMessage message{};
     EXPECT_EQ(exchange(&message), 0);
-    EXPECT_EQ(emulator::messages_outstanding(), 1u) << "the reply; the request is dropped";
-    ASSERT_EQ(mts_payload_size(&message), 40u);
+    EXPECT_EQ(emulator::messages_outstanding(), 1U) << "the reply; the request is dropped";
+    ASSERT_EQ(mts_payload_size(&message), 40U);
     EXPECT_EQ(bytes_of(mts_payload_get(&message), 40), reply(40));
     mts_drop(mts_q, &message);
 }
@@ -190,7 +190,7 @@ TEST_F(StatisticsRequests, AFailedSendIsMinusOneWhateverItsStatus) {
     emulator::fail_call("mts_send", 1, 22);
     MtsMessage message{};
     EXPECT_EQ(exchange(&message), -1);
-    EXPECT_EQ(emulator::count("mts_recv"), 0u);
+    EXPECT_EQ(emulator::count("mts_recv"), 0U);
 }
 
 TEST_F(StatisticsRequests, AFailedReceiveGivesTheTransportsOwnStatus) {
@@ -198,7 +198,7 @@ TEST_F(StatisticsRequests, AFailedReceiveGivesTheTransportsOwnStatus) {
     emulator::fail_call("mts_recv", 1, 22);
     MtsMessage message{};
     EXPECT_EQ(exchange(&message), 22);
-    EXPECT_EQ(emulator::messages_outstanding(), 0u) << "the request is dropped all the same";
+    EXPECT_EQ(emulator::messages_outstanding(), 0U) << "the request is dropped all the same";
     emulator::release_messages();
 }
 
@@ -217,15 +217,15 @@ TEST_F(StatisticsRequests, AReplysStatusIsItsBigEndianWordAtTen) {
     EXPECT_EQ(exchange(&message), 256);
     emulator::set_reply(IP_STATISTICS, reply_with_status(0xFF, 0xFE));
     EXPECT_EQ(exchange(&message), 65534);
-    EXPECT_EQ(emulator::messages_outstanding(), 0u) << "such replies are dropped";
+    EXPECT_EQ(emulator::messages_outstanding(), 0U) << "such replies are dropped";
 }
 
 TEST_F(StatisticsRequests, AReplyTooShortForItsStatusIsAFailedExchange) {
-    for (const std::size_t size : {0u, 1u, 10u, 11u}) {
+    for (const std::size_t size : {0U, 1U, 10U, 11U}) {
         emulator::set_reply(IP_STATISTICS, reply(size));
         MtsMessage message{};
         EXPECT_EQ(exchange(&message), -1) << size << " bytes";
-        EXPECT_EQ(emulator::messages_outstanding(), 0u) << size << " bytes";
+        EXPECT_EQ(emulator::messages_outstanding(), 0U) << size << " bytes";
     }
 }
 
@@ -240,7 +240,7 @@ TEST_F(StatisticsRequests, ReceivingWithoutATokenTakesWhateverComesNext) {
     emulator::queue_message(reply(20));
     MtsMessage message{};
     EXPECT_EQ(stats_receive(mts_q, &message, 0, RECEIVE_OPTION), 0);
-    EXPECT_EQ(mts_payload_size(&message), 20u);
+    EXPECT_EQ(mts_payload_size(&message), 20U);
     mts_drop(mts_q, &message);
 }
 

@@ -12,10 +12,12 @@ std::vector<MtsSelector> selectors;
 
 Bytes reply(std::size_t size) {
     Bytes bytes(size);
-    for (std::size_t i = 0; i < size; ++i)
+    for (std::size_t i = 0; i < size; ++i) {
         bytes[i] = static_cast<std::uint8_t>(1 + i * 7 % 251);
-    for (std::size_t i = 10; i < 12 && i < size; ++i)
+    }
+    for (std::size_t i = 10; i < 12 && i < size; ++i) {
         bytes[i] = 0;
+    }
     return bytes;
 }
 
@@ -54,8 +56,9 @@ Bytes host_order(std::uint32_t value) {
 
 Bytes joined(std::initializer_list<Bytes> pieces) {
     Bytes all;
-    for (const Bytes& piece : pieces)
+    for (const Bytes& piece : pieces) {
         all.insert(all.end(), piece.begin(), piece.end());
+    }
     return all;
 }
 
@@ -74,7 +77,7 @@ void Statistics::SetUp() {
 }
 
 void Statistics::TearDown() {
-    EXPECT_EQ(emulator::messages_outstanding(), 0u);
+    EXPECT_EQ(emulator::messages_outstanding(), 0U);
     lock.reset();
     EXPECT_EQ(emulator::misuse_report(), "");
 }

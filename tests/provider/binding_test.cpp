@@ -87,7 +87,7 @@ class BindingTest : public testing::Test {
     }
     void TearDown() override {
         EXPECT_EQ(strangersCalled, 0);
-        EXPECT_EQ(emulator::misuse_count(), 0u) << emulator::misuse_report();
+        EXPECT_EQ(emulator::misuse_count(), 0U) << emulator::misuse_report();
     }
 
     void* library = nullptr;
@@ -127,7 +127,7 @@ TEST_F(BindingTest, RequestsRunInTheLibraryAlone) {
         path = broker.path("root/kesto", "KESTO_FCIPProtocolEndPoint", {{"Name", name}});
         mi->ft->getInstance(mi, nullptr, found.cmpi(), path, nullptr);
     });
-    ASSERT_EQ(found.instances().size(), 1u);
+    ASSERT_EQ(found.instances().size(), 1U);
     EXPECT_EQ(found.instances()[0].sets(), enumerated.instances()[0].sets());
 }
 

@@ -82,10 +82,12 @@ class EnumerationRoute : public OneTunnelTest, public testing::WithParamInterfac
     static Names spellings() {
         const std::string name = GetParam().className;
         Names spellings{name, name, name};
-        for (char& letter : spellings[1])
+        for (char& letter : spellings[1]) {
             letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-        for (char& letter : spellings[2])
+        }
+        for (char& letter : spellings[2]) {
             letter = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
+        }
         return spellings;
     }
 
@@ -104,7 +106,7 @@ class EnumerationRoute : public OneTunnelTest, public testing::WithParamInterfac
     static void expect_success(const Answer& answer) {
         EXPECT_EQ(answer.rc, CMPI_RC_OK);
         EXPECT_EQ(answer.message, std::nullopt);
-        EXPECT_EQ(answer.doneCalls, 0u) << "the server closes the result itself";
+        EXPECT_EQ(answer.doneCalls, 0U) << "the server closes the result itself";
     }
 };
 
@@ -146,14 +148,14 @@ TEST_F(EnumerationTest, FcPortEndpointsHaveNoNamesThoughTheAssociationsAreWalked
     const Answer answer = enumerate_names("KESTO_FCPortProtocolEndPoint");
     EXPECT_EQ(answer.rc, CMPI_RC_OK);
     EXPECT_TRUE(answer.returned.empty());
-    EXPECT_EQ(calls_of(answer.platformCalls, "fcip_get_link_entry").size(), 2u);
+    EXPECT_EQ(calls_of(answer.platformCalls, "fcip_get_link_entry").size(), 2U);
 }
 
 TEST_F(EnumerationTest, RemoteIpPortsHaveInstancesButNoNames) {
     EXPECT_TRUE(enumerate_names("KESTO_RemoteIPPort").returned.empty());
     // The walker does not serve the class: one NULL for the one link.
     const Answer instances = enumerate("KESTO_RemoteIPPort");
-    ASSERT_EQ(instances.instances.size(), 1u);
+    ASSERT_EQ(instances.instances.size(), 1U);
     EXPECT_EQ(instances.instances[0].kind(), Object::Null);
 }
 
@@ -177,7 +179,7 @@ TEST_F(EnumerationTest, EnumerationsPrintNothingOfTheirOwn) {
 TEST_F(EnumerationTest, ClassNamespaceAndPropertiesReachTheBuilder) {
     nameSpace = "root/other";
     const Answer answer = enumerate("Kesto_FcipProtocolEndpoint", Names{"Name", "TunnelID"});
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].path().class_name(), "Kesto_FcipProtocolEndpoint");
     EXPECT_EQ(answer.instances[0].path().name_space(), "root/other");
     EXPECT_EQ(answer.instances[0].filters(), (std::vector<Filter>{filter_for(Names{"Name", "TunnelID"})}));
@@ -186,7 +188,7 @@ TEST_F(EnumerationTest, ClassNamespaceAndPropertiesReachTheBuilder) {
 TEST_F(EnumerationTest, ClassAndNamespaceReachTheFiller) {
     nameSpace = "root/other";
     const Answer answer = enumerate_names("Kesto_FcipProtocolEndpoint");
-    ASSERT_EQ(answer.paths.size(), 1u);
+    ASSERT_EQ(answer.paths.size(), 1U);
     EXPECT_EQ(answer.paths[0].class_name(), "Kesto_FcipProtocolEndpoint");
     EXPECT_EQ(answer.paths[0].name_space(), "root/other");
 }

@@ -30,8 +30,9 @@ using Calls = std::vector<std::string>;
 using Names = std::vector<std::string>;
 
 std::string lower(std::string text) {
-    for (char& letter : text)
+    for (char& letter : text) {
         letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+    }
     return text;
 }
 
@@ -84,10 +85,10 @@ TEST_P(LinkRouteTest, ItsBuilderAnswers) {
     const Answer answer = get(GetParam().className, GetParam().found);
     EXPECT_EQ(answer.rc, CMPI_RC_OK);
     EXPECT_EQ(answer.message, std::nullopt);
-    EXPECT_EQ(answer.doneCalls, 0u);
+    EXPECT_EQ(answer.doneCalls, 0U);
     EXPECT_EQ(builder_of(answer), GetParam().builder);
-    ASSERT_EQ(answer.returned.size(), 1u);
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.returned.size(), 1U);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_TRUE(answer.instances[0].is_valid());
     EXPECT_EQ(answer.instances[0].class_name(), GetParam().className);
     EXPECT_EQ(answer.instances[0].path().name_space(), NAMESPACE);
@@ -96,7 +97,7 @@ TEST_P(LinkRouteTest, ItsBuilderAnswers) {
 TEST_P(LinkRouteTest, ClassNameInLowerCaseIsServed) {
     const Answer answer = get(lower(GetParam().className), GetParam().found);
     EXPECT_EQ(builder_of(answer), GetParam().builder);
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     // One class is answered under its literal name, all others under the client's spelling.
     const bool literal = std::string(GetParam().className) == "KESTO_TCPEndPointStatistics";
     EXPECT_EQ(answer.instances[0].class_name(), literal ? GetParam().className : lower(GetParam().className));
@@ -105,7 +106,7 @@ TEST_P(LinkRouteTest, ClassNameInLowerCaseIsServed) {
 TEST_P(LinkRouteTest, NamespaceAndPropertiesReachTheBuilder) {
     nameSpace = "root/other";
     const Answer answer = get(GetParam().className, GetParam().found, Names{"InstanceID", "Name"});
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].path().name_space(), "root/other");
     EXPECT_EQ(answer.instances[0].filters(), (std::vector<Filter>{filter_for(Names{"InstanceID", "Name"})}));
 }
@@ -135,7 +136,7 @@ TEST_P(LinkRouteTest, WhatTheBuilderCannotMakeIsReturnedAsNull) {
     broker.fail_every(Make::ObjectPath, Failure::Null);
     const Answer answer = get(GetParam().className, GetParam().found);
     EXPECT_EQ(answer.rc, CMPI_RC_OK);
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].kind(), Object::Null);
 }
 
@@ -143,7 +144,7 @@ TEST_P(LinkRouteTest, InstanceWithoutAHandleIsReturnedAsItIs) {
     broker.fail_every(Make::Instance, Failure::WithoutHandle);
     const Answer answer = get(GetParam().className, GetParam().found);
     EXPECT_EQ(answer.rc, CMPI_RC_OK);
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].kind(), Object::WithoutHandle);
     EXPECT_EQ(calls_of(broker.call_texts(), "setProperty"), Calls{});
 }
@@ -164,7 +165,7 @@ TEST_P(LinkRouteTest, NoFailureOfThePlatformReachesTheClient) {
                 EXPECT_EQ(answer.rc, CMPI_RC_OK);
                 EXPECT_EQ(answer.message, std::nullopt);
                 EXPECT_EQ(answer.platformCalls.back(), "mutex_unlock");
-                EXPECT_LE(answer.returned.size(), 1u);
+                EXPECT_LE(answer.returned.size(), 1U);
                 emulator::clear_faults();
             }
         }
@@ -194,28 +195,28 @@ TEST_F(GetTcpStatisticsTest, ErrorCountersAreFetchedByTheLinksKey) {
     const Answer answer = get();
     EXPECT_EQ(calls_of(answer.platformCalls, "fcip_snmp_get_link_errors"),
               (Calls{"fcip_snmp_get_link_errors op=1 key={3,4} 10"}));
-    EXPECT_EQ(answer.instances.size(), 1u);
+    EXPECT_EQ(answer.instances.size(), 1U);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + builder)) << answer.output;
 }
 
 TEST_F(GetTcpStatisticsTest, FailureWithoutARowIsSilentAndTheBuilderAnswers) {
     emulator::add_fault({.symbol = "fcip_snmp_get_link_errors"});
     const Answer answer = get();
-    EXPECT_EQ(answer.instances.size(), 1u);
+    EXPECT_EQ(answer.instances.size(), 1U);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + builder)) << answer.output;
 }
 
 TEST_F(GetTcpStatisticsTest, FailureWithARowIsTracedAndTheBuilderAnswers) {
     emulator::add_fault({.symbol = "fcip_snmp_get_link_errors", .effect = Effect::FailWithRow});
     const Answer answer = get();
-    EXPECT_EQ(answer.instances.size(), 1u);
+    EXPECT_EQ(answer.instances.size(), 1U);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + lineTrace + builder)) << answer.output;
 }
 
 TEST_F(GetTcpStatisticsTest, SuccessWithoutARowIsNoFailure) {
     emulator::add_fault({.symbol = "fcip_snmp_get_link_errors", .effect = Effect::SucceedWithoutRow});
     const Answer answer = get();
-    EXPECT_EQ(answer.instances.size(), 1u);
+    EXPECT_EQ(answer.instances.size(), 1U);
     EXPECT_TRUE(answer.output.starts_with(beforeBuilder + builder)) << answer.output;
 }
 
@@ -243,7 +244,7 @@ TEST_P(AssociationRouteTest, TheReferencesComeBack) {
         const CMPIObjectPath* second = end("KESTO_Second");
         const Answer answer = get_instance(className, {{route.role1, first}, {route.role2, second}});
         EXPECT_EQ(answer.rc, CMPI_RC_OK);
-        ASSERT_EQ(answer.instances.size(), 1u);
+        ASSERT_EQ(answer.instances.size(), 1U);
         EXPECT_EQ(answer.instances[0].class_name(), className);
         EXPECT_EQ(answer.instances[0].sets(), (Sets{{route.role1, CMPI_ref, broker.recorded(first)},
                                                     {route.role2, CMPI_ref, broker.recorded(second)}}));

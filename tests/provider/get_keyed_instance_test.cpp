@@ -34,7 +34,7 @@ class GetEthernetStatisticsTest : public GetTest {
 TEST_F(GetEthernetStatisticsTest, TheDecimalIfIndexFindsThePort) {
     const Answer answer = get("-1694433280");
     EXPECT_EQ(port_requests(answer), (Calls{"pm_cim_get_port_info op=1 if=0x9b010000"}));
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].class_name(), "KESTO_EthernetPortStatistics");
     EXPECT_EQ(answer.instances[0].value("InstanceID"), "-1694433280");
     EXPECT_NE(answer.output.find("Entering eth_statistics_build_instance\n"), std::string::npos);
@@ -43,7 +43,7 @@ TEST_F(GetEthernetStatisticsTest, TheDecimalIfIndexFindsThePort) {
 
 TEST_F(GetEthernetStatisticsTest, ClassNameInLowerCaseKeepsTheClientsSpelling) {
     const Answer answer = get_instance("kesto_ethernetportstatistics", {{"instanceid", "-1694433280"}});
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].class_name(), "kesto_ethernetportstatistics");
 }
 
@@ -63,7 +63,7 @@ TEST_F(GetEthernetStatisticsTest, NumbersSaturateAt32Bits) {
 }
 
 TEST_F(GetEthernetStatisticsTest, TextAfterTheNumberIsIgnored) {
-    EXPECT_EQ(get("-1694433280_x").instances.size(), 1u);
+    EXPECT_EQ(get("-1694433280_x").instances.size(), 1U);
 }
 
 TEST_F(GetEthernetStatisticsTest, FailureOfThePortManagerFindsNothing) {
@@ -88,7 +88,7 @@ class GetProfileTest : public GetTest {
 
 TEST_F(GetProfileTest, KeyThatNamesATunnelAndTheProfileFindsTheProfile) {
     const Answer answer = get("3");
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].class_name(), "KESTO_FCIPProfile");
     EXPECT_EQ(answer.instances[0].value("InstanceID"), "3");
     EXPECT_NE(answer.output.find("Entering fcip_profile_build_instance\n"), std::string::npos);
@@ -96,7 +96,7 @@ TEST_F(GetProfileTest, KeyThatNamesATunnelAndTheProfileFindsTheProfile) {
 
 TEST_F(GetProfileTest, ClassNameIsTheLiteralWhateverTheClientsSpelling) {
     const Answer answer = get_instance("kesto_fcipprofile", {{"InstanceID", "3"}});
-    ASSERT_EQ(answer.instances.size(), 1u);
+    ASSERT_EQ(answer.instances.size(), 1U);
     EXPECT_EQ(answer.instances[0].class_name(), "KESTO_FCIPProfile");
 }
 
@@ -116,8 +116,9 @@ TEST_F(GetProfileTest, TunnelWithoutAProfileOfItsNumberIsNotFound) {
 }
 
 TEST_F(GetProfileTest, KeyMustBeTheProfileNumberToTheLetter) {
-    for (const char* key : {"3_x", "03", " 3", "+3"})
+    for (const char* key : {"3_x", "03", " 3", "+3"}) {
         expect_nothing(get(key));
+    }
 }
 
 TEST_F(GetProfileTest, FailedProfileWalkFindsNothing) {
@@ -134,7 +135,7 @@ class GetLanEndpointTest : public GetTest {
 TEST_F(GetLanEndpointTest, InterfaceOfTheLinkIsBuilt) {
     for (const char* key : {"-1694433280:02:00:00:00:00:01", "-1694433280_x", "-1694433280"}) {
         const Answer answer = get(key);
-        ASSERT_EQ(answer.instances.size(), 1u) << key;
+        ASSERT_EQ(answer.instances.size(), 1U) << key;
         EXPECT_EQ(answer.instances[0].class_name(), "KESTO_LANEndPoint");
         EXPECT_EQ(calls_of(answer.platformCalls, "pm_cim_get_port_info"),
                   (Calls{"pm_cim_get_port_info op=1 if=0x00000011"}));
@@ -145,7 +146,7 @@ TEST_F(GetLanEndpointTest, InterfaceOfTheLinkIsBuilt) {
 TEST_F(GetLanEndpointTest, ClassNameKeepsTheClientsSpelling) {
     for (const char* className : {"KESTO_LanEndpoint", "kesto_lanendpoint"}) {
         const Answer answer = get_instance(className, {{"Name", "-1694433280:02"}});
-        ASSERT_EQ(answer.instances.size(), 1u);
+        ASSERT_EQ(answer.instances.size(), 1U);
         EXPECT_EQ(answer.instances[0].class_name(), className);
     }
 }

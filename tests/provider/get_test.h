@@ -20,7 +20,7 @@ class GetTest : public one_tunnel::OneTunnelTest {
         EXPECT_EQ(answer.rc, CMPI_RC_OK);
         EXPECT_EQ(answer.message, std::nullopt);
         EXPECT_TRUE(answer.returned.empty());
-        EXPECT_EQ(answer.doneCalls, 0u);
+        EXPECT_EQ(answer.doneCalls, 0U);
     }
 };
 

@@ -117,7 +117,7 @@ TEST_F(RegistrationTest, OpeningTheQueuePrintsNothing) {
 }
 
 TEST_F(RegistrationTest, QueueThatCannotBeOpenedPrintsOneLine) {
-    ASSERT_EQ(std::string(QUEUE_ERROR).size(), 50u);
+    ASSERT_EQ(std::string(QUEUE_ERROR).size(), 50U);
     fail_init_mts();
     EXPECT_EQ(printed_by([&] {
                   EXPECT_EQ(FCIPProvider_Create_InstanceMI(broker.cmpi(), nullptr, nullptr), instanceMi);
@@ -166,7 +166,7 @@ TEST_F(RegistrationTest, CleanupsSucceedAndTouchNothing) {
 TEST_F(RegistrationTest, CleanedUpProviderGoesOnServing) {
     instanceMi->ft->cleanup(instanceMi, nullptr, 1);
     associationMi->ft->cleanup(associationMi, nullptr, 1);
-    EXPECT_EQ(enumerate("KESTO_FCIPProtocolEndPoint").instances.size(), 1u);
+    EXPECT_EQ(enumerate("KESTO_FCIPProtocolEndPoint").instances.size(), 1U);
 }
 
 // Create, modify, delete and query: for every class, served or not.
@@ -233,14 +233,14 @@ TEST_F(RegistrationTest, EnumerationReadsTheRequestFirstAndThenHoldsTheLockOnce)
     for (const bool names : {true, false}) {
         const Answer answer =
             names ? enumerate_names("KESTO_FCIPProtocolEndPoint") : enumerate("KESTO_FCIPProtocolEndPoint");
-        ASSERT_EQ(answer.returned.size(), 1u);
+        ASSERT_EQ(answer.returned.size(), 1U);
         EXPECT_EQ(test_support::functions_called(answer.brokerCalls, false),
                   (Calls{"getClassName", "getCharPtr", "getNameSpace"}));
-        ASSERT_GE(answer.platformCalls.size(), 3u);
+        ASSERT_GE(answer.platformCalls.size(), 3U);
         EXPECT_EQ(answer.platformCalls.front(), "mutex_lock");
         EXPECT_EQ(answer.platformCalls.back(), "mutex_unlock");
-        EXPECT_EQ(calls_of(answer.platformCalls, "mutex_lock").size(), 1u);
-        EXPECT_EQ(calls_of(answer.platformCalls, "mutex_unlock").size(), 1u);
+        EXPECT_EQ(calls_of(answer.platformCalls, "mutex_lock").size(), 1U);
+        EXPECT_EQ(calls_of(answer.platformCalls, "mutex_unlock").size(), 1U);
     }
 }
 
@@ -254,7 +254,7 @@ TEST_F(RegistrationTest, WorkOfARequestHappensUnderTheLock) {
 
 TEST_F(RegistrationTest, GetReadsTheKeyBeforeItTakesTheLock) {
     const Answer answer = get_instance("KESTO_FCIPProtocolEndPoint", {{"Name", "5_10.1.1.1_10.1.1.2"}});
-    ASSERT_EQ(answer.returned.size(), 1u);
+    ASSERT_EQ(answer.returned.size(), 1U);
     const Calls before = test_support::functions_called(answer.brokerCalls, false);
     EXPECT_EQ(before, (Calls{"getClassName", "getCharPtr", "getNameSpace", "getKeyCount", "getKeyAt"}));
     EXPECT_EQ(test_support::functions_called(answer.brokerCalls, true),
@@ -262,8 +262,8 @@ TEST_F(RegistrationTest, GetReadsTheKeyBeforeItTakesTheLock) {
                      "returnInstance"}));
     EXPECT_EQ(answer.platformCalls.front(), "mutex_lock");
     EXPECT_EQ(answer.platformCalls.back(), "mutex_unlock");
-    EXPECT_EQ(calls_of(answer.platformCalls, "mutex_lock").size(), 1u);
-    EXPECT_EQ(calls_of(answer.platformCalls, "mutex_unlock").size(), 1u);
+    EXPECT_EQ(calls_of(answer.platformCalls, "mutex_lock").size(), 1U);
+    EXPECT_EQ(calls_of(answer.platformCalls, "mutex_unlock").size(), 1U);
 }
 
 TEST_F(RegistrationTest, UnservedClassTakesTheLockOnceToo) {

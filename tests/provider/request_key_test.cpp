@@ -121,8 +121,9 @@ TEST(KeyRuleSpellingTest, SpellingsOfOneClassAreOneClass) {
         EXPECT_EQ(is_valid_key_for_class(className, "Name"), 1) << className;
         EXPECT_EQ(is_valid_key_for_class(className, "InstanceID"), 0) << className;
     }
-    for (const char* className : {"KESTO_FCIPProtocolEndPoint", "KESTO_FCIPProtocolEndpoint"})
+    for (const char* className : {"KESTO_FCIPProtocolEndPoint", "KESTO_FCIPProtocolEndpoint"}) {
         EXPECT_EQ(is_valid_key_for_class(className, "Name"), 1) << className;
+    }
     for (const char* className : {"KESTO_IPEndPointStatistics", "KESTO_IpEndPointStatistics"}) {
         EXPECT_EQ(is_valid_key_for_class(className, "InstanceID"), 1) << className;
         EXPECT_EQ(is_valid_key_for_class(className, "Name"), 0) << className;
@@ -195,7 +196,7 @@ TEST_F(RequestKeyTest, TcpStatisticsTakeAKeyThatIsNoProperty) {
               "\tfound key NoSuchProperty : 99\n");
     emulator::clear_calls();
     const Answer answer = get_instance("KESTO_TCPEndPointStatistics", {{"NoSuchProperty", "17"}});
-    EXPECT_EQ(answer.instances.size(), 1u) << "its value is the instance id";
+    EXPECT_EQ(answer.instances.size(), 1U) << "its value is the instance id";
 }
 
 TEST_F(RequestKeyTest, FirstAcceptedKeyWinsAndLaterOnesAreNotLookedAt) {
@@ -212,7 +213,7 @@ TEST_F(RequestKeyTest, AssociationClassTakesItsFirstKeyWhateverItIs) {
 }
 
 TEST_F(RequestKeyTest, ValuesAreCutTo253Characters) {
-    for (const std::size_t length : {252u, 253u, 254u, 300u}) {
+    for (const std::size_t length : {252U, 253U, 254U, 300U}) {
         const std::string value(length, '9');
         EXPECT_EQ(key_trace("KESTO_FCIPSettings", {{"InstanceID", value}}),
                   "\tfound key InstanceID : " + value.substr(0, 253) + "\n")
@@ -223,11 +224,11 @@ TEST_F(RequestKeyTest, ValuesAreCutTo253Characters) {
 TEST_F(RequestKeyTest, ValueOf300CharactersReachesTheRoutingCut) {
     // 253 characters that read as 17, and 47 that would make another number of it.
     const std::string value = std::string(251, '0') + "17" + std::string(47, '0');
-    EXPECT_EQ(get_instance("KESTO_FCIPSettings", {{"InstanceID", value}}).instances.size(), 1u);
+    EXPECT_EQ(get_instance("KESTO_FCIPSettings", {{"InstanceID", value}}).instances.size(), 1U);
 }
 
 TEST_F(RequestKeyTest, NamesAreCutTo253Characters) {
-    for (const std::size_t length : {252u, 253u, 254u, 300u}) {
+    for (const std::size_t length : {252U, 253U, 254U, 300U}) {
         const std::string name(length, 'n');
         EXPECT_EQ(key_trace("KESTO_SANFCIPEndpoint", {{name, "1"}}),
                   "\tfound key " + name.substr(0, 253) + " : 1\n")
@@ -241,7 +242,7 @@ TEST_F(RequestKeyTest, KeyThatIsNoStringIsFoundWithoutATrace) {
     EXPECT_EQ(answer.message, std::nullopt);
     EXPECT_EQ(answer.output, ENTERING);
     EXPECT_TRUE(answer.returned.empty()) << "an empty value names no link";
-    EXPECT_EQ(answer.platformCalls.front(), "mutex_lock") << "the operation goes on as if found";
+    EXPECT_EQ(answer.platformCalls.front(), "mutex_lock") << "the operation continues as if found";
 }
 
 TEST_F(RequestKeyTest, KeyThatIsNoStringHidesALaterString) {
@@ -301,7 +302,7 @@ TEST_F(KeyExtractionTest, NumberHasItsDataAndAnEmptyValue) {
     EXPECT_STREQ(key.name, "InstanceID");
     EXPECT_STREQ(key.value, "");
     EXPECT_EQ(key.data.type, CMPI_uint32);
-    EXPECT_EQ(key.data.value.uint32, 17u);
+    EXPECT_EQ(key.data.value.uint32, 17U);
     EXPECT_EQ(output, "");
 }
 

@@ -12,7 +12,7 @@ using test_support::RecordingBroker;
 using test_support::RecordingResult;
 using test_support::Returned;
 
-// How many of NULL, -1 and a path of the broker's reached the result.
+// What reaches the result when NULL, -1 and a path of the broker's are handed over.
 std::vector<std::string> handed_over() {
     RecordingBroker broker;
     RecordingResult result(broker);
@@ -22,8 +22,9 @@ std::vector<std::string> handed_over() {
     hand_over(result.cmpi(), error_object<const CMPIObjectPath>());
     hand_over(result.cmpi(), broker.path("root/kesto", "KESTO_FCIPSettings"));
     std::vector<std::string> texts;
-    for (const Returned& returned : result.returned())
+    for (const Returned& returned : result.returned()) {
         texts.push_back(testing::PrintToString(returned));
+    }
     return texts;
 }
 

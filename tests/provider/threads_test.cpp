@@ -33,12 +33,14 @@ class ThreadsTest : public OneTunnelTest {
             std::vector<std::thread> threads;
             for (int i = 0; i < THREADS; ++i) {
                 threads.emplace_back([&work] {
-                    for (int round = 0; round < ROUNDS; ++round)
+                    for (int round = 0; round < ROUNDS; ++round) {
                         work(round);
+                    }
                 });
             }
-            for (std::thread& thread : threads)
+            for (std::thread& thread : threads) {
                 thread.join();
+            }
         });
     }
 
@@ -47,7 +49,7 @@ class ThreadsTest : public OneTunnelTest {
 
 TEST_F(ThreadsTest, EveryEnumerationIsWhole) {
     const std::vector<RecordedInstance> expected = enumerate(CLASS).instances;
-    ASSERT_EQ(expected.size(), 3u);
+    ASSERT_EQ(expected.size(), 3U);
     const CMPIObjectPath* op = broker.path(NAMESPACE, CLASS);
     std::atomic<int> whole = 0;
     on_all_threads([&](int) {

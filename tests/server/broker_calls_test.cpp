@@ -21,8 +21,9 @@ class BrokerCalls : public ProbeService {
     }
     static unsigned count(const CMPIEnumeration* found) {
         unsigned counted = 0;
-        for (; (found != nullptr) && (found->ft->hasNext(found, nullptr) != 0); ++counted)
+        for (; found != nullptr && (found->ft->hasNext(found, nullptr) != 0); ++counted) {
             found->ft->getNext(found, nullptr);
+        }
         return counted;
     }
 

@@ -119,8 +119,8 @@ TEST_F(Results, ObjectsLongHandedOverAreReleased) {
     EXPECT_NE(first->hdl, nullptr);
     result->ft->returnInstance(result, instance());
     EXPECT_EQ(first->hdl, nullptr);
-    EXPECT_EQ(result->ft->returnInstance(result, first).rc,
-              CMPI_RC_OK); // and is ignored like any other that is no object
+    // It is ignored like any other that is no object.
+    EXPECT_EQ(result->ft->returnInstance(result, first).rc, CMPI_RC_OK);
     EXPECT_EQ(result->content().ignored, 1U);
 }
 
@@ -155,7 +155,6 @@ TEST_F(Results, DoneIsNotNeededAndDataIsNotSupported) {
     EXPECT_EQ(arrived.instances, 1);
     EXPECT_EQ(arrived.paths, 1);
     EXPECT_EQ(result->ft->returnDone(result).rc, CMPI_RC_OK);
-    EXPECT_TRUE(result->content().done);
 }
 
 TEST_F(Memory, PlainMemoryIsClearedAndGrows) {

@@ -173,7 +173,7 @@ TEST_F(OtherObjects, LogMessagesReachTheLogAndTracesOnlyOnDemand) {
     EXPECT_EQ(traced, std::vector<std::string>{"Probe: here"});
 }
 
-TEST_F(OtherObjects, ErrorsHoldWhatTheyAreTold) {
+TEST_F(OtherObjects, ErrorsHoldWhatTheyAreGiven) {
     CMPIError* error = handle->eft->newCMPIError(handle, "owner", "id", "message", ErrorSevHigh,
                                                  ErrorProbCauseOther, CMPI_RC_ERR_FAILED, &rc);
     EXPECT_EQ(text(error->ft->getOwningEntity(error, nullptr)), "owner");

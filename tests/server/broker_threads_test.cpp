@@ -90,8 +90,9 @@ TEST_F(Threads, ConditionsWakeWaiters) {
             return nullptr;
         },
         &shared, 0);
-    while (!shared.signalled)
+    while (!shared.signalled) {
         EXPECT_EQ(threads->condWait(shared.condition, shared.lock), 0);
+    }
     threads->unlockMutex(shared.lock);
     threads->joinThread(signaller, nullptr);
     EXPECT_EQ(threads->destroyCondition2(shared.condition), 0);

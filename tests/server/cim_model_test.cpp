@@ -40,7 +40,7 @@ TEST(ObjectPaths, MayBeOneObjectWhateverGoesWithoutSaying) {
     EXPECT_TRUE(may_be_same_object(path("A_Class"), path("A_CLASS")));
 }
 
-TEST(ObjectPaths, HostsDoNotTellObjectsApart) {
+TEST(ObjectPaths, HostsDoNotDistinguishObjects) {
     ObjectPath here = path("A_Class", {{"Name", text("n")}});
     ObjectPath there = here;
     here.host = "127.0.0.1";

@@ -72,8 +72,8 @@ TEST_F(Headers, MPostNeedsItsDeclaration) {
     EXPECT_EQ(outcome(request), "510");
     request.headers.erase("man");
     EXPECT_EQ(outcome(request), "510");
-    request.headers["man"] =
-        "http://www.dmtf.org/cim/mapping/http/v1.0; ns=49"; // not the number of the headers
+    // Not the number of the headers.
+    request.headers["man"] = "http://www.dmtf.org/cim/mapping/http/v1.0; ns=49";
     EXPECT_EQ(outcome(request), "400 header-mismatch");
 }
 

@@ -107,8 +107,9 @@ TEST(HttpServer, ServesClientsAtTheSameTime) {
     std::atomic<int> inside{0};
     const HttpServer server(any_port(), [&inside](const HttpRequest&) {
         ++inside;
-        for (int i = 0; i < 500 && inside < 4; ++i)
+        for (int i = 0; i < 500 && inside < 4; ++i) {
             std::this_thread::sleep_for(10ms);
+        }
         return HttpReply{inside >= 4 ? 200U : 500U, {}, ""};
     });
     std::vector<std::future<Received>> clients;
@@ -116,8 +117,9 @@ TEST(HttpServer, ServesClientsAtTheSameTime) {
         clients.push_back(
             std::async(std::launch::async, [&] { return exchange(server.port(), post("", "Any")); }));
     }
-    for (auto& client : clients)
+    for (auto& client : clients) {
         EXPECT_EQ(client.get().status, 200);
+    }
 }
 
 TEST(HttpServer, DropsClientsThatSendNothing) {
@@ -177,7 +179,7 @@ TEST(HttpServer, LimitsTheConnections) {
     const HttpServer server(settings, echo);
     Connection first(server.port());
     Connection second(server.port());
-    // Both are in once they have been answered.
+    // Both are in once their requests have had time to arrive.
     for (Connection* connection : {&first, &second}) {
         connection->send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 0\r\n\r\n");
     }

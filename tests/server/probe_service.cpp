@@ -12,8 +12,9 @@ ProbeService::ProbeService()
       service(operations, {{"root/cimv2", "root/Other"}, "testhost", [this](const std::string& line) {
                                reported.push_back(line);
                            }}) {
-    broker.serve(
-        [this](const Request& request, ResultSink& sink) { return operations.perform(request, sink); });
+    broker.serve([operations = operations](const Request& request, ResultSink& sink) {
+        return operations.perform(request, sink);
+    });
 }
 
 Response ProbeService::ask(const std::string& method, const std::string& parameters) const {

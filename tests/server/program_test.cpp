@@ -41,16 +41,18 @@ class Program : public testing::Test {
             kill(process, SIGKILL);
             wait_for_end();
         }
-        for (const char* file : {"out", "err", "log", "table", "Probe.associations", "libprobe.so"})
+        for (const char* file : {"out", "err", "log", "table", "Probe.associations", "libprobe.so"}) {
             unlink((folder + "/" + file).c_str());
+        }
         rmdir(folder.c_str());
     }
 
     void start(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), "kesto-cimserver");
         std::vector<char*> argv;
-        for (std::string& argument : arguments)
+        for (std::string& argument : arguments) {
             argv.push_back(argument.data());
+        }
         argv.push_back(nullptr);
         posix_spawn_file_actions_t files;
         posix_spawn_file_actions_init(&files);
@@ -168,8 +170,9 @@ TEST_F(Program, ServesSeveralClientsAtATime) {
             std::async(std::launch::async, [this] { return ask_class("EnumerateInstances", "Probe_Slow"); }));
     }
     int most = 0;
-    for (auto& client : clients)
+    for (auto& client : clients) {
         most = std::max(most, std::atoi(client.get().property("MostInside").c_str()));
+    }
     EXPECT_GE(most, 2);
 }
 
@@ -189,18 +192,19 @@ TEST_F(Program, AnswersTheSameToManyClientsAtOnce) {
     const auto client = [this] {
         int wrong = 0;
         for (int i = 0; i < 25; ++i) {
-            wrong += static_cast<int>(ask_class("EnumerateInstances", "Probe_Types").property("aUint32") !=
-                                      "4294967295");
-            wrong += static_cast<int>(
-                ask_class("EnumerateInstanceNames", "Probe_Thing").count("//INSTANCENAME") != 2);
+            const Response types = ask_class("EnumerateInstances", "Probe_Types");
+            const Response things = ask_class("EnumerateInstanceNames", "Probe_Thing");
+            if (types.property("aUint32") != "4294967295" || things.count("//INSTANCENAME") != 2) ++wrong;
         }
         return wrong;
     };
     std::vector<std::future<int>> clients;
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < 6; ++i) {
         clients.push_back(std::async(std::launch::async, client));
-    for (auto& one : clients)
+    }
+    for (auto& one : clients) {
         EXPECT_EQ(one.get(), 0);
+    }
     EXPECT_EQ(stop(), 0);
 }
 

@@ -248,7 +248,7 @@ CMPIInstance* BrokerCalls::new_instance(const CMPIBroker* mb, const CMPIObjectPa
     PathObject* from = path(op, "newInstance");
     broker.log("newInstance " + (from != nullptr ? from->record.class_name() : "without a path"));
     const auto fate = broker.next_fate(Make::Instance);
-    const bool fails = (from == nullptr) || fate == RecordingBroker::Fate::Null;
+    const bool fails = from == nullptr || fate == RecordingBroker::Fate::Null;
     set_status(rc, fails ? FAILED : OK);
     if (fails) return nullptr;
     auto* made = broker.keep<InstanceObject>();

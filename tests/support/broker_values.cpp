@@ -72,8 +72,9 @@ Value read_value(const CMPIValue* value, CMPIType type) {
 std::optional<std::vector<std::string>> read_list(const char** list) {
     if (list == nullptr) return std::nullopt;
     std::vector<std::string> texts;
-    for (; *list != nullptr; ++list)
+    for (; *list != nullptr; ++list) {
         texts.emplace_back(*list);
+    }
     return texts;
 }
 

@@ -85,8 +85,9 @@ PortInfo ethernet_row() {
 }
 
 void put_big_endian_32(std::vector<std::uint8_t>& bytes, std::size_t position, std::uint32_t value) {
-    for (std::size_t i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i) {
         bytes.at(position + i) = static_cast<std::uint8_t>(value >> (24 - 8 * i));
+    }
 }
 
 void put_big_endian_64(std::vector<std::uint8_t>& bytes, std::size_t position, std::uint64_t value) {
@@ -98,23 +99,26 @@ void put_big_endian_64(std::vector<std::uint8_t>& bytes, std::size_t position, s
 std::vector<std::uint8_t> ip_reply() {
     std::vector<std::uint8_t> bytes(172);
     std::fill_n(bytes.begin(), 10, std::uint8_t{0xFF});
-    for (std::size_t n = 12; n < bytes.size(); n += 4)
+    for (std::size_t n = 12; n < bytes.size(); n += 4) {
         put_big_endian_32(bytes, n, static_cast<std::uint32_t>(100000 + n));
+    }
     put_big_endian_32(bytes, 116, 116);
     return bytes;
 }
 
 std::vector<std::uint8_t> mac_reply() {
     std::vector<std::uint8_t> bytes(256);
-    for (std::size_t n = 16; n < bytes.size(); n += 8)
+    for (std::size_t n = 16; n < bytes.size(); n += 8) {
         put_big_endian_64(bytes, n, 0x100000000ULL + n);
+    }
     return bytes;
 }
 
 std::vector<std::uint8_t> tcp_reply() {
     std::vector<std::uint8_t> bytes(1352);
-    for (std::size_t n = 12; n < bytes.size(); n += 4)
+    for (std::size_t n = 12; n < bytes.size(); n += 4) {
         put_big_endian_32(bytes, n, static_cast<std::uint32_t>(200000 + n));
+    }
     return bytes;
 }
 
@@ -174,7 +178,7 @@ void OneTunnelTest::update() {
 }
 
 void OneTunnelTest::add_two_tunnels() {
-    for (const std::uint32_t next : {1u, 2u}) {
+    for (const std::uint32_t next : {1U, 2U}) {
         FcipLinkEntry another = one_tunnel::link();
         another.kfmFcipLinkIndex += next;
         another.kfmFcipLinkIfIndex += next;

@@ -13,8 +13,9 @@ class CList {
   public:
     explicit CList(const PropertyList& list) : given_(list.has_value()) {
         if (!given_) return;
-        for (const std::string& text : *list)
+        for (const std::string& text : *list) {
             pointers_.push_back(text.c_str());
+        }
         pointers_.push_back(nullptr);
     }
     const char** get() { return given_ ? pointers_.data() : nullptr; }
@@ -39,8 +40,8 @@ void ProviderTest::SetUp() {
 
 void ProviderTest::TearDown() {
     EXPECT_FALSE(emulator::lock_held()) << "the provider left the platform's lock taken";
-    EXPECT_EQ(emulator::misuse_count(), 0u) << emulator::misuse_report();
-    EXPECT_EQ(emulator::messages_outstanding(), 0u) << "a message was not dropped";
+    EXPECT_EQ(emulator::misuse_count(), 0U) << emulator::misuse_report();
+    EXPECT_EQ(emulator::messages_outstanding(), 0U) << "a message was not dropped";
     emulator::release_messages();
 }
 
@@ -134,7 +135,7 @@ Answer ProviderTest::reference_names(const std::string& className, const std::ve
 }
 
 std::size_t ProviderTest::at_least_one(std::size_t failures) {
-    EXPECT_GE(failures, 1u) << "the call that should fail was never made";
+    EXPECT_GE(failures, 1U) << "the call that should fail was never made";
     return failures;
 }
 
@@ -143,8 +144,9 @@ std::vector<std::string> functions_called(const std::vector<Call>& calls, bool l
     for (const Call& call : calls) {
         if (call.locked != locked) continue;
         const std::string function = call.function();
-        if (std::find(functions.begin(), functions.end(), function) == functions.end())
+        if (std::find(functions.begin(), functions.end(), function) == functions.end()) {
             functions.push_back(function);
+        }
     }
     return functions;
 }

@@ -9,7 +9,7 @@
 //
 //     Answer answer = get_instance("KESTO_FCIPProtocolEndPoint", {{"Name", "1_10.1.1.1_10.1.1.2"}});
 //     EXPECT_EQ(answer.output, "Entering FCIP_GetInstance\n...");
-//     ASSERT_EQ(answer.instances.size(), 1u);
+//     ASSERT_EQ(answer.instances.size(), 1U);
 //     EXPECT_EQ(answer.instances[0].sets(), (Sets{{"SystemCreationClassName", CMPI_chars, "..."}, ...}));
 //
 // Functions below the operations expect the lock: hold emulator::Locked, or use locked(...).

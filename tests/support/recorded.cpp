@@ -17,15 +17,17 @@ void print_list(std::ostream& out, const std::optional<std::vector<std::string>>
         return;
     }
     out << '{';
-    for (std::size_t i = 0; i < list->size(); ++i)
+    for (std::size_t i = 0; i < list->size(); ++i) {
         out << (i != 0 ? ", " : "") << (*list)[i];
+    }
     out << '}';
 }
 
 const Set* find_last(const Sets& sets, const std::string& name) {
     const Set* found = nullptr;
-    for (const Set& set : sets)
+    for (const Set& set : sets) {
         if (set.name == name) found = &set;
+    }
     return found;
 }
 
@@ -80,15 +82,17 @@ std::ostream& operator<<(std::ostream& out, const Set& set) {
 
 std::vector<std::string> Sets::names() const {
     std::vector<std::string> names;
-    for (const Set& set : *this)
+    for (const Set& set : *this) {
         names.push_back(set.name);
+    }
     return names;
 }
 
 std::ostream& operator<<(std::ostream& out, const Sets& sets) {
     if (sets.empty()) return out << "(none)";
-    for (const Set& set : sets)
+    for (const Set& set : sets) {
         out << "\n      " << set;
+    }
     return out;
 }
 
@@ -124,8 +128,9 @@ std::string RecordedPath::text() const {
     std::ostringstream text;
     if (host_) text << "//" << *host_ << '/';
     text << nameSpace_ << ':' << className_ << '{';
-    for (std::size_t i = 0; i < keys_.size(); ++i)
+    for (std::size_t i = 0; i < keys_.size(); ++i) {
         text << (i != 0 ? ", " : "") << keys_[i];
+    }
     text << '}';
     return text.str();
 }
@@ -159,8 +164,9 @@ bool RecordedInstance::has(const std::string& name) const {
 std::ostream& operator<<(std::ostream& out, const RecordedInstance& instance) {
     if (instance.kind_ != Object::Valid) return out << "instance " << object_text(instance.kind_);
     out << "instance of " << instance.path_ << ' ' << instance.sets_;
-    for (const Filter& filter : instance.filters_)
+    for (const Filter& filter : instance.filters_) {
         out << "\n      filter " << filter;
+    }
     return out;
 }
 

@@ -87,7 +87,7 @@ class RecordedPath {
     RecordedPath() = default;
     RecordedPath(std::string nameSpace, std::string className, Sets keys = {},
                  std::optional<std::string> host = std::nullopt);
-    static RecordedPath of(Object kind); // no path: null or minus_one
+    static RecordedPath of(Object kind); // no path: Null or MinusOne
 
     Object kind() const { return kind_; }
     bool is_valid() const { return kind_ == Object::Valid; }
@@ -114,7 +114,7 @@ class RecordedPath {
 class RecordedInstance {
   public:
     RecordedInstance() = default;
-    static RecordedInstance of(Object kind); // no instance: null or minus_one
+    static RecordedInstance of(Object kind); // no instance: Null or MinusOne
 
     Object kind() const { return kind_; }
     bool is_valid() const { return kind_ == Object::Valid; }

@@ -39,15 +39,17 @@ std::vector<Call> RecordingBroker::calls() const {
 
 std::vector<std::string> RecordingBroker::call_texts() const {
     std::vector<std::string> texts;
-    for (const Call& call : calls())
+    for (const Call& call : calls()) {
         texts.push_back(call.text);
+    }
     return texts;
 }
 
 std::vector<std::string> RecordingBroker::call_texts(const std::string& function) const {
     std::vector<std::string> texts;
-    for (const Call& call : calls())
+    for (const Call& call : calls()) {
         if (call.function() == function) texts.push_back(call.text);
+    }
     return texts;
 }
 
@@ -67,8 +69,9 @@ RecordedPath RecordingBroker::recorded(const CMPIObjectPath* path) const {
 CMPIObjectPath* RecordingBroker::path(const std::string& nameSpace, const std::string& className,
                                       const std::vector<Key>& keys) {
     PathObject* made = BrokerCalls::make_path(*this, nameSpace, className);
-    for (const Key& key : keys)
+    for (const Key& key : keys) {
         BrokerCalls::give_key(*made, key);
+    }
     return made;
 }
 
@@ -137,15 +140,17 @@ const std::vector<Returned>& RecordingResult::returned() const {
 
 std::vector<RecordedInstance> RecordingResult::instances() const {
     std::vector<RecordedInstance> instances;
-    for (const Returned& returned : state_->returned)
+    for (const Returned& returned : state_->returned) {
         if (returned.kind == Returned::Kind::Instance) instances.push_back(returned.instance);
+    }
     return instances;
 }
 
 std::vector<RecordedPath> RecordingResult::paths() const {
     std::vector<RecordedPath> paths;
-    for (const Returned& returned : state_->returned)
+    for (const Returned& returned : state_->returned) {
         if (returned.kind == Returned::Kind::Path) paths.push_back(returned.path);
+    }
     return paths;
 }
 

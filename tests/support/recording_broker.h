@@ -98,8 +98,8 @@ class RecordingBroker {
     void fail_every(Make what, Failure how);
     void clear_faults();
     bool fault_hit() const; // since the last fail_... call
-    std::size_t made(
-        Make what) const; // since construction, clear() or the last fail_...; failed ones included
+    // Since construction, clear() or the last fail_...; failed ones included.
+    std::size_t made(Make what) const;
 
   private:
     friend struct BrokerCalls;

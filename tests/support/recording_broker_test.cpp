@@ -74,12 +74,13 @@ TEST_F(RecordingBrokerTest, NumbersAreReadInTheWidthOfTheirType) {
     CMPIInstance* instance = new_instance();
     CMPIValue value;
     std::memset(&value, 0xFF, sizeof value);
-    for (const int type : {CMPI_uint8, CMPI_uint16, CMPI_uint32, CMPI_uint64, CMPI_sint32, CMPI_boolean})
+    for (const int type : {CMPI_uint8, CMPI_uint16, CMPI_uint32, CMPI_uint64, CMPI_sint32, CMPI_boolean}) {
         instance->ft->setProperty(instance, "N", &value, static_cast<CMPIType>(type));
+    }
     EXPECT_EQ(broker().recorded(instance).sets(), (Sets{{"N", CMPI_uint8, 255},
                                                         {"N", CMPI_uint16, 65535},
-                                                        {"N", CMPI_uint32, 4294967295u},
-                                                        {"N", CMPI_uint64, 18446744073709551615u},
+                                                        {"N", CMPI_uint32, 4294967295U},
+                                                        {"N", CMPI_uint64, 18446744073709551615U},
                                                         {"N", CMPI_sint32, -1},
                                                         {"N", CMPI_boolean, 255}}));
 }
@@ -114,7 +115,7 @@ TEST_F(RecordingBrokerTest, ReferencesAreKeptAsWholePaths) {
 TEST_F(RecordingBrokerTest, KeysOfARequestReadBackAsTheyWereGiven) {
     CMPIObjectPath* path =
         broker().path("root/x", "KESTO_Class", {{"Name", "text"}, {"Number", CMPI_uint32, 7}});
-    EXPECT_EQ(path->ft->getKeyCount(path, nullptr), 2u);
+    EXPECT_EQ(path->ft->getKeyCount(path, nullptr), 2U);
     CMPIString* name = nullptr;
     const CMPIData text = path->ft->getKeyAt(path, 0, &name, nullptr);
     EXPECT_STREQ(name->ft->getCharPtr(name, nullptr), "Name");
@@ -122,7 +123,7 @@ TEST_F(RecordingBrokerTest, KeysOfARequestReadBackAsTheyWereGiven) {
     EXPECT_STREQ(text.value.string->ft->getCharPtr(text.value.string, nullptr), "text");
     const CMPIData number = path->ft->getKey(path, "NUMBER", nullptr);
     EXPECT_EQ(number.type, CMPI_uint32);
-    EXPECT_EQ(number.value.uint32, 7u);
+    EXPECT_EQ(number.value.uint32, 7U);
     CMPIStatus status{};
     EXPECT_EQ(path->ft->getKeyAt(path, 2, nullptr, &status).state, CMPI_nullValue);
     EXPECT_EQ(status.rc, CMPI_RC_ERR_NOT_FOUND);
@@ -135,7 +136,7 @@ TEST_F(RecordingBrokerTest, NthObjectFails) {
     EXPECT_EQ(new_path(), nullptr);
     EXPECT_TRUE(broker().fault_hit());
     EXPECT_NE(new_path(), nullptr);
-    EXPECT_EQ(broker().made(Make::ObjectPath), 3u);
+    EXPECT_EQ(broker().made(Make::ObjectPath), 3U);
 }
 
 TEST_F(RecordingBrokerTest, EveryObjectFails) {
@@ -183,26 +184,27 @@ TEST_F(RecordingBrokerTest, ResultKeepsEverythingInItsOrder) {
     rslt->ft->returnObjectPath(rslt, new_path());
     rslt->ft->returnDone(rslt);
     std::ostringstream out;
-    for (const Returned& returned : result.returned())
+    for (const Returned& returned : result.returned()) {
         out << returned << '\n';
+    }
     EXPECT_EQ(out.str(),
               "instance KESTO_Class\n"
               "path NULL\n"
               "instance -1\n"
               "path root/x:KESTO_Class{}\n");
-    EXPECT_EQ(result.instances().size(), 2u);
-    EXPECT_EQ(result.paths().size(), 2u);
-    EXPECT_EQ(result.done_calls(), 1u);
+    EXPECT_EQ(result.instances().size(), 2U);
+    EXPECT_EQ(result.paths().size(), 2U);
+    EXPECT_EQ(result.done_calls(), 1U);
 }
 
-TEST_F(RecordingBrokerTest, CallsTellWhetherTheLockWasHeld) {
+TEST_F(RecordingBrokerTest, CallsShowWhetherTheLockWasHeld) {
     new_path();
     {
         emulator::Locked lock;
         new_path();
     }
     const std::vector<Call> calls = broker().calls();
-    ASSERT_EQ(calls.size(), 2u);
+    ASSERT_EQ(calls.size(), 2U);
     EXPECT_FALSE(calls[0].locked);
     EXPECT_TRUE(calls[1].locked);
     EXPECT_EQ(calls[0].function(), "newObjectPath");

@@ -14,8 +14,9 @@ StdoutCapture::StdoutCapture() {
     std::fflush(stdout);
     file_ = mkstemp(name.data());
     saved_ = dup(STDOUT_FILENO);
-    if (file_ < 0 || saved_ < 0 || dup2(file_, STDOUT_FILENO) < 0)
+    if (file_ < 0 || saved_ < 0 || dup2(file_, STDOUT_FILENO) < 0) {
         throw std::runtime_error("standard output cannot be redirected");
+    }
     unlink(name.data());
 }
 
@@ -32,8 +33,9 @@ const std::string& StdoutCapture::text() {
 
     lseek(file_, 0, SEEK_SET);
     std::array<char, 4096> part{};
-    for (ssize_t length = 0; (length = read(file_, part.data(), part.size())) > 0;)
+    for (ssize_t length = 0; (length = read(file_, part.data(), part.size())) > 0;) {
         text_.append(part.data(), static_cast<std::size_t>(length));
+    }
     close(file_);
     return text_;
 }

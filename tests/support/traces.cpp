@@ -19,8 +19,9 @@ std::string line_trace(const std::string& function, int line) {
 
 std::size_t occurrences(const std::string& text, const std::string& part) {
     std::size_t count = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size())) {
         ++count;
+    }
     return count;
 }
 

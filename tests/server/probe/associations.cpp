@@ -24,7 +24,7 @@ CMPIObjectPath* link(const char* className, const char* role1, CMPIObjectPath* e
 }
 
 bool asks_for(const char* asked, const char* className) {
-    return (asked != nullptr) && strcasecmp(asked, className) == 0;
+    return asked != nullptr && strcasecmp(asked, className) == 0;
 }
 
 // The far end of an association class as the provider sees it from the source; NULL for none.
@@ -69,7 +69,7 @@ CMPIStatus associator_names(const Asked& asked, const char* association) {
 
 CMPIStatus associators(const Asked& asked, const char* association) {
     const CMPIObjectPath* end = far_end(asked.path, association);
-    if ((end == nullptr) || end == minus_one<CMPIObjectPath>()) {
+    if (end == nullptr || end == minus_one<CMPIObjectPath>()) {
         return_instance(asked, reinterpret_cast<const CMPIInstance*>(end));
         return ok();
     }

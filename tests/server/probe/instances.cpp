@@ -183,8 +183,9 @@ CMPIStatus enumerate_context(const Asked& asked) {
     set(instance, "AskedClass", class_of(asked.path).c_str());
     set(instance, "AskedNameSpace", chars_of(asked.path->ft->getNameSpace(asked.path, nullptr)));
     CMPICount wanted = 0;
-    while ((asked.properties != nullptr) && (asked.properties[wanted] != nullptr))
+    while (asked.properties != nullptr && (asked.properties[wanted] != nullptr)) {
         ++wanted;
+    }
     set_number(instance, "WantedCount", asked.properties != nullptr ? wanted : 99);
     return_instance(asked, instance);
     return ok();
@@ -194,7 +195,7 @@ CMPIStatus enumerate_context(const Asked& asked) {
 CMPIStatus enumerate_through_broker(const Asked& asked) {
     CMPIStatus status{};
     const auto returnAll = [&](const CMPIEnumeration* found) {
-        while ((found != nullptr) && (found->ft->hasNext(found, nullptr) != 0)) {
+        while (found != nullptr && (found->ft->hasNext(found, nullptr) != 0)) {
             return_instance(asked, found->ft->getNext(found, nullptr).value.inst);
         }
     };
@@ -215,7 +216,7 @@ CMPIStatus names_through_broker(const Asked& asked) {
     CMPIStatus status{};
     const auto returnAll = [&](const CMPIEnumeration* found) {
         const CMPIArray* paths = found != nullptr ? found->ft->toArray(found, nullptr) : nullptr;
-        for (CMPICount i = 0; (paths != nullptr) && i < paths->ft->getSize(paths, nullptr); ++i) {
+        for (CMPICount i = 0; paths != nullptr && i < paths->ft->getSize(paths, nullptr); ++i) {
             return_path(asked, paths->ft->getElementAt(paths, i, nullptr).value.ref);
         }
     };
@@ -313,8 +314,9 @@ constexpr Behaviour BEHAVIOURS[] = {
 
 CMPIStatus perform(CMPIStatus (*Behaviour::*operation)(const Asked&), const Asked& asked) {
     for (const Behaviour& behaviour : BEHAVIOURS) {
-        if (is_a(asked.path, behaviour.className) && (behaviour.*operation != nullptr))
+        if (is_a(asked.path, behaviour.className) && (behaviour.*operation != nullptr)) {
             return (behaviour.*operation)(asked);
+        }
     }
     return ok();
 }

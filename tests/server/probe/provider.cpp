@@ -42,8 +42,7 @@ CMPIStatus create_instance(CMPIInstanceMI*, const CMPIContext*, const CMPIResult
 
 CMPIStatus modify_instance(CMPIInstanceMI*, const CMPIContext*, const CMPIResult*, const CMPIObjectPath* path,
                            const CMPIInstance* instance, const char** properties) {
-    const bool oneWanted =
-        (properties != nullptr) && (properties[0] != nullptr) && (properties[1] == nullptr);
+    const bool oneWanted = properties != nullptr && (properties[0] != nullptr) && (properties[1] == nullptr);
     const bool coloured = instance->ft->getProperty(instance, "Colour", nullptr).type == CMPI_string;
     if (key_of(path, "Name") == "one" && oneWanted && coloured) return ok();
     return {CMPI_RC_ERR_NOT_FOUND, new_string("nothing to modify")};
