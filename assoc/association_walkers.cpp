@@ -3,7 +3,6 @@
 // One table drives both walkers. Each row names the link's own endpoint, whose path is made first, and the
 // other end. The roles that the two play run against the usual reading in several rows, and those of the
 // statistics differ between instances and names; clients know them so.
-#include <cstdint>
 
 #include "assoc/ends.h"
 #include "assoc/families.h"
@@ -15,6 +14,8 @@
 #include "common/trace.h"
 #include "include/associations.h"
 #include "include/classes.h"
+#include "platform/computer_system.h"
+#include "platform/platform_records.h"
 #include "platform/platform_services.h"
 #include "platform/table_walk.h"
 

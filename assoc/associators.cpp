@@ -5,6 +5,7 @@
 // tables; where the names and the instances of a source class go different ways, they have a table each.
 #include <strings.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <span>
 
@@ -15,8 +16,10 @@
 #include "common/trace.h"
 #include "include/classes.h"
 #include "include/traversal.h"
+#include "platform/computer_system.h"
 #include "platform/fcip_config.h"
 #include "platform/link_key.h"
+#include "platform/platform_records.h"
 #include "platform/platform_row.h"
 #include "platform/platform_services.h"
 #include "platform/row_lookup.h"

@@ -3,6 +3,8 @@
 #include "common/broker.h"
 #include "platform/fcip_config.h"
 #include "platform/key_number.h"
+#include "platform/platform_records.h"
+#include "platform/platform_row.h"
 #include "platform/platform_services.h"
 #include "platform/row_lookup.h"
 

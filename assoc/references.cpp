@@ -60,7 +60,7 @@ struct Traversal {
     EndTest endTest = EndTest::BeforeBuilding;
 };
 
-// The class name and the namespace of the FC port go in this order here; the platform knows which is which.
+// The namespace comes before the class name here; the platform knows the class name by its prefix.
 CMPIObjectPath* fc_port_path(const Source& source, const char* className) {
     return fcport_fill_reference_pm(source.nameSpace, className, source.port.get(), _broker);
 }

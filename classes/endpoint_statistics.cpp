@@ -10,6 +10,7 @@
 #include "common/trace.h"
 #include "include/classes.h"
 #include "platform/byte_order.h"
+#include "platform/computer_system.h"
 #include "platform/fcip_config.h"
 #include "platform/platform_row.h"
 #include "platform/platform_services.h"

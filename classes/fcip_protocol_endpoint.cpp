@@ -5,6 +5,7 @@
 #include "classes/text.h"
 #include "common/trace.h"
 #include "include/classes.h"
+#include "platform/computer_system.h"
 #include "platform/platform_row.h"
 #include "platform/row_lookup.h"
 

@@ -7,6 +7,7 @@
 #include "common/results.h"
 #include "common/trace.h"
 #include "include/classes.h"
+#include "platform/computer_system.h"
 #include "platform/key_number.h"
 #include "platform/platform_row.h"
 #include "platform/platform_services.h"

@@ -11,7 +11,8 @@
 
 namespace {
 
-// A class that a walker serves.
+// A class that a walker serves. The walkers are exported and choose by the class name, so each knows its
+// classes itself; the catalogue sends them no others but KESTO_RemoteIPPort.
 struct LinkClass {
     const char* className;
     LinkBuilder* build;

@@ -1,6 +1,6 @@
 // KESTO_RemoteFCIPPort, KESTO_RemoteIPServiceAccessPoint and KESTO_RemoteTCPPort: the far end of a tunnel,
-// seen from the peer's side. What the peer calls local is the link's remote address, and what it
-// calls remote is the switch's own.
+// seen from the peer's side. What the peer calls local is the link's remote address, and what it calls
+// remote is the switch's own.
 #include <cstdint>
 #include <cstdio>
 
@@ -8,6 +8,7 @@
 #include "classes/text.h"
 #include "common/trace.h"
 #include "include/classes.h"
+#include "platform/computer_system.h"
 #include "platform/key_number.h"
 #include "platform/platform_row.h"
 #include "platform/row_lookup.h"

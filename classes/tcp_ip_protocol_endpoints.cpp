@@ -12,6 +12,7 @@
 #include "common/trace.h"
 #include "include/classes.h"
 #include "platform/byte_order.h"
+#include "platform/computer_system.h"
 #include "platform/ip_address.h"
 #include "platform/key_number.h"
 #include "platform/platform_row.h"

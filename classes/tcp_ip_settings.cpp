@@ -11,6 +11,7 @@
 #include "common/results.h"
 #include "common/trace.h"
 #include "include/classes.h"
+#include "platform/computer_system.h"
 #include "platform/fcip_config.h"
 #include "platform/kernel_stats.h"
 #include "platform/platform_row.h"

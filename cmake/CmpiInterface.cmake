@@ -19,7 +19,7 @@ if(CMPI_INCLUDE_DIR)
     endforeach()
     message(STATUS "CMPI interface: ${CMPI_INCLUDE_DIR}")
     target_include_directories(cmpi_interface SYSTEM INTERFACE ${CMPI_INCLUDE_DIR})
-    # Some development packages tell the operating system by this name only.
+    # Some development packages know the operating system by this name only.
     target_compile_definitions(cmpi_interface INTERFACE CMPI_PLATFORM_LINUX_GENERIC_GNU)
 else()
     message(STATUS "CMPI interface: the project's own declarations")

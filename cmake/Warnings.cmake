@@ -1,5 +1,5 @@
 # The warnings of every target of the project, each of which links fcip_warnings. The presets make them errors
-# (CMAKE_COMPILE_WARNING_AS_ERROR); a packager's build, with a compiler that knows more of them, goes on.
+# (CMAKE_COMPILE_WARNING_AS_ERROR); a packager's build only shows them.
 add_library(fcip_warnings INTERFACE)
 target_compile_options(fcip_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual

@@ -1,4 +1,4 @@
-// FCIP_API marks the functions of the library's exported set; everything else stays hidden.
+// FCIP_API marks what the library exports: its C functions, and _broker. Everything else stays hidden.
 #ifndef KESTO_COMMON_EXPORT_H
 #define KESTO_COMMON_EXPORT_H
 

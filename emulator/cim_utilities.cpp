@@ -7,7 +7,6 @@
 #include <cmpift.h>
 #include <strings.h>
 
-#include <array>
 #include <cstdint>
 #include <cstring>
 #include <mutex>

@@ -2,7 +2,6 @@
 #include "emulator/control.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <memory>
 #include <mutex>

@@ -1,4 +1,5 @@
 // The FCIP management service: the tables of tunnels, profiles, TCP connections and link errors.
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>

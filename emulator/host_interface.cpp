@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 
 #include <bit>
+#include <cstddef>
 #include <cstring>
 #include <fstream>
 #include <memory>

@@ -1,6 +1,7 @@
 // IP utilities and the IP configuration service.
 #include <arpa/inet.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <optional>

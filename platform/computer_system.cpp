@@ -8,6 +8,7 @@
 #include "common/results.h"
 #include "common/trace.h"
 #include "platform/key_number.h"
+#include "platform/platform_records.h"
 #include "platform/platform_row.h"
 #include "platform/platform_services.h"
 #include "platform/row_lookup.h"

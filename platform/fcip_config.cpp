@@ -40,7 +40,7 @@ int get_all_fcip_entities(std::uint32_t queue) {
 int get_fcip_entity_from_key_value(std::uint32_t queue, const char* keyValue, FcipEntityEntry* out) {
     const char* wanted = keyValue != nullptr ? keyValue : "";
     int found = 0;
-    // The walk goes on after a match: the last one wins.
+    // The walk continues after a match: the last one wins.
     walk_entities(queue, EmptyAnswer::IsRepeated, [&](const FcipEntityEntry& entity) {
         char id[16];
         std::snprintf(id, sizeof id, "%d", as_printed(entity.kfmFcipEntityId));

@@ -32,7 +32,7 @@ FCIP_API int get_fcip_entity_from(const char* keyValue, FcipEntityEntry* out);
 // The profile of a link. 0 or -1.
 FCIP_API int get_profile_from_link_entry(const FcipLinkEntry* link, FcipEntityEntry* out);
 // The interfaces that use a profile: a malloc'ed block that belongs to the caller, or null. The block holds
-// as many if-indexes as its count says, unless the platform did not tell how long its reply is.
+// as many if-indexes as its count says, unless the platform did not report its reply's length.
 FCIP_API EntityIfList* fcip_get_ifs_for_this_profile(std::uint32_t entityId, std::uint32_t queue);
 
 // The switch-wide IP configuration. 0 or -1.

@@ -24,6 +24,7 @@ struct LinkKey {
     bool usable = true;           // the tokens that the mode needs are there
     std::uint32_t number = 0;     // of the whole key or its first token
     const char* second = nullptr; // the second token, in modes that need one
+    std::uint32_t secondNumber = 0;
 };
 
 bool remote_address_is(const FcipLinkEntry& link, const char* text) {
@@ -58,7 +59,7 @@ constexpr KeyForm KEY_FORMS[] = {
      [](const LinkKey& key, const FcipLinkEntry& link) { return remote_address_is(link, key.second); }, true},
     {LINK_BY_REMOTE_IF_INDEX, "_",
      [](const LinkKey& key, const FcipLinkEntry& link) {
-         return link.kfmFcipLinkIfIndex == key_number(key.second);
+         return link.kfmFcipLinkIfIndex == key.secondNumber;
      },
      true},
 };
@@ -89,6 +90,7 @@ void take_apart(LinkKey& key, const char* keyValue, const KeyForm& form) {
     if (!form.isRemote || key.number != 0) return;
     key.second = strtok_r(nullptr, form.separators, &rest);
     key.usable = key.second != nullptr;
+    key.secondNumber = key_number(key.second);
 }
 
 LinkLookup match(const LinkKey& key, const KeyForm& form, const FcipLinkEntry& link) {

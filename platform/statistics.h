@@ -2,7 +2,7 @@
 // over the platform's message transport.
 //
 // All functions expect the provider lock to be held. Every reply is dropped before a function returns, but
-// for get_ip_stats without a copy.
+// for get_ip_stats without a copy, and for stats_request and stats_receive, whose caller drops it.
 #ifndef KESTO_PLATFORM_STATISTICS_H
 #define KESTO_PLATFORM_STATISTICS_H
 

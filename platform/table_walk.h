@@ -1,5 +1,6 @@
 // The walks over the platform's tables. There is one scheme: ask for the row that follows a key, look at the
-// row, make its key the next one; the first failure ends the walk, and so does a success without a row.
+// row, make its key the next one. The first failure ends the walk; a success without a row ends it too, or is
+// asked for again, as the walk chooses.
 #ifndef KESTO_PLATFORM_TABLE_WALK_H
 #define KESTO_PLATFORM_TABLE_WALK_H
 

@@ -69,8 +69,9 @@ constexpr ServedClass CATALOGUE[] = {
      .associators = get_tcp_remote_pe_associators,
      .referenceNames = get_tcp_pe_reference_names,
      .references = get_tcp_remote_pe_references},
-    // Its instances have a walker, which does not serve the class and gives a NULL for each link; its names
-    // have none.
+    // It accepts no key. Its instances have a walker, which does not serve the class and gives a NULL for
+    // each
+    // link; its names have none.
     {.className = "KESTO_RemoteIPPort",
      .instances = get_all_ip_pe_instances,
      .get = by_link(LINK_BY_IF_INDEX_TOKEN, built<ip_pe_build_instance>)},
@@ -186,6 +187,7 @@ constexpr ServedClass CATALOGUE[] = {
     {.className = "KESTO_IPEthernetEndpoint",
      .key = ANY_KEY,
      .get = directly(association<get_ant_dep_instance>)},
+    // Its instances are answered with nothing at once, its names by the walker, which knows no such class.
     {.className = "KESTO_FCPortProtocolEndPoint", .instances = nullptr},
     // Unlike the other associations it accepts no key.
     {.className = "KESTO_EthernetPortProtocolEndpoint", .get = directly(association<get_ant_dep_instance>)},

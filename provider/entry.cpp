@@ -1,6 +1,7 @@
 // Factory functions, start-up, the static MI tables, and the operations that do no work.
 #include <cstdio>
 
+#include "common/broker.h"
 #include "platform/platform_services.h"
 #include "provider/provider.h"
 #include "provider/provider_lock.h"

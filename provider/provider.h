@@ -2,7 +2,7 @@
 // the operations of their function tables.
 //
 // The library is stateless but for _broker. Every operation that reaches the platform takes the platform's
-// process-wide lock once, after it has read the request's object path, and releases it on its only way out.
+// process-wide lock once, after it has found the request's key, and releases it on its only way out.
 #ifndef KESTO_PROVIDER_PROVIDER_H
 #define KESTO_PROVIDER_PROVIDER_H
 
