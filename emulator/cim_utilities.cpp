@@ -219,8 +219,9 @@ CMPIObjectPath* switch_fill_reference_str(const char* className, const char* nam
             return class_and_namespace(className, nameSpace) + " " + (key == nullptr ? "NULL" : key);
         });
         if (!call.require(key != nullptr, "the key is NULL") ||
-            !is_to_make(call, broker, className, nameSpace))
+            !is_to_make(call, broker, className, nameSpace)) {
             return nullptr;
+        }
     }
     return make_path(broker, nameSpace, className, system_keys(className, key));
 }
@@ -235,8 +236,9 @@ CMPIInstance* switch_build_instance_str(const char* className, const char* nameS
         });
         call.require(option == 0, "the constant argument is not 0");
         if (!call.require(key != nullptr, "the key is NULL") ||
-            !is_to_make(call, broker, className, nameSpace))
+            !is_to_make(call, broker, className, nameSpace)) {
             return nullptr;
+        }
     }
     const Keys keys = system_keys(className, key);
     return make_instance(broker, make_path(broker, nameSpace, className, keys), properties, keys,
@@ -252,8 +254,9 @@ CMPIInstance* association_class_build_instance_path(const char* className, const
             return class_and_namespace(className, nameSpace) + " " + class_and_namespace(role1, role2);
         });
         if (!call.require(role1 != nullptr && role2 != nullptr, "a role is NULL") ||
-            !is_to_make(call, broker, className, nameSpace))
+            !is_to_make(call, broker, className, nameSpace)) {
             return nullptr;
+        }
     }
     return make_association(broker, nameSpace, className, const_cast<CMPIObjectPath*>(ref1),
                             const_cast<CMPIObjectPath*>(ref2), role1, role2);

@@ -111,14 +111,16 @@ int fcip_send_recv_with_mts_q(std::uint32_t code, std::uint32_t node, std::uint3
     if (!call.require(complete, "the payload is not one 32-bit entity id") ||
         !call.require(replyLength != nullptr, "no place for the reply's length") ||
         !call.require(code == CODE_PROFILE_INTERFACES && node == FCIP_NODE && service == FCIP_SERVICE,
-                      "not code 8946 to node 0xfe000000, service 60"))
+                      "not code 8946 to node 0xfe000000, service 60")) {
         return FAILED;
+    }
 
     const SwitchState& state = runtime().state;
     std::vector<std::uint32_t> words{0}; // EntityIfList: the count, then the if-indexes
     for (auto link = state.links.lower_bound({entityId, 0});
-         link != state.links.end() && link->first.first == entityId; ++link)
+         link != state.links.end() && link->first.first == entityId; ++link) {
         words.push_back(link->second.kfmFcipLinkIfIndex);
+    }
     words[0] = static_cast<std::uint32_t>(words.size() - 1);
     const std::size_t size = words.size() * sizeof words[0];
     const bool known = state.entities.contains(entityId);

@@ -80,8 +80,9 @@ std::string first_interface() {
     const Addresses list = interface_addresses();
     for (const ifaddrs* entry = list.get(); entry != nullptr; entry = entry->ifa_next) {
         if (entry->ifa_addr == nullptr || (entry->ifa_flags & IFF_UP) == 0 ||
-            (entry->ifa_flags & IFF_LOOPBACK) != 0)
+            (entry->ifa_flags & IFF_LOOPBACK) != 0) {
             continue;
+        }
         if (entry->ifa_addr->sa_family != AF_INET && entry->ifa_addr->sa_family != AF_INET6) continue;
         const unsigned index = if_nametoindex(entry->ifa_name);
         if (index != 0 && (first.empty() || index < lowest)) {

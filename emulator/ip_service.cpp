@@ -55,8 +55,9 @@ int ip_addr_to_str(const IpAddr* address, char* buffer, std::uint32_t length) {
                                   : address_text(*address) + " " + std::to_string(length);
     });
     if (!call.require(address != nullptr && buffer != nullptr && length != 0,
-                      "no address or no room for its text"))
+                      "no address or no room for its text")) {
         return FAILED;
+    }
     buffer[0] = '\0';
     if (call.failed()) return call.status();
     const std::string text = address_text(*address);
@@ -116,13 +117,15 @@ int cmi_req_resp(std::uint32_t code, std::uint32_t first, std::uint32_t second, 
     });
     if (!call.usable(queue)) return FAILED;
     if (!call.require(code == CODE_IP_CONFIGURATION && service == IP_CONFIGURATION_SERVICE,
-                      "not code 873 to service 35"))
+                      "not code 873 to service 35")) {
         return FAILED;
+    }
     call.require(first == 1 && second == 0 && third == 0 && fourth == 0 && option == 5,
                  "the constant arguments are not 1, 0, 0, 0 and 5");
     if (!call.require(replyLength != nullptr && *replyLength == sizeof(IpMiscCfg),
-                      "the length of the reply is not preset to 8"))
+                      "the length of the reply is not preset to 8")) {
         return FAILED;
+    }
     const int status = call.answer(reply, &runtime().state.ipConfiguration);
     if (status == OK) *replyLength = *reply == nullptr ? 0 : sizeof(IpMiscCfg);
     return status;

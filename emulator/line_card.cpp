@@ -116,8 +116,9 @@ Bytes continuation(bool more) {
 std::uint16_t status_for(const Request& request, const Exchange& exchange, const Port* port) {
     if (!well_formed(request, exchange)) return CARD_MALFORMED;
     if (port == nullptr || port->node != request.node ||
-        port->port != big_endian(request.payload.subspan(4, 2)))
+        port->port != big_endian(request.payload.subspan(4, 2))) {
         return CARD_NO_INTERFACE;
+    }
     return port->*exchange.reply ? CARD_OK : CARD_NO_STATISTICS;
 }
 

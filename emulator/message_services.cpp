@@ -46,8 +46,9 @@ int mts_send(std::uint32_t queue, std::uint32_t node, std::uint32_t service, std
     });
     if (!call.require((payload != nullptr || length == 0) && request != nullptr,
                       "no payload or no message slot") ||
-        !call.usable(queue))
+        !call.usable(queue)) {
         return FAILED;
+    }
     call.require(flags == 0 && priority == 0, "the constant arguments are not 0 and 0");
     if (call.failed()) return call.status();
     if (!node_exists(node)) return FAILED;
@@ -75,8 +76,9 @@ int mts_recv(std::uint32_t queue, MtsMessage* reply, const void* selector) {
     const Call call("mts_recv", CallerLock::Needed,
                     [&] { return format("token=%u option=%u", wanted.token, wanted.option); });
     if (!call.require(reply != nullptr && selector != nullptr, "no message slot or no selector") ||
-        !call.usable(queue))
+        !call.usable(queue)) {
         return FAILED;
+    }
     bool rest = wanted.reserved_4 == 0;
     for (const std::uint32_t word : wanted.reserved_16) {
         rest = rest && word == 0;

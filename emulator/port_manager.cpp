@@ -115,8 +115,9 @@ int pm_cmi_get_port_config(std::uint32_t queue, std::uint32_t first, std::uint32
                               : format("%u %u key={0x%08x,0x%08x} %u", first, second, key[0], key[1], option);
     });
     if (!call.require(key != nullptr && length != nullptr, "the key or the length is NULL") ||
-        !call.usable(queue))
+        !call.usable(queue)) {
         return FAILED;
+    }
     call.require(first == 1 && second == 1 && option == 4, "the constant arguments are not 1, 1 and 4");
     call.require(key[0] == key[1], "the two halves of the key differ");
     const int status = answer_port(call, row, runtime().state.find_port(key[0]));

@@ -21,8 +21,9 @@ json parse_json(std::string_view text, std::string_view source) {
         if (event == json::parse_event_t::object_start) open.emplace_back();
         if (event == json::parse_event_t::object_end) open.pop_back();
         if (event == json::parse_event_t::key && !open.back().insert(value.get<std::string>()).second &&
-            repeated.empty())
+            repeated.empty()) {
             repeated = value.get<std::string>();
+        }
         return true;
     };
     json parsed;

@@ -94,8 +94,9 @@ TEST_F(EthernetStatistics, CollisionAndMacErrorCountersShareTheirValues) {
     const RecordedInstance instance = build();
     EXPECT_EQ(instance.value("ExcessiveCollissions"), 4294967298);
     for (const char* name :
-         {"InternalMACTransmitErrors", "InternalMACReceiveErrors", "CarrierSenseErrors", "FrameTooLongs"})
+         {"InternalMACTransmitErrors", "InternalMACReceiveErrors", "CarrierSenseErrors", "FrameTooLongs"}) {
         EXPECT_EQ(instance.value(name), 2) << name;
+    }
     for (const char* name : {"SingleCollisionFrames", "MultipleCollisionFrames", "DeferredTransmissions"}) {
         EXPECT_EQ(instance.value(name), 4) << name;
     }

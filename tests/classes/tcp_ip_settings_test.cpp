@@ -38,8 +38,9 @@ TEST_F(TcpIpSettings, AllSettingsOfATunnelShareTheIfIndexAsInstanceId) {
     EXPECT_EQ(build_tcp().value("InstanceID"), "100");
     const Sets key{{"InstanceID", CMPI_chars, "100"}};
     for (auto* filler :
-         {fcip_settings_fill_reference, ip_settings_fill_reference, tcp_settings_fill_reference})
+         {fcip_settings_fill_reference, ip_settings_fill_reference, tcp_settings_fill_reference}) {
         EXPECT_EQ(make([&] { return filler("KESTO_AnySettings", NAMESPACE, &link); }).keys(), key);
+    }
 }
 
 // IP.

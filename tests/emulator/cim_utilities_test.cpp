@@ -161,8 +161,9 @@ TEST_F(CimUtilities, FaultsGiveNull) {
     const PortInfo row = port(ETHERNET_1_1);
     for (const char* symbol :
          {"switch_fill_reference", "switch_fill_reference_str", "switch_build_instance_str",
-          "association_class_build_instance_path", "fcport_build_instance_pm", "fcport_fill_reference_pm"})
+          "association_class_build_instance_path", "fcport_build_instance_pm", "fcport_fill_reference_pm"}) {
         emulator::fail_always(symbol);
+    }
     CMPIObjectPath* end = broker.path(NAMESPACE, "KESTO_A");
     EXPECT_EQ(switch_fill_reference("KESTO_A", NAMESPACE, broker.cmpi()), nullptr);
     EXPECT_EQ(switch_fill_reference_str("KESTO_A", NAMESPACE, "key", broker.cmpi()), nullptr);

@@ -56,8 +56,9 @@ class Exchange : public LockedTest {
                                              std::uint32_t service = STATISTICS_SERVICE) {
         MtsMessage request{};
         if (mts_send(mts_q, node, service, code, payload.data(), static_cast<std::uint32_t>(payload.size()),
-                     &request, 0, 0) != 0)
+                     &request, 0, 0) != 0) {
             return std::nullopt;
+        }
         const std::uint32_t token = mts_rr_token_get(&request);
         EXPECT_EQ(mts_drop(mts_q, &request), 0);
         return token;

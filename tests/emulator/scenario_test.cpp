@@ -210,8 +210,9 @@ TEST_F(Scenario, EveryFieldLandsInItsWord) {
     EXPECT_EQ(words[32], 7U);
     EXPECT_EQ(words[293], 493U);
     for (const unsigned word : {1U,  3U,  4U,  7U,  14U, 15U, 16U, 17U, 18U, 19U, 20U, 21U,
-                                23U, 24U, 25U, 27U, 28U, 29U, 30U, 31U, 33U, 34U, 35U, 36U})
+                                23U, 24U, 25U, 27U, 28U, 29U, 30U, 31U, 33U, 34U, 35U, 36U}) {
         EXPECT_EQ(words[word], 200 + word) << "word " << word;
+    }
 }
 
 TEST_F(Scenario, GeneratedSwitchLoadsWithItsTunnels) {

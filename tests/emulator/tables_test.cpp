@@ -42,8 +42,9 @@ class FcipTables : public LockedTest {
 TEST_F(FcipTables, LinksAreWalkedInUnsignedKeyOrder) {
     emulator::clear_links();
     for (const auto& [entityId, linkIndex] :
-         Keys{{0x80000001, 2}, {2, 0xFFFFFFFF}, {10, 1}, {2, 0x7FFFFFFF}, {2, 0x80000000}, {1, 5}})
+         Keys{{0x80000001, 2}, {2, 0xFFFFFFFF}, {10, 1}, {2, 0x7FFFFFFF}, {2, 0x80000000}, {1, 5}}) {
         emulator::add_link(link_row(entityId, linkIndex));
+    }
     EXPECT_EQ(walk_links(),
               Keys({{1, 5}, {2, 0x7FFFFFFF}, {2, 0x80000000}, {2, 0xFFFFFFFF}, {10, 1}, {0x80000001, 2}}));
 }

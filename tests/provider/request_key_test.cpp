@@ -180,8 +180,9 @@ TEST_F(RequestKeyTest, NameIsNoKeyOfIpStatistics) {
 TEST_F(RequestKeyTest, ClassesWithoutAKeyOfTheirOwnFindNone) {
     for (const char* className :
          {"KESTO_RemoteIPPort", "KESTO_TCPStatisticalData", "KESTO_LogicalComputerSystem",
-          "KESTO_FCPortProtocolEndPoint", "CIM_ComputerSystem"})
+          "KESTO_FCPortProtocolEndPoint", "CIM_ComputerSystem"}) {
         expect_no_key(get_instance(className, {{"Name", "17"}, {"InstanceID", "17"}}));
+    }
 }
 
 TEST_F(RequestKeyTest, MessageThatCannotBeMadeIsNull) {
