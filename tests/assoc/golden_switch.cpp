@@ -78,8 +78,10 @@ void install() {
         emulator::set_link_errors(errors);
         install_port(tunnel->ethernet, test_support::GIGABIT_ETHERNET_PORT, 1);
     }
-    for (const Tunnel* tunnel : TUNNELS) // port 7 ends as the interface of BY_IF_INDEX
+    // Port 7 ends as the interface of BY_IF_INDEX.
+    for (const Tunnel* tunnel : TUNNELS) {
         install_port(tunnel->ifIndex, test_support::FCIP_PORT, tunnel->vsan);
+    }
     install_port(GIGABIT_PORT, test_support::GIGABIT_ETHERNET_PORT, 1);
     install_port(GIGABIT_PORT + 0x1000, test_support::GIGABIT_ETHERNET_PORT, 1);
 }
