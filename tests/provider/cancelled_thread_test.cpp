@@ -1,10 +1,10 @@
 // The CIM server cancels a thread that is inside an operation. The thread ends, and nothing else does: the
 // provider lock is free again, and the next request is answered.
 #include <pthread.h>
-#include <unistd.h>
 
 #include <semaphore>
 #include <string>
+#include <thread>
 
 #include "tests/support/provider_test.h"
 
@@ -39,7 +39,8 @@ class CancelledThreadTest : public test_support::ProviderTest {
         wait.action = [&isWaiting] {
             isWaiting.release();
             for (;;) {
-                pause();
+                pthread_testcancel();
+                std::this_thread::yield();
             }
         };
         emulator::add_fault(wait);
