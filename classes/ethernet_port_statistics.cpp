@@ -133,11 +133,9 @@ CMPIObjectPath* eth_statistics_fill_reference(const char* className, const char*
                                               const PortInfo* port) {
     trace_entering(__func__);
     CMPIObjectPath* path = new_object_path(className, nameSpace);
-    if (is_usable(path)) {
-        set_host_name(path);
-        const auto number = decimal<31>(port->ifIndex);
-        add_keys(path, {chars("InstanceID", number)});
-    }
+    set_host_name(path);
+    const auto number = decimal<31>(port->ifIndex);
+    add_keys(path, {chars("InstanceID", number)});
     trace_exiting(__func__);
     return path;
 }

@@ -122,7 +122,6 @@ CMPIInstance* fcip_profile_build_instance(const char* className, const char* nam
 CMPIObjectPath* fcip_profile_fill_reference(const char* className, const char* nameSpace,
                                             const FcipEntityEntry* entity) {
     CMPIObjectPath* path = new_object_path(className, nameSpace);
-    if (path == nullptr) return nullptr;
     // Profile numbers are small: the key has room for eight digits.
     const auto number = decimal<9>(entity->kfmFcipEntityId);
     add_keys(path, {chars("InstanceID", number)});

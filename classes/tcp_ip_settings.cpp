@@ -3,7 +3,6 @@
 // Both builders also ask for counters that no property shows: the requests are visible to the platform and
 // its line cards.
 #include <cstdint>
-#include <cstdio>
 
 #include "classes/builder.h"
 #include "classes/settings.h"
@@ -72,8 +71,7 @@ CMPIInstance* tcp_settings_build_instance(const char* className, const char* nam
     trace_line(__func__, 68);
     PlatformRow<FcipEntityEntry> profile;
     if (!read_profile(fresh.kfmFcipEntityId, profile)) return nullptr;
-    TcpStatsReply statistics{};
-    if (get_tcp_stats(fresh.kfmFcipLinkExtEthIfIndex, &statistics) != 0) std::puts("******* Error ******** ");
+    request_tcp_counters(fresh.kfmFcipLinkExtEthIfIndex);
 
     const SystemName systemName = system_name(fresh.kfmFcipLinkIfIndex);
     const Property identity[] = {

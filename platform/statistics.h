@@ -40,4 +40,7 @@ FCIP_API int stats_receive(std::uint32_t queue, MtsMessage* reply, std::uint32_t
 
 } // extern "C"
 
+// Asks the line card for the TCP counters of a port. No property shows them; a failure is a line of output.
+void request_tcp_counters(std::uint32_t ifIndex);
+
 #endif
