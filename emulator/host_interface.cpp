@@ -109,6 +109,7 @@ std::string host_interface_name(const std::string& device) {
 }
 
 std::optional<HostInterface> read_host_interface(const std::string& device) {
+    if (device.empty()) return std::nullopt;
     HostInterface interface;
     interface.name = host_interface_name(device);
     if (interface.name.empty()) return std::nullopt;

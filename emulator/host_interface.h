@@ -23,6 +23,7 @@ struct HostInterface {
 // that is up and has an address. Empty if the host has no such interface.
 std::string host_interface_name(const std::string& device);
 
+// The interface that a port is bound to; none for a port without a device.
 std::optional<HostInterface> read_host_interface(const std::string& device);
 
 } // namespace emulator

@@ -32,18 +32,13 @@ std::string address_text(const IpAddr& address) {
     return text;
 }
 
-std::optional<HostInterface> host_interface_of(std::uint32_t ifIndex) {
-    const Port* port = runtime().state.find_port(ifIndex);
-    return port == nullptr || port->device.empty() ? std::nullopt : read_host_interface(port->device);
-}
-
 // One number of a port: the host's, if the port is bound and the host has it, otherwise the port's own.
 std::optional<std::uint32_t> number_of(std::uint32_t ifIndex,
                                        std::optional<std::uint32_t> HostInterface::*live,
                                        std::optional<std::uint32_t> Port::*own) {
     const Port* port = runtime().state.find_port(ifIndex);
     if (port == nullptr) return std::nullopt;
-    const std::optional<HostInterface> host = host_interface_of(ifIndex);
+    const std::optional<HostInterface> host = read_host_interface(port->device);
     return host && *host.*live ? *host.*live : port->*own;
 }
 

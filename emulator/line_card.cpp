@@ -145,7 +145,7 @@ CardAnswer answer_of_port(const Request& request, const Exchange& exchange) {
     const LineCardReply& reply = *(port->*exchange.reply);
     answer.payload.resize(reply.size != 0 ? reply.size : exchange.replySize);
     put_counters(answer.payload, reply, exchange.wordWidth);
-    if (request.code == CODE_ETHERNET_STATS && !port->device.empty()) {
+    if (request.code == CODE_ETHERNET_STATS) {
         if (const auto host = read_host_interface(port->device)) put_host_counters(answer.payload, *host);
     }
     put(answer.payload, STATUS_OFFSET, 2, reply.status);

@@ -36,10 +36,6 @@ int answer_port(const Call& call, PortInfo** slot, const Port* port) {
     return call.answer(slot, port == nullptr ? nullptr : &row);
 }
 
-std::optional<HostInterface> host_interface_of(const Port& port) {
-    return port.device.empty() ? std::nullopt : read_host_interface(port.device);
-}
-
 PortCounters counters_of(const Port& port) {
     const SwitchState& state = runtime().state;
     const auto low = [&](const Counter& counter) { return static_cast<std::uint32_t>(state.value(counter)); };
@@ -101,7 +97,7 @@ int pm_cim_get_network_address(char* buffer, const PortInfo* row, std::uint8_t t
     if (call.failed()) return call.status();
     const Port* port = runtime().state.find_port(row->ifIndex);
     if (port == nullptr) return NOT_FOUND;
-    const std::optional<HostInterface> host = host_interface_of(*port);
+    const std::optional<HostInterface> host = read_host_interface(port->device);
     const std::string& text = host && !host->macAddress.empty() ? host->macAddress : port->address;
     std::memcpy(buffer, text.c_str(), text.size() + 1);
     return OK;
@@ -133,7 +129,7 @@ int pm_get_port_counters(std::uint32_t queue, std::uint32_t ifIndex, std::uint32
     call.require(first == 0 && second == 6 && third == 0, "the constant arguments are not 0, 6 and 0");
     const Port* port = runtime().state.find_port(ifIndex);
     if (port == nullptr) return call.answer<PortCounters, PortCounters>(row, nullptr);
-    const std::optional<HostInterface> host = host_interface_of(*port);
+    const std::optional<HostInterface> host = read_host_interface(port->device);
     const PortCounters counters = host ? counters_of(*host) : counters_of(*port);
     return call.answer(row, &counters);
 }
@@ -147,7 +143,7 @@ int pm_get_clear_eth_stats(std::uint32_t queue, std::uint32_t ifIndex, std::uint
     if (call.failed()) return call.status();
     const Port* port = runtime().state.find_port(ifIndex);
     if (port == nullptr) return NOT_FOUND;
-    const std::optional<HostInterface> host = host_interface_of(*port);
+    const std::optional<HostInterface> host = read_host_interface(port->device);
     const std::optional<std::uint32_t> mtu = host && host->mtu ? host->mtu : port->mtu;
     if (!mtu) return NOT_FOUND; // not an Ethernet interface
     std::uint32_t record[64]{}; // the whole record is written, so that too small a buffer is noticed
