@@ -4,15 +4,12 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "server/broker/broker.h"
 #include "server/cimxml/service.h"
@@ -21,6 +18,7 @@
 #include "server/http/server.h"
 #include "server/model/request.h"
 #include "server/model/result_sink.h"
+#include "server/options.h"
 #include "server/provider/association_table.h"
 #include "server/provider/operations.h"
 #include "server/provider/provider.h"
@@ -28,17 +26,6 @@
 namespace {
 
 using namespace cimserver;
-
-struct Options {
-    HttpServer::Settings http;
-    std::string provider;
-    std::string providerName = "FCIPProvider";
-    std::string providerLog;
-    std::string associations;
-    std::vector<std::string> nameSpaces = {"root/cimv2"};
-    unsigned timeout = 30;
-    bool verbose = false;
-};
 
 // Beside the program: where the build puts it, then where an installation does.
 std::string default_provider() {
@@ -64,32 +51,6 @@ AssociationTable association_table(const Options& options, const std::string& li
     const std::filesystem::path file = folder / (options.providerName + ".associations");
     if (folder.empty() || !std::filesystem::exists(file)) return {};
     return AssociationTable::read_file(file.string());
-}
-
-void add_options(CLI::App& app, Options& options) {
-    app.add_option("--provider", options.provider,
-                   "The provider's shared library (default: libFCIPProvider.so)");
-    app.add_option("--provider-name", options.providerName, "Its name: the factories are <name>_Create_...MI")
-        ->capture_default_str();
-    app.add_option("--provider-log", options.providerLog,
-                   "File that the provider's standard output is appended to; - for standard error");
-    app.add_option(
-        "--associations", options.associations,
-        "File with the provider's association classes, a line each: \"Association: Source Source "
-        "...\" (default: <provider-name>.associations beside the provider's library, if it is there)");
-    app.add_option("--namespace", options.nameSpaces, "Namespace to serve; may be repeated")
-        ->capture_default_str();
-    app.add_option("--listen", options.http.address, "Loopback address to listen on")->capture_default_str();
-    app.add_option("--port", options.http.port, "Port to listen on; 0 for any free one")
-        ->capture_default_str();
-    app.add_option("--max-connections", options.http.maxConnections, "Clients at a time")
-        ->capture_default_str()
-        ->check(CLI::Range(1, 1024));
-    app.add_option("--max-body", options.http.maxBody, "Largest request in bytes")->capture_default_str();
-    app.add_option("--timeout", options.timeout, "Seconds that a client may keep the server waiting")
-        ->capture_default_str()
-        ->check(CLI::Range(1, 3600));
-    app.add_flag("--verbose", options.verbose, "Report every operation on standard error");
 }
 
 // Blocked in all threads, so that only wait_for_stop sees them.
@@ -135,18 +96,15 @@ void serve(const Options& options, Console& console) {
 }
 
 int run(int argc, char** argv) {
-    Options options;
-    CLI::App app("Serves a CMPI provider to CIM-XML clients (WBEM).", "kesto-cimserver");
-    add_options(app, options);
-    CLI11_PARSE(app, argc, argv);
-    options.http.timeout = std::chrono::seconds(options.timeout);
+    const CommandLine commandLine = parse_command_line(argc, argv);
+    if (!commandLine.options) return commandLine.exitStatus;
 
     const sigset_t signals = stop_signals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     signal(SIGPIPE, SIG_IGN);
     Console console;
     try {
-        serve(options, console);
+        serve(*commandLine.options, console);
         return EXIT_SUCCESS;
     } catch (const std::exception& error) {
         console.warn(std::string("kesto-cimserver: ") + error.what());

@@ -258,6 +258,16 @@ TEST_F(Program, RefusesToListenBeyondLoopback) {
     EXPECT_EQ(err(), "kesto-cimserver: refusing to listen on 0.0.0.0: only loopback addresses are served\n");
 }
 
+TEST_F(Program, PrintsItsVersionAndItsHelp) {
+    start({"--version"});
+    EXPECT_EQ(wait_for_end(), 0);
+    EXPECT_EQ(out(), "kesto-cimserver " PROJECT_VERSION "\n");
+    start({"--help"});
+    EXPECT_EQ(wait_for_end(), 0);
+    EXPECT_NE(out().find("--provider-name"), std::string::npos);
+    EXPECT_EQ(err(), "");
+}
+
 TEST_F(Program, SaysWhatIsWrongWithItsProvider) {
     start({"--provider", "/nonexistent.so", "--port", "0"});
     EXPECT_EQ(wait_for_end(), 1);
@@ -270,8 +280,11 @@ TEST_F(Program, SaysWhatIsWrongWithItsProvider) {
 
 TEST_F(Program, SaysWhatIsWrongWithItsOptions) {
     start({"--port", "seventy"});
-    EXPECT_NE(wait_for_end(), 0);
+    EXPECT_EQ(wait_for_end(), 2);
     EXPECT_NE(err().find("--port"), std::string::npos);
+    start({"--colour"});
+    EXPECT_EQ(wait_for_end(), 2);
+    EXPECT_NE(err().find("--colour"), std::string::npos);
     start({"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--associations", file("missing")});
     EXPECT_EQ(wait_for_end(), 1);
     EXPECT_NE(err().find("cannot read"), std::string::npos);

@@ -1,0 +1,36 @@
+// The command line of kesto-cimserver.
+#ifndef KESTO_SERVER_OPTIONS_H
+#define KESTO_SERVER_OPTIONS_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "server/http/server.h"
+
+namespace cimserver {
+
+constexpr int USAGE_ERROR = 2; // the exit status of a command line that cannot be served
+
+struct Options {
+    HttpServer::Settings http;
+    std::string provider; // empty: the one that lies beside the program
+    std::string providerName = "FCIPProvider";
+    std::string providerLog;
+    std::string associations;
+    std::vector<std::string> nameSpaces = {"root/cimv2"};
+    bool verbose = false;
+};
+
+// What to serve; or, where there is nothing to serve, the exit status: 0 after --help and --version, which
+// have been printed then, and USAGE_ERROR after a message on standard error.
+struct CommandLine {
+    std::optional<Options> options;
+    int exitStatus = 0;
+};
+
+CommandLine parse_command_line(int argc, char** argv);
+
+} // namespace cimserver
+
+#endif
