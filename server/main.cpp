@@ -16,12 +16,18 @@
 #include "server/console.h"
 #include "server/http/message.h"
 #include "server/http/server.h"
+#include "server/model/cim_model.h"
+#include "server/model/perform.h"
 #include "server/model/request.h"
 #include "server/model/result_sink.h"
 #include "server/options.h"
-#include "server/provider/association_table.h"
 #include "server/provider/operations.h"
 #include "server/provider/provider.h"
+#include "server/provider/provider_call.h"
+#include "server/provider/registrations.h"
+#include "server/provider/served.h"
+#include "server/schema/class_schema.h"
+#include "server/schema/mof_parser.h"
 
 namespace {
 
@@ -44,13 +50,52 @@ std::string host_name() {
     return gethostname(name, sizeof name - 1) == 0 ? name : "localhost";
 }
 
-// Without the option, the table is the one that lies beside the provider's library under the provider's name.
-AssociationTable association_table(const Options& options, const std::string& library) {
-    if (!options.associations.empty()) return AssociationTable::read_file(options.associations);
-    const std::filesystem::path folder = std::filesystem::path(library).parent_path();
-    const std::filesystem::path file = folder / (options.providerName + ".associations");
-    if (folder.empty() || !std::filesystem::exists(file)) return {};
-    return AssociationTable::read_file(file.string());
+// What is installed beside the program: declarations and registration of the provider that it serves without
+// further ado.
+std::string data_file(const std::string& name) {
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    return (program / CIMSERVER_DATA_DIR / name).lexically_normal().string();
+}
+
+std::vector<Registration> registrations_of(const Options& options) {
+    const std::string file =
+        options.registration.empty() ? data_file(options.providerName + ".reg") : options.registration;
+    std::vector<Registration> rows = read_registration_file(file);
+    std::erase_if(rows, [&options](const Registration& row) { return row.provider != options.providerName; });
+    if (rows.empty()) throw RegistrationError(file + " registers no class for " + options.providerName);
+    return rows;
+}
+
+std::vector<std::string> served_names(const Options& options,
+                                      const std::vector<Registration>& registrations) {
+    if (!options.nameSpaces.empty()) return options.nameSpaces;
+    std::vector<std::string> names;
+    for (const Registration& row : registrations) {
+        for (const std::string& name : row.nameSpaces) {
+            if (!contains_name(names, name)) names.push_back(name);
+        }
+    }
+    return names;
+}
+
+std::vector<ServedNameSpace> served_name_spaces(const Options& options, const Perform& provider) {
+    const std::vector<Registration> registrations = registrations_of(options);
+    std::vector<std::string> schema = options.schema;
+    if (schema.empty()) schema.push_back(data_file(options.providerName + "Standalone.mof"));
+    std::vector<ServedNameSpace> served;
+    for (const std::string& name : served_names(options, registrations)) {
+        ServedNameSpace& added = served.emplace_back(ServedNameSpace{name, ClassSchema(name), {}});
+        for (const std::string& file : schema) {
+            parse_mof_file(file, added.schema);
+        }
+        std::vector<Registration> here = registrations;
+        if (options.nameSpaces.empty()) {
+            std::erase_if(here,
+                          [&name](const Registration& row) { return !contains_name(row.nameSpaces, name); });
+        }
+        serve_registered(added, here, provider);
+    }
+    return served;
 }
 
 // Blocked in all threads, so that only wait_for_stop sees them.
@@ -78,16 +123,21 @@ void serve(const Options& options, Console& console) {
     Broker broker(warn, options.verbose);
     const std::string library = options.provider.empty() ? default_provider() : options.provider;
     const Provider provider(library, options.providerName, broker);
-    const Operations operations(provider, association_table(options, library));
-    broker.serve(
-        [operations](const Request& request, ResultSink& sink) { return operations.perform(request, sink); });
-    const CimXmlService service(operations, {options.nameSpaces, host_name(), report});
+    const Operations operations(
+        served_name_spaces(options, [&provider](const Request& request, ResultSink& sink) {
+            return call_provider(provider, request, sink);
+        }));
+    broker.serve([&operations](const Request& request, ResultSink& sink) {
+        return operations.perform(request, sink);
+    });
+    const CimXmlService service(operations, {host_name(), options.keepHosts, report});
     HttpServer server(options.http,
                       [&service](const HttpRequest& request) { return service.answer(request); });
 
     std::string served;
-    for (const std::string& nameSpace : options.nameSpaces) {
-        served += (served.empty() ? "" : ", ") + nameSpace;
+    for (const ServedNameSpace& nameSpace : operations.name_spaces()) {
+        if (!served.empty()) served += ", ";
+        served += nameSpace.name;
     }
     console.say("kesto-cimserver: serving " + server.url() + "/cimom (namespace " + served + ")");
     wait_for_stop();

@@ -14,12 +14,14 @@ void add_provider_options(CLI::App& app, Options& options) {
         ->capture_default_str();
     app.add_option("--provider-log", options.providerLog,
                    "File that the provider's standard output is appended to; - for standard error");
-    app.add_option(
-        "--associations", options.associations,
-        "File with the provider's association classes, a line each: \"Association: Source Source "
-        "...\" (default: <provider-name>.associations beside the provider's library, if it is there)");
-    app.add_option("--namespace", options.nameSpaces, "Namespace to serve; may be repeated")
-        ->capture_default_str();
+    app.add_option("--registration", options.registration,
+                   "File with the classes that the provider serves (default: <provider-name>.reg)");
+    app.add_option("--schema", options.schema,
+                   "MOF file with the classes (default: <provider-name>Standalone.mof); may be repeated");
+    app.add_option("--namespace", options.nameSpaces,
+                   "Namespace to serve; may be repeated (default: those of the registration)");
+    app.add_flag("--keep-hosts", options.keepHosts,
+                 "Leave the host in paths as the provider names it, not as the client reached the server");
 }
 
 void add_http_options(CLI::App& app, HttpServer::Settings& http) {

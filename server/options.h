@@ -17,8 +17,10 @@ struct Options {
     std::string provider; // empty: the one that lies beside the program
     std::string providerName = "FCIPProvider";
     std::string providerLog;
-    std::string associations;
-    std::vector<std::string> nameSpaces = {"root/cimv2"};
+    std::string registration;            // empty: the one of that name in the data folder
+    std::vector<std::string> schema;     // likewise
+    std::vector<std::string> nameSpaces; // empty: those of the registration
+    bool keepHosts = false;
     bool verbose = false;
 };
 

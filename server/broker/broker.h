@@ -13,6 +13,7 @@
 #include <string>
 #include <utility>
 
+#include "server/model/perform.h"
 #include "server/model/request.h"
 #include "server/model/result_sink.h"
 
@@ -30,7 +31,6 @@ class Broker {
 
     // Performs a provider's calls back into the server; until it is set they answer
     // CMPI_RC_ERR_NOT_SUPPORTED.
-    using Perform = std::function<Outcome(const Request&, ResultSink&)>;
     void serve(Perform perform) { perform_ = std::move(perform); }
     Outcome perform(const Request& request, ResultSink& sink) const {
         return perform_ ? perform_(request, sink) : Outcome::error(CMPI_RC_ERR_NOT_SUPPORTED);

@@ -52,11 +52,18 @@ ParameterValue OperationParameters::take(std::string_view name) {
     return value;
 }
 
-void OperationParameters::flag(std::string_view name, bool byDefault, CMPIFlags whenTrue) {
+bool OperationParameters::flag(std::string_view name, bool byDefault, CMPIFlags whenTrue) {
     const auto text = as<std::string>(take(name), name);
     const bool isTrue = text ? same_name(trimmed(*text), "true") : byDefault;
     if (text && !isTrue && !same_name(trimmed(*text), "false")) refuse(name, "is no boolean");
     if (isTrue) flags_ |= whenTrue;
+    return isTrue;
+}
+
+bool OperationParameters::is_given(std::string_view name) const {
+    return std::any_of(parameters_.begin(), parameters_.end(), [name](const Parameter& parameter) {
+        return same_name(parameter.name, name) && !std::holds_alternative<std::monostate>(parameter.value);
+    });
 }
 
 std::optional<std::string> OperationParameters::optional_text(std::string_view name) {
@@ -82,12 +89,10 @@ ObjectPath OperationParameters::instance_name(std::string_view name) {
     return required(as<ObjectPath>(take(name), name), name);
 }
 
-ObjectPath OperationParameters::object_name(std::string_view name) {
+OperationParameters::ObjectName OperationParameters::object_name(std::string_view name) {
     ParameterValue value = take(name);
-    if (std::holds_alternative<ClassNameValue>(value)) {
-        throw CimError(CMPI_RC_ERR_NOT_SUPPORTED, "associations between classes are not served");
-    }
-    return required(as<ObjectPath>(std::move(value), name), name);
+    if (const auto* named = std::get_if<ClassNameValue>(&value)) return {{{}, {}, named->name, {}}, true};
+    return {required(as<ObjectPath>(std::move(value), name), name), false};
 }
 
 Instance OperationParameters::instance(std::string_view name) {

@@ -22,7 +22,8 @@ class OperationParameters {
     explicit OperationParameters(std::vector<Parameter> parameters);
 
     // A boolean that adds to the flags of the call when it is true.
-    void flag(std::string_view name, bool byDefault, CMPIFlags whenTrue = 0);
+    bool flag(std::string_view name, bool byDefault, CMPIFlags whenTrue = 0);
+    bool is_given(std::string_view name) const;
     CMPIFlags flags() const { return flags_; }
 
     std::optional<std::string> optional_text(std::string_view name);
@@ -30,8 +31,12 @@ class OperationParameters {
     std::optional<std::string> optional_class_name(std::string_view name);
     std::string class_name(std::string_view name);
     ObjectPath instance_name(std::string_view name);
-    // An instance's name; a class's, which stands for traversals among classes, is not supported.
-    ObjectPath object_name(std::string_view name);
+    // The name of an instance or of a class.
+    struct ObjectName {
+        ObjectPath path;
+        bool ofClass;
+    };
+    ObjectName object_name(std::string_view name);
     Instance instance(std::string_view name);
     PropertyNames property_list();
 

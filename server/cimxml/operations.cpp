@@ -6,6 +6,7 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <utility>
 
 #include "server/model/text.h"
 
@@ -21,25 +22,33 @@ void read_instance_name(OperationParameters& parameters, Request& request) {
     request.target = parameters.instance_name("InstanceName");
 }
 
-// What operations that return instances have in common. IncludeQualifiers asks for something that only class
-// declarations could give.
-void read_instance_options(OperationParameters& parameters, Request& request) {
-    parameters.flag("IncludeQualifiers", false, CMPI_FLAG_IncludeQualifiers);
-    parameters.flag("IncludeClassOrigin", false, CMPI_FLAG_IncludeClassOrigin);
+// What operations that return instances or classes have in common. Qualifiers belong to a class unless the
+// client does without, and to an instance only if it asks for them.
+void read_extent(OperationParameters& parameters, Request& request, bool qualifiersByDefault = false) {
+    request.includeQualifiers =
+        parameters.flag("IncludeQualifiers", qualifiersByDefault, CMPI_FLAG_IncludeQualifiers);
+    request.includeClassOrigin = parameters.flag("IncludeClassOrigin", false, CMPI_FLAG_IncludeClassOrigin);
     request.wanted = parameters.property_list();
+}
+
+// By the letter, instances come without what they inherit unless the client says otherwise. No client means
+// that by saying nothing, and no server obeys it.
+void read_local_only_of_instances(OperationParameters& parameters, Request& request) {
+    const bool given = parameters.is_given("LocalOnly");
+    request.localOnly = parameters.flag("LocalOnly", true, CMPI_FLAG_LocalOnly) && given;
 }
 
 void read_enumeration(OperationParameters& parameters, Request& request) {
     read_class(parameters, request);
-    parameters.flag("LocalOnly", true, CMPI_FLAG_LocalOnly);
-    parameters.flag("DeepInheritance", true, CMPI_FLAG_DeepInheritance);
-    read_instance_options(parameters, request);
+    read_local_only_of_instances(parameters, request);
+    request.deepInheritance = parameters.flag("DeepInheritance", true, CMPI_FLAG_DeepInheritance);
+    read_extent(parameters, request);
 }
 
 void read_get(OperationParameters& parameters, Request& request) {
     read_instance_name(parameters, request);
-    parameters.flag("LocalOnly", true, CMPI_FLAG_LocalOnly);
-    read_instance_options(parameters, request);
+    read_local_only_of_instances(parameters, request);
+    read_extent(parameters, request);
 }
 
 void read_creation(OperationParameters& parameters, Request& request) {
@@ -69,8 +78,18 @@ void read_query(OperationParameters& parameters, Request& request) {
     request.target.className = class_of_query(request.query);
 }
 
+void read_source(OperationParameters& parameters, Request& request) {
+    OperationParameters::ObjectName source = parameters.object_name("ObjectName");
+    request.ofClass = source.ofClass;
+    if (source.ofClass) {
+        request.target.className = std::move(source.path.className);
+    } else {
+        request.target = std::move(source.path);
+    }
+}
+
 void read_associator_names(OperationParameters& parameters, Request& request) {
-    request.target = parameters.object_name("ObjectName");
+    read_source(parameters, request);
     request.associationClass = parameters.optional_class_name("AssocClass");
     request.resultClass = parameters.optional_class_name("ResultClass");
     request.role = parameters.optional_text("Role");
@@ -79,20 +98,49 @@ void read_associator_names(OperationParameters& parameters, Request& request) {
 
 void read_associators(OperationParameters& parameters, Request& request) {
     read_associator_names(parameters, request);
-    read_instance_options(parameters, request);
+    read_extent(parameters, request);
 }
 
 // The result of a traversal to references is the association itself.
 void read_reference_names(OperationParameters& parameters, Request& request) {
-    request.target = parameters.object_name("ObjectName");
+    read_source(parameters, request);
     request.associationClass = parameters.optional_class_name("ResultClass");
     request.role = parameters.optional_text("Role");
 }
 
 void read_references(OperationParameters& parameters, Request& request) {
     read_reference_names(parameters, request);
-    read_instance_options(parameters, request);
+    read_extent(parameters, request);
 }
+
+void read_get_property(OperationParameters& parameters, Request& request) {
+    read_instance_name(parameters, request);
+    request.wanted = {parameters.text("PropertyName")};
+}
+
+void read_get_class(OperationParameters& parameters, Request& request) {
+    read_class(parameters, request);
+    request.localOnly = parameters.flag("LocalOnly", true);
+    read_extent(parameters, request, true);
+}
+
+void read_class_names(OperationParameters& parameters, Request& request) {
+    request.target.className = parameters.optional_class_name("ClassName").value_or("");
+    request.deepInheritance = parameters.flag("DeepInheritance", false);
+}
+
+void read_classes(OperationParameters& parameters, Request& request) {
+    read_class_names(parameters, request);
+    request.localOnly = parameters.flag("LocalOnly", true);
+    request.includeQualifiers = parameters.flag("IncludeQualifiers", true);
+    request.includeClassOrigin = parameters.flag("IncludeClassOrigin", false);
+}
+
+void read_qualifier_name(OperationParameters& parameters, Request& request) {
+    request.qualifier = parameters.text("QualifierName");
+}
+
+void read_nothing(OperationParameters&, Request&) {}
 
 constexpr CimXmlOperation OPERATIONS[] = {
     {"EnumerateInstances", Operation::EnumerateInstances, ObjectForm::NamedInstance, read_enumeration},
@@ -106,6 +154,12 @@ constexpr CimXmlOperation OPERATIONS[] = {
     {"AssociatorNames", Operation::AssociatorNames, ObjectForm::ObjectPath, read_associator_names},
     {"References", Operation::References, ObjectForm::ObjectWithPath, read_references},
     {"ReferenceNames", Operation::ReferenceNames, ObjectForm::ObjectPath, read_reference_names},
+    {"GetProperty", Operation::GetProperty, ObjectForm::PropertyValue, read_get_property},
+    {"GetClass", Operation::GetClass, ObjectForm::Class, read_get_class},
+    {"EnumerateClasses", Operation::EnumerateClasses, ObjectForm::Class, read_classes},
+    {"EnumerateClassNames", Operation::EnumerateClassNames, ObjectForm::ClassName, read_class_names},
+    {"GetQualifier", Operation::GetQualifier, ObjectForm::Qualifier, read_qualifier_name},
+    {"EnumerateQualifiers", Operation::EnumerateQualifiers, ObjectForm::Qualifier, read_nothing},
 };
 
 } // namespace

@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "server/cimxml/errors.h"
-#include "server/cimxml/types.h"
 #include "server/model/text.h"
+#include "server/model/types.h"
 
 namespace cimserver {
 

@@ -28,6 +28,12 @@ NamedValues context_of(CMPIFlags flags, const CimXmlRequest& message, const Http
     return context;
 }
 
+// A traversal from a class leads to classes.
+ObjectForm form_of(const CimXmlOperation& operation, const Request& request) {
+    if (!request.ofClass) return operation.form;
+    return operation.form == ObjectForm::ObjectPath ? ObjectForm::ClassPath : ObjectForm::ClassWithPath;
+}
+
 } // namespace
 
 HttpReply CimXmlService::answer(const HttpRequest& request) const {
@@ -52,8 +58,9 @@ std::string CimXmlService::run_operation(const HttpRequest& http, const CimXmlRe
         if (operation == nullptr) {
             throw CimError(CMPI_RC_ERR_NOT_SUPPORTED, message.method + " is not served");
         }
-        if (!contains_name(settings_.nameSpaces, message.nameSpace)) {
-            throw CimError(CMPI_RC_ERR_INVALID_NAMESPACE, message.nameSpace);
+        const ServedNameSpace* served = operations_.find_name_space(message.nameSpace);
+        if (served == nullptr) {
+            throw CimError(CMPI_RC_ERR_INVALID_NAMESPACE, "there is no namespace " + message.nameSpace);
         }
         OperationParameters parameters(message.parameters());
         Request request{.operation = operation->operation};
@@ -62,11 +69,16 @@ std::string CimXmlService::run_operation(const HttpRequest& http, const CimXmlRe
         parameters.expect_no_more();
         request.context = context_of(parameters.flags(), message, http);
 
-        ObjectWriter writer(operation->form,
-                            {.host = settings_.host,
+        const std::string* host = http.header("Host");
+        ObjectWriter writer(form_of(*operation, request),
+                            {.schema = served->schema,
+                             .host = host != nullptr && !host->empty() ? *host : settings_.host,
                              .nameSpace = message.nameSpace,
+                             .keepHosts = settings_.keepHosts,
                              .typedKeys = message.typedKeys,
-                             .classOrigin = (parameters.flags() & CMPI_FLAG_IncludeClassOrigin) != 0,
+                             .localOnly = request.localOnly,
+                             .qualifiers = request.includeQualifiers,
+                             .classOrigin = request.includeClassOrigin,
                              .wanted = name_set(request.wanted)});
         const Outcome outcome = operations_.perform(request, writer);
         report(message, request, outcome);

@@ -9,7 +9,6 @@
 #include <functional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "server/cimxml/reader.h"
 #include "server/http/message.h"
@@ -21,9 +20,9 @@ namespace cimserver {
 class CimXmlService {
   public:
     struct Settings {
-        std::vector<std::string> nameSpaces;
-        std::string host;                                    // how paths name this machine
-        std::function<void(const std::string& line)> report; // a line for each operation; may be empty
+        std::string host{};     // how paths name this machine to a client that does not name it itself
+        bool keepHosts = false; // paths keep the host that the provider names
+        std::function<void(const std::string& line)> report{}; // a line for each operation; may be empty
     };
 
     CimXmlService(const Operations& operations, Settings settings)

@@ -6,9 +6,10 @@
 #include <cstddef>
 #include <string_view>
 
-#include "server/cimxml/types.h"
-#include "server/model/naming.h"
+#include "server/cimxml/class_writer.h"
 #include "server/model/text.h"
+#include "server/model/types.h"
+#include "server/schema/naming.h"
 
 namespace cimserver {
 
@@ -43,19 +44,22 @@ void ObjectWriter::deliver(const Instance& delivered) {
             break;
         case ObjectForm::NamedInstance:
             xml_.open("VALUE.NAMEDINSTANCE");
-            instance_name(named_path(delivered));
+            instance_name(named_path(delivered, options_.schema));
             instance(delivered);
             xml_.close("VALUE.NAMEDINSTANCE");
             break;
         case ObjectForm::ObjectWithPath:
             xml_.open("VALUE.OBJECTWITHPATH");
-            instance_path(named_path(delivered));
+            instance_path(named_path(delivered, options_.schema));
             instance(delivered);
             xml_.close("VALUE.OBJECTWITHPATH");
             break;
-        case ObjectForm::InstanceName:
-        case ObjectForm::ObjectPath:
-        case ObjectForm::Nothing:
+        case ObjectForm::PropertyValue:
+            for (const NamedValue& entry : delivered.properties.all()) {
+                if (options_.wanted->contains(entry.name) && !entry.value.is_null()) values(entry.value);
+            }
+            break;
+        default: // forms of names and of classes
             break;
     }
 }
@@ -67,25 +71,61 @@ void ObjectWriter::deliver(const ObjectPath& path) {
         xml_.open("OBJECTPATH");
         instance_path(path);
         xml_.close("OBJECTPATH");
+    } else if (form_ == ObjectForm::ClassName) {
+        class_name(path);
+    } else if (form_ == ObjectForm::ClassPath) {
+        xml_.open("OBJECTPATH");
+        class_path(path);
+        xml_.close("OBJECTPATH");
     }
 }
 
+void ObjectWriter::deliver_class(const ClassDeclaration& declared) {
+    if (form_ == ObjectForm::Class) {
+        declaration(declared);
+    } else if (form_ == ObjectForm::ClassWithPath) {
+        xml_.open("VALUE.OBJECTWITHPATH");
+        class_path({{}, declared.nameSpace, declared.name, {}});
+        declaration(declared);
+        xml_.close("VALUE.OBJECTWITHPATH");
+    }
+}
+
+void ObjectWriter::deliver_qualifier(const QualifierType& declared) {
+    if (form_ == ObjectForm::Qualifier) write_qualifier_type(xml_, declared);
+}
+
+void ObjectWriter::declaration(const ClassDeclaration& declared) {
+    write_class(xml_, declared,
+                {.localOnly = options_.localOnly,
+                 .qualifiers = options_.qualifiers,
+                 .classOrigin = options_.classOrigin,
+                 .wanted = options_.wanted});
+}
+
 void ObjectWriter::instance(const Instance& written) {
+    const bool needsDeclaration = options_.qualifiers || options_.classOrigin;
+    const ClassDeclaration* declared =
+        needsDeclaration ? options_.schema.find(written.path.className) : nullptr;
     xml_.open("INSTANCE", {{"CLASSNAME", written.path.className}});
+    if (options_.qualifiers && declared != nullptr) write_qualifiers(xml_, declared->qualifiers, false);
     for (const NamedValue& entry : written.properties.all()) {
-        if (!options_.wanted || options_.wanted->contains(entry.name)) property(entry);
+        if (options_.wanted && !options_.wanted->contains(entry.name)) continue;
+        property(entry, declared != nullptr ? declared->property(entry.name) : nullptr);
     }
     xml_.close("INSTANCE");
 }
 
-void ObjectWriter::property(const NamedValue& written) {
+void ObjectWriter::property(const NamedValue& written, const PropertyDeclaration* declared) {
+    const std::string& origin =
+        written.origin.empty() && declared != nullptr ? declared->origin : written.origin;
     const Value& value = written.value;
     const bool isReference = value.type == CMPI_ref;
     const bool isEmbedded = value.element_type() == CMPI_instance;
     const std::string_view element = value.is_array() ? "PROPERTY.ARRAY"
                                      : isReference    ? "PROPERTY.REFERENCE"
                                                       : "PROPERTY";
-    const bool showOrigin = options_.classOrigin && !written.origin.empty();
+    const bool showOrigin = options_.classOrigin && !origin.empty();
     const ObjectPath* target = value.as_reference();
     const std::pair<std::string_view, std::string_view> type =
         !isReference ? std::pair<std::string_view, std::string_view>("TYPE", type_name(value.element_type()))
@@ -94,8 +134,9 @@ void ObjectWriter::property(const NamedValue& written) {
             : std::pair<std::string_view, std::string_view>(NO_ATTRIBUTE, "");
     xml_.open(element, {{"NAME", written.name},
                         type,
-                        {showOrigin ? "CLASSORIGIN" : NO_ATTRIBUTE, written.origin},
+                        {showOrigin ? "CLASSORIGIN" : NO_ATTRIBUTE, origin},
                         {isEmbedded ? "EmbeddedObject" : NO_ATTRIBUTE, "instance"}});
+    if (options_.qualifiers && declared != nullptr) write_qualifiers(xml_, declared->qualifiers, false);
     if (!value.is_null()) values(value);
     xml_.close(element);
 }
@@ -151,26 +192,40 @@ void ObjectWriter::instance_name(const ObjectPath& path) {
 
 void ObjectWriter::instance_path(const ObjectPath& path) {
     xml_.open("INSTANCEPATH");
-    xml_.open("NAMESPACEPATH");
-    xml_.element("HOST", path.host.empty() ? options_.host : path.host);
-    local_name_space(path.nameSpace);
-    xml_.close("NAMESPACEPATH");
+    name_space_path(path);
     instance_name(path);
     xml_.close("INSTANCEPATH");
 }
 
-// A reference says as much of where its target is as the provider does.
+void ObjectWriter::class_path(const ObjectPath& path) {
+    xml_.open("CLASSPATH");
+    name_space_path(path);
+    class_name(path);
+    xml_.close("CLASSPATH");
+}
+
+void ObjectWriter::class_name(const ObjectPath& path) {
+    xml_.empty("CLASSNAME", {{"NAME", path.className}});
+}
+
+// Every object is this server's, whatever name the provider has for the machine: a client finds it where it
+// has found the server.
+void ObjectWriter::name_space_path(const ObjectPath& path) {
+    xml_.open("NAMESPACEPATH");
+    xml_.element("HOST", shows_host(path) ? path.host : options_.host);
+    local_name_space(path.nameSpace);
+    xml_.close("NAMESPACEPATH");
+}
+
 void ObjectWriter::reference(const ObjectPath& path) {
     xml_.open("VALUE.REFERENCE");
-    if (!path.host.empty()) {
+    if (shows_host(path)) {
         instance_path(path);
-    } else if (!path.nameSpace.empty()) {
+    } else {
         xml_.open("LOCALINSTANCEPATH");
         local_name_space(path.nameSpace);
         instance_name(path);
         xml_.close("LOCALINSTANCEPATH");
-    } else {
-        instance_name(path);
     }
     xml_.close("VALUE.REFERENCE");
 }

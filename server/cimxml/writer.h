@@ -8,16 +8,22 @@
 
 #include "server/cimxml/errors.h"
 #include "server/cimxml/xml_writer.h"
+#include "server/model/cim_class.h"
 #include "server/model/cim_model.h"
 #include "server/model/result_sink.h"
 #include "server/model/text.h"
+#include "server/schema/class_schema.h"
 
 namespace cimserver {
 
 struct WriteOptions {
-    std::string host;      // of objects whose path names none
-    std::string nameSpace; // of objects whose path names none
+    const ClassSchema& schema; // of the namespace
+    std::string host;          // of the server, as the client reached it
+    std::string nameSpace;     // of objects whose path names none
+    bool keepHosts = false;    // where the provider names one
     bool typedKeys = false;
+    bool localOnly = false; // of classes
+    bool qualifiers = false;
     bool classOrigin = false;
     std::optional<NameSet> wanted; // without it, all properties
 };
@@ -30,6 +36,12 @@ enum class ObjectForm {
     ObjectWithPath, // VALUE.OBJECTWITHPATH
     ObjectPath,     // OBJECTPATH
     Object,         // VALUE.OBJECT
+    PropertyValue,  // VALUE, VALUE.ARRAY or VALUE.REFERENCE of the one property that is wanted
+    Class,          // CLASS
+    ClassName,      // CLASSNAME
+    ClassWithPath,  // VALUE.OBJECTWITHPATH of a class
+    ClassPath,      // OBJECTPATH of a class
+    Qualifier,      // QUALIFIER.DECLARATION
     Nothing,        // the operation returns none
 };
 
@@ -40,16 +52,23 @@ class ObjectWriter : public ResultSink {
     ObjectWriter(ObjectForm form, WriteOptions options) : form_(form), options_(std::move(options)) {}
     void deliver(const Instance& instance) override;
     void deliver(const ObjectPath& path) override;
+    void deliver_class(const ClassDeclaration& declared) override;
+    void deliver_qualifier(const QualifierType& declared) override;
     std::string take() { return xml_.take(); }
 
   private:
     void instance(const Instance& instance);
-    void property(const NamedValue& property);
+    void property(const NamedValue& property, const PropertyDeclaration* declared);
     void values(const Value& value);
     void scalar_element(const Value& value);
     void instance_name(const ObjectPath& path);
     void instance_path(const ObjectPath& path);
+    void class_path(const ObjectPath& path);
+    void class_name(const ObjectPath& path);
+    void declaration(const ClassDeclaration& declared);
     void reference(const ObjectPath& path);
+    bool shows_host(const ObjectPath& path) const { return options_.keepHosts && !path.host.empty(); }
+    void name_space_path(const ObjectPath& path);
     void local_name_space(const std::string& nameSpace);
 
     ObjectForm form_;

@@ -29,6 +29,13 @@ enum class Operation {
     AssociatorNames,
     References,
     ReferenceNames,
+    // What the server answers from the classes that it knows, without a provider.
+    GetProperty,
+    GetClass,
+    EnumerateClasses,
+    EnumerateClassNames,
+    GetQualifier,
+    EnumerateQualifiers,
 };
 
 // The properties that are wanted; without a list, all of them.
@@ -42,7 +49,12 @@ struct Request {
     Operation operation{};
     NamedValues context{}; // the entries of the CMPIContext that the provider is called with
     ObjectPath target{};   // the class, the instance, or the source of a traversal
+    bool ofClass = false;  // the source of a traversal is the class itself, not an instance
     PropertyNames wanted{};
+    bool localOnly = false;      // only what the class itself declares
+    bool deepInheritance = true; // subclasses with all their properties, or at any depth
+    bool includeQualifiers = false;
+    bool includeClassOrigin = false;
     Instance instance{}; // to create or to modify; its path is the target
 
     // Of traversals. References know the association class (which CMPI calls their result class) and the
@@ -50,6 +62,7 @@ struct Request {
     std::optional<std::string> associationClass{}, resultClass{}, role{}, resultRole{};
 
     std::string query{}, queryLanguage{};
+    std::string qualifier{}; // the name of the one to get
 };
 
 struct Outcome {

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "server/model/cim_class.h"
 #include "server/model/cim_model.h"
 
 namespace cimserver {
@@ -13,6 +14,9 @@ class ResultSink {
     virtual ~ResultSink() = default;
     virtual void deliver(const Instance& instance) = 0;
     virtual void deliver(const ObjectPath& path) = 0;
+    // Providers return none of these.
+    virtual void deliver_class(const ClassDeclaration&) {}
+    virtual void deliver_qualifier(const QualifierType&) {}
 };
 
 // Keeps what is delivered, for answers that have to be put together from several operations.

@@ -2,8 +2,14 @@
 
 #include <cmpidt.h>
 
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "server/model/cim_class.h"
 #include "server/model/cim_model.h"
-#include "server/provider/provider_call.h"
+#include "server/model/text.h"
+#include "server/provider/class_operations.h"
 #include "server/provider/traversal.h"
 
 namespace cimserver {
@@ -24,23 +30,166 @@ class FirstInstance : public ResultSink {
     ResultSink& next_;
 };
 
+// Limits the properties that are wanted of a class's instances: to those that the class declares itself, or,
+// for subclasses without their own properties, to those of the class that the client named.
+void narrow_properties(Request& request, const ClassSchema& schema, const ClassDeclaration& named) {
+    const ClassDeclaration* own = schema.find(request.target.className);
+    if (own == nullptr || (!request.localOnly && (request.deepInheritance || own == &named))) return;
+    std::vector<std::string> wanted;
+    for (const PropertyDeclaration& property : own->properties) {
+        const bool local = !request.localOnly || !property.propagated;
+        const bool known = request.deepInheritance || named.property(property.name) != nullptr;
+        const bool asked = !request.wanted || contains_name(*request.wanted, property.name);
+        if (local && known && asked) wanted.push_back(property.name);
+    }
+    request.wanted = std::move(wanted);
+}
+
+Outcome enumerate(const ServedNameSpace& served, const ClassDeclaration& named, const Request& request,
+                  ResultSink& sink) {
+    Outcome total;
+    for (const ServedClass& candidate : served.classes) {
+        if (!candidate.instances || !served.schema.is_a(candidate.name, named.name)) continue;
+        Request one = request;
+        // The class itself reaches the provider as the client spells it.
+        if (!same_name(candidate.name, named.name)) one.target.className = candidate.name;
+        narrow_properties(one, served.schema, named);
+        Outcome outcome = candidate.provider(one, sink);
+        outcome.delivered += total.delivered;
+        outcome.ignored += total.ignored;
+        total = std::move(outcome);
+        if (!total.ok()) break; // part of an answer would look like all of it
+    }
+    return total;
+}
+
+Outcome get_instance(const ServedClass& candidate, Request request, ResultSink& sink) {
+    request.operation = Operation::GetInstance;
+    FirstInstance first(sink);
+    Outcome outcome = candidate.provider(request, first);
+    if (outcome.ok() && !first.found) outcome.code = CMPI_RC_ERR_NOT_FOUND;
+    return outcome;
+}
+
+// A class with one key may be named by the bare value.
+void name_sole_key(ObjectPath& path, const ClassDeclaration& declared) {
+    const NamedValue* bare = path.keys.find("");
+    if (bare == nullptr || path.keys.size() != 1) return;
+    const auto key = std::find_if(declared.properties.begin(), declared.properties.end(),
+                                  [](const PropertyDeclaration& property) { return is_key(property); });
+    if (key == declared.properties.end()) return;
+    NamedValues named;
+    named.set(key->name, bare->value);
+    path.keys = std::move(named);
+}
+
+Outcome perform_on_instance(const ServedNameSpace& served, const ClassDeclaration& declared, Request request,
+                            ResultSink& sink) {
+    name_sole_key(request.target, declared);
+    const ServedClass* candidate = served.find_instances(declared.name);
+    const bool gets =
+        request.operation == Operation::GetInstance || request.operation == Operation::GetProperty;
+    Outcome outcome;
+    if (candidate == nullptr) {
+        outcome = Outcome::error(gets ? CMPI_RC_ERR_NOT_FOUND : CMPI_RC_ERR_NOT_SUPPORTED,
+                                 "no provider serves instances of " + declared.name);
+    } else if (gets) {
+        narrow_properties(request, served.schema, declared);
+        outcome = get_instance(*candidate, request, sink);
+    } else {
+        outcome = candidate->provider(request, sink);
+    }
+    if (outcome.code == CMPI_RC_ERR_NOT_FOUND && outcome.message.empty()) {
+        outcome.message = "there is no instance " + request.target.to_string();
+    }
+    return outcome;
+}
+
+// For GetInstance and the like, enumerations, and the writing operations, in a namespace that is served.
+Outcome perform_on_instances(const ServedNameSpace& served, const Request& request, ResultSink& sink) {
+    const ClassDeclaration* declared = served.schema.find(request.target.className);
+    if (declared == nullptr && request.operation == Operation::ExecQuery && request.target.className.empty()) {
+        return Outcome::error(CMPI_RC_ERR_QUERY_LANGUAGE_NOT_SUPPORTED,
+                              "only queries FROM a class reach a provider");
+    }
+    if (declared == nullptr) {
+        return Outcome::error(CMPI_RC_ERR_INVALID_CLASS, "there is no class " + request.target.className);
+    }
+    switch (request.operation) {
+        case Operation::EnumerateInstances:
+        case Operation::EnumerateInstanceNames:
+            return enumerate(served, *declared, request, sink);
+        case Operation::GetProperty:
+            for (const std::string& name : *request.wanted) {
+                if (declared->property(name) != nullptr) continue;
+                return Outcome::error(CMPI_RC_ERR_NO_SUCH_PROPERTY,
+                                      declared->name + " has no property " + name);
+            }
+            break;
+        default:
+            break;
+    }
+    return perform_on_instance(served, *declared, request, sink);
+}
+
+// The classes that a traversal names must be there, and lead to something.
+Outcome check_classes_of_traversal(const ClassSchema& schema, const Request& request) {
+    const auto refuse = [](const std::string& why) {
+        return Outcome::error(CMPI_RC_ERR_INVALID_PARAMETER, why);
+    };
+    if (schema.find(request.target.className) == nullptr) {
+        return refuse("there is no class " + request.target.className);
+    }
+    if (request.associationClass) {
+        const ClassDeclaration* association = schema.find(*request.associationClass);
+        if (association == nullptr) return refuse("there is no class " + *request.associationClass);
+        if (!association->is_association()) {
+            return refuse(*request.associationClass + " is no association class");
+        }
+    }
+    if (request.resultClass && schema.find(*request.resultClass) == nullptr) {
+        return refuse("there is no class " + *request.resultClass);
+    }
+    return {};
+}
+
+Outcome perform_traversal(const ServedNameSpace& served, Request request, ResultSink& sink) {
+    const Outcome checked = check_classes_of_traversal(served.schema, request);
+    if (!checked.ok()) return checked;
+    if (request.ofClass) return traverse_classes(served.schema, request, sink);
+    name_sole_key(request.target, *served.schema.find(request.target.className));
+    return traverse(served, request, sink);
+}
+
 } // namespace
 
+const ServedNameSpace* Operations::find_name_space(std::string_view name) const {
+    const auto found =
+        std::find_if(nameSpaces_.begin(), nameSpaces_.end(),
+                     [name](const ServedNameSpace& served) { return same_name(served.name, name); });
+    return found != nameSpaces_.end() ? &*found : nullptr;
+}
+
 Outcome Operations::perform(const Request& request, ResultSink& sink) const {
+    const std::string& name = request.target.nameSpace;
+    const ServedNameSpace* served = name.empty() ? &nameSpaces_.front() : find_name_space(name);
+    if (served == nullptr) {
+        return Outcome::error(CMPI_RC_ERR_INVALID_NAMESPACE, "there is no namespace " + name);
+    }
     switch (request.operation) {
-        case Operation::GetInstance: {
-            FirstInstance first(sink);
-            Outcome outcome = call_provider(provider_, request, first);
-            if (outcome.ok() && !first.found) outcome.code = CMPI_RC_ERR_NOT_FOUND;
-            return outcome;
-        }
         case Operation::Associators:
         case Operation::AssociatorNames:
         case Operation::References:
         case Operation::ReferenceNames:
-            return traverse(provider_, associations_, request, sink);
+            return perform_traversal(*served, request, sink);
+        case Operation::GetClass:
+        case Operation::EnumerateClasses:
+        case Operation::EnumerateClassNames:
+        case Operation::GetQualifier:
+        case Operation::EnumerateQualifiers:
+            return perform_class_operation(served->schema, request, sink);
         default:
-            return call_provider(provider_, request, sink);
+            return perform_on_instances(*served, request, sink);
     }
 }
 

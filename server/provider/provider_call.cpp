@@ -91,8 +91,9 @@ Outcome call_provider(const Provider& provider, const Request& request, ResultSi
                         wanted);
         case Operation::ReferenceNames:
             return call(associations, &CMPIAssociationMIFT::referenceNames, request, sink, association, role);
+        default:
+            return Outcome::error(CMPI_RC_ERR_NOT_SUPPORTED);
     }
-    return Outcome::error(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 } // namespace cimserver

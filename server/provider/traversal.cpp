@@ -1,72 +1,101 @@
 #include "server/provider/traversal.h"
 
+#include <cmpidt.h>
+
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "server/model/cim_class.h"
 #include "server/model/cim_model.h"
-#include "server/model/naming.h"
+#include "server/model/perform.h"
 #include "server/model/text.h"
-#include "server/provider/provider_call.h"
+#include "server/schema/naming.h"
 
 namespace cimserver {
 
 namespace {
 
+// The same text for all paths that name the same object with the same keys. Clients and providers leave the
+// namespace out where it goes without saying.
+void append_identity(std::string& text, const ObjectPath& path, std::string_view nameSpace);
+
+void append_identity(std::string& text, const Value& value, std::string_view nameSpace) {
+    if (const ObjectPath* target = value.as_reference()) {
+        append_identity(text, *target, nameSpace);
+        return;
+    }
+    const std::string plain = scalar_text(value);
+    if (value.as_text() != nullptr) text += '\''; // the text "1" is not the number
+    text.append(std::to_string(plain.size())).append(":").append(plain);
+}
+
+void append_identity(std::string& text, const NamedValues& values, std::string_view nameSpace) {
+    std::map<std::string, const Value*> sorted;
+    for (const NamedValue& entry : values.all()) {
+        sorted.emplace(lower_cased(entry.name), &entry.value);
+    }
+    text += '(';
+    for (const auto& [name, value] : sorted) {
+        text.append(name).append("=");
+        append_identity(text, *value, nameSpace);
+    }
+    text += ')';
+}
+
+void append_identity(std::string& text, const ObjectPath& path, std::string_view nameSpace) {
+    text.append(lower_cased(path.nameSpace.empty() ? nameSpace : path.nameSpace)).append(":");
+    text.append(lower_cased(path.className));
+    append_identity(text, path.keys, nameSpace);
+}
+
 // Passes each object on once.
 class Distinct : public ResultSink {
   public:
-    explicit Distinct(ResultSink& next) : next_(next) {}
+    Distinct(const ServedNameSpace& served, ResultSink& next) : served_(served), next_(next) {}
 
     void deliver(const ObjectPath& path) override {
-        if (is_new(path)) next_.deliver(path);
+        std::string identity;
+        append_identity(identity, path, served_.name);
+        if (seen_.insert(std::move(identity)).second) next_.deliver(path);
     }
 
     // An instance is known by its name; one that has none by everything it says.
     void deliver(const Instance& instance) override {
-        const ObjectPath name = named_path(instance);
-        if (name.keys.empty() ? is_new(instance) : is_new(name)) next_.deliver(instance);
+        const ObjectPath name = named_path(instance, served_.schema);
+        std::string identity;
+        append_identity(identity, name, served_.name);
+        if (name.keys.empty()) append_identity(identity, instance.properties, served_.name);
+        if (seen_.insert(std::move(identity)).second) next_.deliver(instance);
     }
 
   private:
-    bool is_new(const ObjectPath& path) {
-        const auto same = [&path](const ObjectPath& seen) { return is_same_path(seen, path); };
-        if (std::any_of(paths_.begin(), paths_.end(), same)) return false;
-        paths_.push_back(path);
-        return true;
-    }
-
-    bool is_new(const Instance& instance) {
-        const auto same = [&instance](const Instance& seen) {
-            return is_same_path(seen.path, instance.path) &&
-                   same_properties(seen.properties, instance.properties);
-        };
-        if (std::any_of(nameless_.begin(), nameless_.end(), same)) return false;
-        nameless_.push_back(instance);
-        return true;
-    }
-
+    const ServedNameSpace& served_;
     ResultSink& next_;
-    std::vector<ObjectPath> paths_;
-    std::vector<Instance> nameless_;
+    std::set<std::string> seen_;
 };
 
 // Passes on the objects for which a test of their path holds.
 class Passing : public ResultSink {
   public:
     using Test = std::function<bool(const ObjectPath&)>;
-    Passing(ResultSink& next, Test test) : next_(next), test_(std::move(test)) {}
+    Passing(const ClassSchema& schema, ResultSink& next, Test test)
+        : schema_(schema), next_(next), test_(std::move(test)) {}
     void deliver(const ObjectPath& path) override {
         if (test_(path)) next_.deliver(path);
     }
     void deliver(const Instance& instance) override {
-        if (test_(named_path(instance))) next_.deliver(instance);
+        if (test_(named_path(instance, schema_))) next_.deliver(instance);
     }
 
   private:
+    const ClassSchema& schema_;
     ResultSink& next_;
     Test test_;
 };
@@ -81,7 +110,8 @@ bool refers_to(const NamedValue& key, const std::optional<std::string>& role, co
 // association class asks for.
 class Roles {
   public:
-    Roles(const Provider& provider, const Request& request) : provider_(provider), request_(request) {}
+    Roles(const ClassSchema& schema, const Perform& provider, const Request& request)
+        : schema_(schema), provider_(provider), request_(request) {}
 
     bool let_pass(const ObjectPath& farEnd) {
         const auto joins = [&](const ObjectPath& link) {
@@ -105,12 +135,12 @@ class Roles {
                       .target = end,
                       .associationClass = request_.associationClass};
         Collector found;
-        call_provider(provider_, links, found);
+        provider_(links, found);
         if (!found.paths.empty()) return found.paths;
         links.operation = Operation::References;
-        call_provider(provider_, links, found);
+        provider_(links, found);
         for (const Instance& instance : found.instances) {
-            found.paths.push_back(named_path(instance));
+            found.paths.push_back(named_path(instance, schema_));
         }
         return found.paths;
     }
@@ -126,7 +156,8 @@ class Roles {
         });
     }
 
-    const Provider& provider_;
+    const ClassSchema& schema_;
+    const Perform& provider_;
     const Request& request_;
     std::optional<std::vector<ObjectPath>> sourceLinks_;
 };
@@ -136,9 +167,9 @@ bool asks_for_far_ends(const Request& request) {
 }
 
 // A far end passes the filter by class, an association object the filter by the source's role in it.
-bool is_result(const Request& request, const ObjectPath& path) {
+bool is_result(const ClassSchema& schema, const Request& request, const ObjectPath& path) {
     if (asks_for_far_ends(request)) {
-        return !request.resultClass || same_name(path.className, *request.resultClass);
+        return !request.resultClass || schema.is_a(path.className, *request.resultClass);
     }
     const auto& ends = path.keys.all();
     return !request.role || std::any_of(ends.begin(), ends.end(), [&](const NamedValue& end) {
@@ -148,12 +179,13 @@ bool is_result(const Request& request, const ObjectPath& path) {
 
 // The provider is called again to learn the roles, so its results have to wait until its operation has
 // returned.
-Outcome ask_with_roles(const Provider& provider, const Request& request, ResultSink& sink) {
+Outcome ask_with_roles(const ClassSchema& schema, const Perform& provider, const Request& request,
+                       ResultSink& sink) {
     Collector waiting;
-    Outcome outcome = call_provider(provider, request, waiting);
+    Outcome outcome = provider(request, waiting);
     if (!outcome.ok()) return outcome;
-    Roles roles(provider, request);
-    Passing passing(sink, [&roles](const ObjectPath& path) { return roles.let_pass(path); });
+    Roles roles(schema, provider, request);
+    Passing passing(schema, sink, [&roles](const ObjectPath& path) { return roles.let_pass(path); });
     for (const ObjectPath& path : waiting.paths) {
         passing.deliver(path);
     }
@@ -163,32 +195,35 @@ Outcome ask_with_roles(const Provider& provider, const Request& request, ResultS
     return outcome;
 }
 
-// The association classes to ask the provider for. It is asked with none at all only where no table shows
-// which ones there are.
-std::vector<std::optional<std::string>> classes_to_ask(const AssociationTable& associations,
-                                                       const Request& request) {
-    if (request.associationClass || associations.empty()) return {request.associationClass};
-    std::vector<std::optional<std::string>> classes;
-    for (std::string& association : associations.from(request.target.className)) {
-        classes.emplace_back(std::move(association));
-    }
-    return classes;
+// Whether the source can take part in the association, as its class is declared.
+bool is_end(const ClassSchema& schema, const std::string& association, const std::string& source) {
+    const ClassDeclaration* declared = schema.find(association);
+    return std::any_of(declared->properties.begin(), declared->properties.end(),
+                       [&](const PropertyDeclaration& end) {
+                           return end.type == CMPI_ref && schema.is_a(source, end.referencedClass);
+                       });
 }
 
 } // namespace
 
-Outcome traverse(const Provider& provider, const AssociationTable& associations, const Request& request,
-                 ResultSink& sink) {
-    Distinct distinct(sink);
-    Passing results(request.associationClass ? sink : distinct,
-                    [&request](const ObjectPath& path) { return is_result(request, path); });
+Outcome traverse(const ServedNameSpace& served, const Request& request, ResultSink& sink) {
+    const ClassSchema& schema = served.schema;
+    Distinct distinct(served, sink);
+    Passing results(schema, distinct,
+                    [&](const ObjectPath& path) { return is_result(schema, request, path); });
     const bool byRoles = asks_for_far_ends(request) && (request.role || request.resultRole);
     Outcome total;
     Request one = request;
-    for (const auto& association : classes_to_ask(associations, request)) {
-        one.associationClass = association;
-        Outcome outcome =
-            byRoles ? ask_with_roles(provider, one, results) : call_provider(provider, one, results);
+    for (const ServedClass& candidate : served.classes) {
+        const bool named =
+            !request.associationClass || schema.is_a(candidate.name, *request.associationClass);
+        if (!candidate.associations || !named) continue;
+        if (!is_end(schema, candidate.name, request.target.className)) continue;
+        // The class itself reaches the provider as the client spells it.
+        const bool itself = request.associationClass && same_name(candidate.name, *request.associationClass);
+        one.associationClass = itself ? *request.associationClass : candidate.name;
+        Outcome outcome = byRoles ? ask_with_roles(schema, candidate.provider, one, results)
+                                  : candidate.provider(one, results);
         outcome.delivered += total.delivered;
         outcome.ignored += total.ignored;
         total = std::move(outcome);

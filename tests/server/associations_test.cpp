@@ -41,13 +41,16 @@ std::string role(const std::string& name) {
 std::string result_role(const std::string& name) {
     return parameter("ResultRole", value(name));
 }
+std::string odd() {
+    return instance_name("Probe_Odd", key("Name", "o"));
+}
 std::string piece() {
     return instance_name("Probe_Piece", key("InstanceID", "p"));
 }
 
 TEST_F(Associations, ANamedClassIsAskedForAsItIs) {
     EXPECT_EQ(far_ends(thing_name("one"), association("probe_LINK")), List{"Probe_Thing two"});
-    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Unheard")), List{"Probe_Junk Probe_Unheard"});
+    EXPECT_EQ(far_ends(odd(), association("PROBE_unheard")), List{"Probe_Junk PROBE_unheard"});
 }
 
 TEST_F(Associations, WithoutAClassEveryClassOfTheSourceIsAskedForAndMerged) {
@@ -127,7 +130,7 @@ TEST_F(Associations, TheFarEndsReferencesShowTheRolesWhereTheSourcesDoNot) {
 }
 
 TEST_F(Associations, ObjectsWhoseRoleNothingShowsDoNotPass) {
-    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Unheard") + role("Left")), List{});
+    EXPECT_EQ(far_ends(odd(), association("Probe_Unheard") + role("Left")), List{});
 }
 
 TEST_F(Associations, RolesApplyToInstancesToo) {
@@ -143,7 +146,7 @@ TEST_F(Associations, RoleSelectsReferences) {
 }
 
 TEST_F(Associations, AnErrorReplacesWhatWasFound) {
-    const Response response = traverse("AssociatorNames", thing_name("one"), association("Probe_Failing"));
+    const Response response = traverse("AssociatorNames", odd(), association("Probe_Broken"));
     EXPECT_EQ(response.error_code(), 1);
     EXPECT_EQ(response.error_description(), "no way");
 }
@@ -155,21 +158,40 @@ TEST_F(Associations, PropertyListsLimitInstances) {
     EXPECT_EQ(response.texts("//INSTANCE/PROPERTY/@NAME"), List{"Colour"});
 }
 
+TEST_F(Associations, AClassAboveStandsForAllThatAreRegistered) {
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Connection")), List{"Probe_Thing two"});
+    EXPECT_EQ(traverse("ReferenceNames", thing_name("one"), result_class("Probe_Connection"))
+                  .texts("//OBJECTPATH/INSTANCEPATH/INSTANCENAME/@CLASSNAME"),
+              (List{"Probe_Link", "Probe_Twin"}));
+}
+
+TEST_F(Associations, ASourceThatIsNoDeclaredEndLeadsNowhere) {
+    EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Unheard")), List{});
+}
+
+TEST_F(Associations, ResultClassesAboveLetTheObjectsPass) {
+    EXPECT_EQ(far_ends(thing_name("one"), result_class("Probe_Base")), List{"Probe_Thing two"});
+}
+
+TEST_F(Associations, ClassesThatAreNotThereOrNoAssociationsAreRefused) {
+    const auto error = [this](const std::string& source, const std::string& filter) {
+        const Response response = traverse("Associators", source, filter);
+        EXPECT_EQ(response.error_code(), 4);
+        return response.error_description();
+    };
+    EXPECT_EQ(error(thing_name("one"), association("Probe_Nowhere")), "there is no class Probe_Nowhere");
+    EXPECT_EQ(error(thing_name("one"), result_class("Probe_Nowhere")), "there is no class Probe_Nowhere");
+    EXPECT_EQ(error(thing_name("one"), association("Probe_Thing")), "Probe_Thing is no association class");
+    EXPECT_EQ(error(instance_name("Probe_Nowhere", key("Name", "n")), ""), "there is no class Probe_Nowhere");
+}
+
 TEST_F(Associations, AProviderWithoutAssociationsDoesNotSupportThem) {
     const cimserver::Provider instancesOnly(PROBE_PROVIDER, "InstancesOnly", broker);
-    const cimserver::Operations bare(instancesOnly, {});
-    const cimserver::CimXmlService limited(bare, {{"root/cimv2"}, "testhost", {}});
+    const cimserver::Operations bare(probe_name_spaces(instancesOnly));
+    const cimserver::CimXmlService limited(bare, {.host = "testhost"});
     const auto reply = limited.answer(
         post(imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one"))), "AssociatorNames"));
     EXPECT_EQ(Response(reply.body).error_code(), 7);
-}
-
-TEST_F(Associations, WithoutATableTheProviderIsAskedOnceWithoutAClass) {
-    const cimserver::Operations tableless(provider, {});
-    const cimserver::CimXmlService limited(tableless, {{"root/cimv2"}, "testhost", {}});
-    const auto reply = limited.answer(
-        post(imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one"))), "AssociatorNames"));
-    EXPECT_EQ(Response(reply.body).count("//IRETURNVALUE/*"), 0U);
 }
 
 } // namespace

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "server/cimxml/types.h"
+#include "server/model/types.h"
 
 namespace {
 

@@ -12,10 +12,11 @@ namespace {
 // Which folders each folder may use, besides itself.
 const std::map<std::string, std::set<std::string>> USES = {
     {"model", {}},
+    {"schema", {"model"}},
     {"broker", {"model"}},
-    {"provider", {"model", "broker"}},
+    {"provider", {"model", "schema", "broker"}},
     {"http", {"model"}},
-    {"cimxml", {"model", "provider", "http"}},
+    {"cimxml", {"model", "schema", "provider", "http"}},
 };
 
 // The folder of `#include "server/FOLDER/FILE.h"`; empty for any other line.

@@ -12,12 +12,15 @@
 #include "server/http/message.h"
 #include "server/provider/operations.h"
 #include "server/provider/provider.h"
+#include "server/provider/served.h"
 #include "tests/server/cimxml_request.h"
 #include "tests/server/response.h"
 
+// The classes of probe.mof in two namespaces, served by one provider as probe.reg says.
+std::vector<cimserver::ServedNameSpace> probe_name_spaces(const cimserver::Provider& provider);
+
 class ProbeService : public testing::Test {
   protected:
-    // The association classes that traversals without one cover; Probe_Denied leads nowhere.
     ProbeService();
 
     // Runs an operation with these parameters.

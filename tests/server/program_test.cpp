@@ -69,6 +69,10 @@ class Program : public testing::Test {
             arguments.insert(arguments.begin(), {"--provider", PROBE_PROVIDER});
         }
         arguments.insert(arguments.begin(), {"--provider-name", "Probe", "--port", "0"});
+        if (std::find(arguments.begin(), arguments.end(), "--registration") == arguments.end()) {
+            arguments.insert(arguments.begin(), {"--registration", PROBE_FOLDER "/probe.reg"});
+        }
+        arguments.insert(arguments.begin(), {"--schema", PROBE_FOLDER "/probe.mof"});
         start(arguments);
         for (int i = 0; i < 1000 && port == 0; ++i) {
             const std::string out = content_of(file("out"));
@@ -88,9 +92,10 @@ class Program : public testing::Test {
     }
 
     // The class that a traversal without an association class leads to.
-    std::string far_end_of_thing_one() const {
-        const std::string body = imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one")));
-        return Response(exchange(port, post(body, "AssociatorNames")).body)
+    std::string far_end_of_thing_one(const std::string& nameSpace) const {
+        const std::string body =
+            imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one")), nameSpace);
+        return Response(exchange(port, post(body, "AssociatorNames", nameSpace)).body)
             .text("//OBJECTPATH//INSTANCENAME/@CLASSNAME");
     }
 
@@ -118,10 +123,10 @@ class Program : public testing::Test {
 TEST_F(Program, ReportsWhenItIsReadyAndStopsCleanlyOnSigterm) {
     serve();
     const std::string url = "http://127.0.0.1:" + std::to_string(port) + "/cimom";
-    EXPECT_EQ(out(), "kesto-cimserver: serving " + url + " (namespace root/cimv2)\n");
+    EXPECT_EQ(out(), "kesto-cimserver: serving " + url + " (namespace root/cimv2, root/Other)\n");
     EXPECT_EQ(stop(), 0);
     EXPECT_EQ(out(),
-              "kesto-cimserver: serving " + url + " (namespace root/cimv2)\nkesto-cimserver: stopped\n");
+              "kesto-cimserver: serving " + url + " (namespace root/cimv2, root/Other)\nkesto-cimserver: stopped\n");
     EXPECT_EQ(err(), "");
 }
 
@@ -155,11 +160,11 @@ TEST_F(Program, ServesEveryOperationOverTheWire) {
     EXPECT_EQ(ask("References", source + resultClass).count("//VALUE.OBJECTWITHPATH"), 1U);
     EXPECT_EQ(ask("ReferenceNames", source + resultClass).count("//OBJECTPATH"), 1U);
     EXPECT_EQ(ask("DeleteInstance", parameter("InstanceName", thing_name("one"))).error_code(), 0);
-    EXPECT_EQ(ask("CreateInstance", parameter("NewInstance", "<INSTANCE CLASSNAME=\"X\"/>")).error_code(), 7);
+    EXPECT_EQ(ask("CreateInstance", parameter("NewInstance", "<INSTANCE CLASSNAME=\"Probe_Odd\"/>")).error_code(), 7);
     EXPECT_EQ(ask("ExecQuery", parameter("QueryLanguage", value("CQL")) + parameter("Query", value("q")))
                   .error_code(),
               14);
-    EXPECT_EQ(ask("GetClass", "").error_code(), 7);
+    EXPECT_EQ(ask("GetClass", parameter("ClassName", class_name("Probe_Nowhere"))).error_code(), 6);
 }
 
 TEST_F(Program, ServesSeveralClientsAtATime) {
@@ -239,21 +244,18 @@ TEST_F(Program, ServesTheNamespacesOfTheCommandLine) {
     EXPECT_EQ(ask_class("EnumerateInstances", "Probe_Thing").error_code(), 3);
 }
 
-TEST_F(Program, TakesTheAssociationsOfAFile) {
-    std::ofstream(file("table")) << "# the probe's\nProbe_Part: Probe_Thing\n";
-    serve({"--associations", file("table")});
-    EXPECT_EQ(far_end_of_thing_one(), "Probe_Piece");
-}
-
-TEST_F(Program, TakesTheAssociationsBesideItsProvider) {
-    ASSERT_EQ(symlink(PROBE_PROVIDER, file("libprobe.so").c_str()), 0);
-    std::ofstream(file("Probe.associations")) << "Probe_Part: Probe_Thing\n";
-    serve({"--provider", file("libprobe.so")});
-    EXPECT_EQ(far_end_of_thing_one(), "Probe_Piece");
+TEST_F(Program, ServesWhatARegistrationNames) {
+    std::ofstream(file("registration")) << "[Probe_Part]\n  provider: Probe\n  type: association\n"
+                                           "  namespace: root/part\n";
+    serve({"--registration", file("registration")});
+    EXPECT_NE(out().find("(namespace root/part)"), std::string::npos);
+    EXPECT_EQ(far_end_of_thing_one("root/part"), "Probe_Piece");
 }
 
 TEST_F(Program, RefusesToListenBeyondLoopback) {
-    start({"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--port", "0", "--listen", "0.0.0.0"});
+    start({"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--registration",
+           PROBE_FOLDER "/probe.reg", "--schema", PROBE_FOLDER "/probe.mof", "--port", "0", "--listen",
+           "0.0.0.0"});
     EXPECT_EQ(wait_for_end(), 1);
     EXPECT_EQ(err(), "kesto-cimserver: refusing to listen on 0.0.0.0: only loopback addresses are served\n");
 }
@@ -285,9 +287,30 @@ TEST_F(Program, SaysWhatIsWrongWithItsOptions) {
     start({"--colour"});
     EXPECT_EQ(wait_for_end(), 2);
     EXPECT_NE(err().find("--colour"), std::string::npos);
-    start({"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--associations", file("missing")});
-    EXPECT_EQ(wait_for_end(), 1);
-    EXPECT_NE(err().find("cannot read"), std::string::npos);
+}
+
+TEST_F(Program, SaysWhatIsWrongWithSchemaAndRegistration) {
+    const auto error = [this](const std::string& registration, const std::string& schema) {
+        start({"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--port", "0", "--registration",
+               registration, "--schema", schema});
+        EXPECT_EQ(wait_for_end(), 1);
+        return err();
+    };
+    const std::string mof = PROBE_FOLDER "/probe.mof";
+    const std::string reg = PROBE_FOLDER "/probe.reg";
+    const std::string missing = file("missing");
+    EXPECT_EQ(error(missing, mof),
+              "kesto-cimserver: cannot read " + missing + ": No such file or directory\n");
+    EXPECT_EQ(error(reg, missing), "kesto-cimserver: cannot read " + missing + "\n");
+    std::ofstream(file("half.mof")) << "class A {\n  string B\n};";
+    EXPECT_EQ(error(reg, file("half.mof")),
+              "kesto-cimserver: " + file("half.mof") + ":3: expected ;, not \"}\"\n");
+    std::ofstream(file("empty.mof"));
+    EXPECT_EQ(error(reg, file("empty.mof")),
+              "kesto-cimserver: the registered class Probe_Thing is not declared in the schema\n");
+    std::ofstream(file("other.reg")) << "[X]\nprovider: Other\ntype: instance\nnamespace: root\n";
+    EXPECT_EQ(error(file("other.reg"), mof),
+              "kesto-cimserver: " + file("other.reg") + " registers no class for Probe\n");
 }
 
 } // namespace

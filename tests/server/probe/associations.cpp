@@ -62,7 +62,7 @@ CMPIObjectPath* link_of(const CMPIObjectPath* source, const char* association) {
 } // namespace
 
 CMPIStatus associator_names(const Asked& asked, const char* association) {
-    if (asks_for(association, "Probe_Failing")) return {CMPI_RC_ERR_FAILED, new_string("no way")};
+    if (asks_for(association, "Probe_Broken")) return {CMPI_RC_ERR_FAILED, new_string("no way")};
     if (association != nullptr) return_path(asked, far_end(asked.path, association));
     return ok();
 }

@@ -1,4 +1,4 @@
-#include "server/cimxml/types.h"
+#include "server/model/types.h"
 
 #include <cmpidt.h>
 

@@ -1,6 +1,6 @@
-// CIM-XML's names of the data types, and values as text.
-#ifndef KESTO_SERVER_CIMXML_TYPES_H
-#define KESTO_SERVER_CIMXML_TYPES_H
+// The names of CIM's data types, the same in MOF and in CIM-XML, and values as text.
+#ifndef KESTO_SERVER_MODEL_TYPES_H
+#define KESTO_SERVER_MODEL_TYPES_H
 
 #include <cmpidt.h>
 
