@@ -30,19 +30,41 @@ class FirstInstance : public ResultSink {
     ResultSink& next_;
 };
 
-// Limits the properties that are wanted of a class's instances: to those that the class declares itself, or,
-// for subclasses without their own properties, to those of the class that the client named.
-void narrow_properties(Request& request, const ClassSchema& schema, const ClassDeclaration& named) {
-    const ClassDeclaration* own = schema.find(request.target.className);
-    if (own == nullptr || (!request.localOnly && (request.deepInheritance || own == &named))) return;
+// Passes on instances with the properties of a set alone. Providers need not honour the list they are given.
+class Narrowed : public ResultSink {
+  public:
+    Narrowed(ResultSink& next, NameSet properties) : next_(next), properties_(std::move(properties)) {}
+    void deliver(const Instance& instance) override {
+        Instance narrowed = instance;
+        narrowed.apply_filter(properties_);
+        next_.deliver(narrowed);
+    }
+    void deliver(const ObjectPath& path) override { next_.deliver(path); }
+
+  private:
+    ResultSink& next_;
+    NameSet properties_;
+};
+
+// Calls the provider of a class for the properties that count: all that are wanted, or only those that the
+// class declares itself, or, of a subclass without its own properties, those of the class that the client
+// named.
+Outcome ask_for_properties(const ServedClass& candidate, const ClassSchema& schema,
+                           const ClassDeclaration& named, Request request, ResultSink& sink) {
+    const ClassDeclaration& own = *schema.find(candidate.name);
+    if (!request.localOnly && (request.deepInheritance || &own == &named)) {
+        return candidate.provider(request, sink);
+    }
     std::vector<std::string> wanted;
-    for (const PropertyDeclaration& property : own->properties) {
+    for (const PropertyDeclaration& property : own.properties) {
         const bool local = !request.localOnly || !property.propagated;
         const bool known = request.deepInheritance || named.property(property.name) != nullptr;
         const bool asked = !request.wanted || contains_name(*request.wanted, property.name);
         if (local && known && asked) wanted.push_back(property.name);
     }
+    Narrowed narrowed(sink, NameSet(wanted.begin(), wanted.end()));
     request.wanted = std::move(wanted);
+    return candidate.provider(request, narrowed);
 }
 
 Outcome enumerate(const ServedNameSpace& served, const ClassDeclaration& named, const Request& request,
@@ -53,8 +75,7 @@ Outcome enumerate(const ServedNameSpace& served, const ClassDeclaration& named, 
         Request one = request;
         // The class itself reaches the provider as the client spells it.
         if (!same_name(candidate.name, named.name)) one.target.className = candidate.name;
-        narrow_properties(one, served.schema, named);
-        Outcome outcome = candidate.provider(one, sink);
+        Outcome outcome = ask_for_properties(candidate, served.schema, named, one, sink);
         outcome.delivered += total.delivered;
         outcome.ignored += total.ignored;
         total = std::move(outcome);
@@ -63,10 +84,12 @@ Outcome enumerate(const ServedNameSpace& served, const ClassDeclaration& named, 
     return total;
 }
 
-Outcome get_instance(const ServedClass& candidate, Request request, ResultSink& sink) {
+Outcome get_instance(const ServedClass& candidate, const ClassSchema& schema, Request request,
+                     ResultSink& sink) {
     request.operation = Operation::GetInstance;
     FirstInstance first(sink);
-    Outcome outcome = candidate.provider(request, first);
+    Outcome outcome =
+        ask_for_properties(candidate, schema, *schema.find(candidate.name), std::move(request), first);
     if (outcome.ok() && !first.found) outcome.code = CMPI_RC_ERR_NOT_FOUND;
     return outcome;
 }
@@ -94,8 +117,7 @@ Outcome perform_on_instance(const ServedNameSpace& served, const ClassDeclaratio
         outcome = Outcome::error(gets ? CMPI_RC_ERR_NOT_FOUND : CMPI_RC_ERR_NOT_SUPPORTED,
                                  "no provider serves instances of " + declared.name);
     } else if (gets) {
-        narrow_properties(request, served.schema, declared);
-        outcome = get_instance(*candidate, request, sink);
+        outcome = get_instance(*candidate, served.schema, request, sink);
     } else {
         outcome = candidate->provider(request, sink);
     }
@@ -108,7 +130,8 @@ Outcome perform_on_instance(const ServedNameSpace& served, const ClassDeclaratio
 // For GetInstance and the like, enumerations, and the writing operations, in a namespace that is served.
 Outcome perform_on_instances(const ServedNameSpace& served, const Request& request, ResultSink& sink) {
     const ClassDeclaration* declared = served.schema.find(request.target.className);
-    if (declared == nullptr && request.operation == Operation::ExecQuery && request.target.className.empty()) {
+    if (declared == nullptr && request.operation == Operation::ExecQuery &&
+        request.target.className.empty()) {
         return Outcome::error(CMPI_RC_ERR_QUERY_LANGUAGE_NOT_SUPPORTED,
                               "only queries FROM a class reach a provider");
     }

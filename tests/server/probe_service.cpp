@@ -23,12 +23,10 @@ ProbeService::ProbeService()
     : broker([this](const std::string& line) { logged.push_back(line); }),
       provider(PROBE_PROVIDER, "Probe", broker),
       operations(probe_name_spaces(provider)),
-      service(operations, {.host = "testhost", .report = [this](const std::string& line) {
-                               reported.push_back(line);
-                           }}) {
-    broker.serve([this](const Request& request, ResultSink& sink) {
-        return operations.perform(request, sink);
-    });
+      service(operations,
+              {.host = "testhost", .report = [this](const std::string& line) { reported.push_back(line); }}) {
+    broker.serve(
+        [this](const Request& request, ResultSink& sink) { return operations.perform(request, sink); });
 }
 
 Response ProbeService::ask(const std::string& method, const std::string& parameters) const {

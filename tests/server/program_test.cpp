@@ -125,8 +125,8 @@ TEST_F(Program, ReportsWhenItIsReadyAndStopsCleanlyOnSigterm) {
     const std::string url = "http://127.0.0.1:" + std::to_string(port) + "/cimom";
     EXPECT_EQ(out(), "kesto-cimserver: serving " + url + " (namespace root/cimv2, root/Other)\n");
     EXPECT_EQ(stop(), 0);
-    EXPECT_EQ(out(),
-              "kesto-cimserver: serving " + url + " (namespace root/cimv2, root/Other)\nkesto-cimserver: stopped\n");
+    EXPECT_EQ(out(), "kesto-cimserver: serving " + url +
+                         " (namespace root/cimv2, root/Other)\nkesto-cimserver: stopped\n");
     EXPECT_EQ(err(), "");
 }
 
@@ -160,7 +160,9 @@ TEST_F(Program, ServesEveryOperationOverTheWire) {
     EXPECT_EQ(ask("References", source + resultClass).count("//VALUE.OBJECTWITHPATH"), 1U);
     EXPECT_EQ(ask("ReferenceNames", source + resultClass).count("//OBJECTPATH"), 1U);
     EXPECT_EQ(ask("DeleteInstance", parameter("InstanceName", thing_name("one"))).error_code(), 0);
-    EXPECT_EQ(ask("CreateInstance", parameter("NewInstance", "<INSTANCE CLASSNAME=\"Probe_Odd\"/>")).error_code(), 7);
+    EXPECT_EQ(
+        ask("CreateInstance", parameter("NewInstance", "<INSTANCE CLASSNAME=\"Probe_Odd\"/>")).error_code(),
+        7);
     EXPECT_EQ(ask("ExecQuery", parameter("QueryLanguage", value("CQL")) + parameter("Query", value("q")))
                   .error_code(),
               14);
