@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <regex>
@@ -26,31 +27,23 @@ std::string file_text(const std::string& name) {
     return text.str();
 }
 
-// The classes of the registration, by whether they are associations.
-Names registered(bool associations) {
+// The classes of the registration that have a kind of request, and lack another.
+Names registered(const std::string& kind, const std::string& butNot = "") {
     Names names;
     std::istringstream lines(file_text(PROJECT_FOLDER "/packaging/classes.txt"));
     for (std::string line; std::getline(lines, line);) {
-        const std::size_t blank = line.find(' ');
-        const bool isRegistration = !line.starts_with("#") && line.find(':') == std::string::npos;
-        if (!isRegistration || blank == std::string::npos) continue;
-        if (line.ends_with(" association") == associations) names.push_back(line.substr(0, blank));
+        std::istringstream words(line);
+        std::string name;
+        words >> name;
+        const std::set<std::string> kinds{std::istream_iterator<std::string>(words), {}};
+        if (name.starts_with("#") || !kinds.contains(kind) || kinds.contains(butNot)) continue;
+        names.push_back(name);
     }
     return names;
 }
 
-// The names that single operations listen to, beside those of the association classes.
-const Names OTHER_ASSOCIATION_NAMES = {"KESTO_FCIPTCPEnpoint", "KESTO_EthernetPortStatistics",
-                                       "KESTO_TCPEndPointStatistics", "CIM_HostedAccessPoint"};
-
-Names association_names() {
-    Names names = registered(true);
-    names.insert(names.end(), OTHER_ASSOCIATION_NAMES.begin(), OTHER_ASSOCIATION_NAMES.end());
-    return names;
-}
-
 Names source_classes() {
-    Names names = registered(false);
+    Names names = registered("instance", "association");
     std::erase(names, "KESTO_RemoteIPPort"); // has no objects
     names.insert(names.end(), {"KESTO_EthernetPort", "KESTO_LogicalComputerSystem"});
     return names;
@@ -60,7 +53,7 @@ Names source_classes() {
 std::string usual_spelling(const std::string& className) {
     static const std::map<std::string, std::string> SPELLINGS = [] {
         std::map<std::string, std::string> byLowerCase;
-        for (const Names& names : {registered(false), registered(true), source_classes()}) {
+        for (const Names& names : {registered("instance"), registered("association"), source_classes()}) {
             for (const std::string& name : names) {
                 byLowerCase[lower_case(name)] = name;
             }
@@ -120,13 +113,10 @@ class AssociationDocumentation : public Traversal {
         std::vector<Row> rows;
         for (const std::string& name : source_classes()) {
             const CimPath object = source(name);
-            // One operation answers every class that it does not know: that is one row, not thirty.
-            const Answer unknown = ask(object, "KESTO_NoSuchAssociation");
-            for (const std::string& association : association_names()) {
+            for (const std::string& association : registered("association")) {
                 const Answer answer = ask(object, association);
-                if (answer != unknown) rows.push_back({name, association, answer});
+                if (!answer.empty()) rows.push_back({name, association, answer});
             }
-            if (!unknown.empty()) rows.push_back({name, "any other", unknown});
         }
         return rows;
     }
@@ -136,7 +126,7 @@ class AssociationDocumentation : public Traversal {
     static std::string diagram(const std::vector<Row>& rows) {
         std::set<std::vector<std::string>> ways; // from, to, label
         for (const Row& row : rows) {
-            if (row.association == "any other") continue;
+            if (row.association == "CIM_HostedAccessPoint") continue; // stands for those below it
             const Answer& answer = row.answer;
             std::set<std::string> far(answer.associatorNames.begin(), answer.associatorNames.end());
             far.insert(answer.associators.begin(), answer.associators.end());
@@ -185,7 +175,8 @@ class AssociationDocumentation : public Traversal {
         std::string text =
             "| Association class | Instances | Names, where they differ |\n"
             "|---|---|---|\n";
-        for (const std::string& association : registered(true)) {
+        for (const std::string& association : registered("association")) {
+            if (association == "CIM_HostedAccessPoint") continue;
             const std::vector<CimInstance> instances = client().enumerate(association);
             const std::vector<CimPath> names = client().enumerate_names(association);
             Names inInstances;
@@ -234,9 +225,13 @@ TEST_F(AssociationDocumentation, IsWhatTheSwitchAnswers) {
     EXPECT_EQ(document.substr(start, end - start), made);
 }
 
+// Names that traversals listen to and that are no associations: a server with the classes asks for none.
+const Names NO_ASSOCIATIONS = {"kesto_ethernetportstatistics", "kesto_tcpendpointstatistics"};
+
 // The rows of the traversal tables start with the association class that they listen to.
 TEST(AssociationDocumentationSources, AskForEveryAssociationClassOfTheTables) {
-    const Names asked = folded(association_names());
+    Names asked = folded(registered("association"));
+    asked.insert(asked.end(), NO_ASSOCIATIONS.begin(), NO_ASSOCIATIONS.end());
     for (const char* file : {"associators.cpp", "references.cpp", "association_walkers.cpp"}) {
         const std::string text = file_text(std::string(PROJECT_FOLDER "/assoc/") + file);
         const std::regex row(R"row(\n    \{(?:\.className = )?"(\w+)",)row");

@@ -42,7 +42,9 @@ CimPath Traversal::source(const std::string& className) const {
     const auto port = [&] { return hop(first("KESTO_IPProtocolEndPoint"), "KESTO_IPEthernetEndpoint"); };
     if (className == "KESTO_EthernetPort") return port();
     if (className == "KESTO_LANEndPoint") return hop(port(), "KESTO_EthernetPortProtocolEndpoint");
-    if (className == "KESTO_EthernetPortStatistics") return hop(port(), "KESTO_EthernetPortStatistics");
+    if (className == "KESTO_EthernetPortStatistics") {
+        return client().associators(port(), {"KESTO_EthernetPortStatisticalData", "", "", ""}).at(0).path;
+    }
     return first(className);
 }
 

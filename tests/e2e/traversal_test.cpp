@@ -36,6 +36,7 @@ std::vector<Row> rows() {
     const std::string tcp = "KESTO_TCPProtocolEndPoint";
     const std::string ip = "KESTO_IPProtocolEndPoint";
     const std::string system = "KESTO_LogicalComputerSystem";
+    const std::string hostedIp = "KESTO_SwitchHostedIPAccessPoint";
     return {
         both(fcip, "KESTO_FCIPElementSettingData", "KESTO_FCIPSettings"),
         both(fcip, "KESTO_FCIPTCPEndpoint", tcp),
@@ -65,7 +66,8 @@ std::vector<Row> rows() {
          "KESTO_SwitchHostedIPAccessPoint",
          "KESTO_SwitchHostedIPAccessPoint"},
         both(ip, "KESTO_SANIPEndpoint", "KESTO_RemoteIPServiceAccessPoint"),
-        {ip, "KESTO_NoSuchAssociation", {system}, NOTHING, "", ""},
+        // The names answer every class that the endpoint does not know, this one by its right.
+        {ip, "CIM_HostedAccessPoint", {fcip, system}, {system}, hostedIp, hostedIp},
         {tcp,
          "KESTO_TCPEndPointStatisticalData",
          {"KESTO_TCPEndPointStatistics"},
@@ -103,18 +105,11 @@ std::vector<Row> rows() {
         both("KESTO_IPEndPointStatistics", "KESTO_IPEndPointStatisticalData", ip),
         both("KESTO_TCPEndPointStatistics", "KESTO_TCPEndPointStatisticalData", tcp),
         both("KESTO_FCIPProfile", "KESTO_FCIPPEBasedOn", fcip),
-        // The names listen to another class than the instances, and references look for a tunnel of the
-        // port's number, which there is none of.
+        // References look for a tunnel of the port's number, which there is none of.
         {"KESTO_EthernetPort",
          "KESTO_EthernetPortProtocolEndpoint",
          {"KESTO_LANEndPoint"},
          {"KESTO_LANEndPoint"},
-         "",
-         ""},
-        {"KESTO_EthernetPort",
-         "KESTO_EthernetPortStatistics",
-         {"KESTO_EthernetPortStatistics"},
-         NOTHING,
          "",
          ""},
         {"KESTO_EthernetPort",
@@ -125,7 +120,6 @@ std::vector<Row> rows() {
          ""},
         both("KESTO_EthernetPortStatistics", "KESTO_EthernetPortStatisticalData", "KESTO_EthernetPort"),
         {"KESTO_LogicalComputerSystem", "KESTO_SwitchHostedFCIPAccessPoint", NOTHING, NOTHING, "", ""},
-        {"KESTO_TCPStatisticalData", "KESTO_TCPEndPointStatistics", NOTHING, NOTHING, "", ""},
     };
 }
 
@@ -192,7 +186,7 @@ TEST_F(WithoutAssociationClass, TheAnswersOfAllAssociationClassesAreMerged) {
         const CimPath object = source(name);
         std::set<std::string> expected;
         for (const Row& row : rows()) {
-            if (row.source != name || row.association == "KESTO_NoSuchAssociation") continue;
+            if (row.source != name) continue;
             for (const CimPath& path : client().associator_names(object, {row.association, "", "", ""})) {
                 expected.insert(path.identity());
             }
@@ -273,7 +267,39 @@ TEST_F(TraversalFilters, OnlyThePropertiesAskedForAreSent) {
     EXPECT_EQ(answer.find("\n-SystemName="), std::string::npos) << answer;
 }
 
+TEST_F(TraversalFilters, ClassesAboveStandForThoseBelow) {
+    EXPECT_EQ(classes_of(client().associator_names(first_tunnel(), {"", "CIM_SettingData", "", ""})),
+              (Names{"KESTO_FCIPProfile", "KESTO_FCIPSettings"}));
+    EXPECT_EQ(folded(classes_of(client().associator_names(first_tunnel(), {"CIM_BindsTo", "", "", ""}))),
+              Names{"kesto_tcpprotocolendpoint"});
+}
+
+TEST_F(TraversalFilters, ClassesThatAreNotThereOrNoAssociationsAreRefused) {
+    const auto error = [this](const Filter& filter) {
+        return error_of([&] { client().associator_names(first_tunnel(), filter); });
+    };
+    EXPECT_EQ(error({"KESTO_NoSuchAssociation", "", "", ""}), CIM_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(error({"KESTO_EthernetPortStatistics", "", "", ""}), CIM_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(error({"", "KESTO_NoSuchClass", "", ""}), CIM_ERR_INVALID_PARAMETER);
+}
+
 class TraversalEdges : public Traversal {};
+
+TEST_F(TraversalEdges, WhatATraversalReturnsCanBeAskedForAsItIs) {
+    std::size_t followed = 0;
+    const auto follow = [&](const CimPath& path) {
+        if (path.className.starts_with("KESTO_FCPort") || path.className.ends_with("ComputerSystem")) return;
+        EXPECT_NO_THROW(client().get(path)) << path.identity();
+        ++followed;
+    };
+    for (const CimPath& path : client().associator_names(first_tunnel())) {
+        follow(path);
+    }
+    for (const CimPath& path : client().reference_names(first_tunnel())) {
+        follow(path);
+    }
+    EXPECT_GT(followed, 8U);
+}
 
 TEST_F(TraversalEdges, AnUnknownObjectHasNoNeighbours) {
     CimPath nowhere = first_tunnel();

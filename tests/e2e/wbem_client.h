@@ -21,6 +21,8 @@ class WbemError : public std::runtime_error {
 };
 
 constexpr int CIM_ERR_INVALID_NAMESPACE = 3;
+constexpr int CIM_ERR_INVALID_PARAMETER = 4;
+constexpr int CIM_ERR_INVALID_CLASS = 5;
 constexpr int CIM_ERR_NOT_FOUND = 6;
 constexpr int CIM_ERR_NOT_SUPPORTED = 7;
 
