@@ -1,55 +1,58 @@
 #include "server/cimxml/errors.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace cimserver {
 
+namespace {
+
+struct CimStatus {
+    CMPIrc code;
+    const char* name;
+};
+
+constexpr CimStatus STATUSES[] = {
+    {CMPI_RC_ERR_FAILED, "CIM_ERR_FAILED"},
+    {CMPI_RC_ERR_ACCESS_DENIED, "CIM_ERR_ACCESS_DENIED"},
+    {CMPI_RC_ERR_INVALID_NAMESPACE, "CIM_ERR_INVALID_NAMESPACE"},
+    {CMPI_RC_ERR_INVALID_PARAMETER, "CIM_ERR_INVALID_PARAMETER"},
+    {CMPI_RC_ERR_INVALID_CLASS, "CIM_ERR_INVALID_CLASS"},
+    {CMPI_RC_ERR_NOT_FOUND, "CIM_ERR_NOT_FOUND"},
+    {CMPI_RC_ERR_NOT_SUPPORTED, "CIM_ERR_NOT_SUPPORTED"},
+    {CMPI_RC_ERR_CLASS_HAS_CHILDREN, "CIM_ERR_CLASS_HAS_CHILDREN"},
+    {CMPI_RC_ERR_CLASS_HAS_INSTANCES, "CIM_ERR_CLASS_HAS_INSTANCES"},
+    {CMPI_RC_ERR_INVALID_SUPERCLASS, "CIM_ERR_INVALID_SUPERCLASS"},
+    {CMPI_RC_ERR_ALREADY_EXISTS, "CIM_ERR_ALREADY_EXISTS"},
+    {CMPI_RC_ERR_NO_SUCH_PROPERTY, "CIM_ERR_NO_SUCH_PROPERTY"},
+    {CMPI_RC_ERR_TYPE_MISMATCH, "CIM_ERR_TYPE_MISMATCH"},
+    {CMPI_RC_ERR_QUERY_LANGUAGE_NOT_SUPPORTED, "CIM_ERR_QUERY_LANGUAGE_NOT_SUPPORTED"},
+    {CMPI_RC_ERR_INVALID_QUERY, "CIM_ERR_INVALID_QUERY"},
+    {CMPI_RC_ERR_METHOD_NOT_AVAILABLE, "CIM_ERR_METHOD_NOT_AVAILABLE"},
+    {CMPI_RC_ERR_METHOD_NOT_FOUND, "CIM_ERR_METHOD_NOT_FOUND"},
+    {CIM_RC_INVALID_ENUMERATION_CONTEXT, "CIM_ERR_INVALID_ENUMERATION_CONTEXT"},
+    {CIM_RC_INVALID_OPERATION_TIMEOUT, "CIM_ERR_INVALID_OPERATION_TIMEOUT"},
+    {CIM_RC_FILTERED_ENUMERATION_NOT_SUPPORTED, "CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED"},
+    {CIM_RC_CONTINUATION_ON_ERROR_NOT_SUPPORTED, "CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED"},
+    {CMPI_RC_ERR_SERVER_LIMITS_EXCEEDED, "CIM_ERR_SERVER_LIMITS_EXCEEDED"},
+    {CMPI_RC_ERR_QUERY_FEATURE_NOT_SUPPORTED, "CIM_ERR_QUERY_FEATURE_NOT_SUPPORTED"},
+};
+
+// The status with that code; for any other code, the first: failed.
+const CimStatus& cim_status(CMPIrc code) {
+    const auto* const found = std::find_if(std::begin(STATUSES), std::end(STATUSES),
+                                           [code](const CimStatus& status) { return status.code == code; });
+    return found != std::end(STATUSES) ? *found : STATUSES[0];
+}
+
+} // namespace
+
 const char* cim_error_name(CMPIrc code) {
-    switch (code) {
-        case CMPI_RC_ERR_ACCESS_DENIED:
-            return "CIM_ERR_ACCESS_DENIED";
-        case CMPI_RC_ERR_INVALID_NAMESPACE:
-            return "CIM_ERR_INVALID_NAMESPACE";
-        case CMPI_RC_ERR_INVALID_PARAMETER:
-            return "CIM_ERR_INVALID_PARAMETER";
-        case CMPI_RC_ERR_INVALID_CLASS:
-            return "CIM_ERR_INVALID_CLASS";
-        case CMPI_RC_ERR_NOT_FOUND:
-            return "CIM_ERR_NOT_FOUND";
-        case CMPI_RC_ERR_NOT_SUPPORTED:
-            return "CIM_ERR_NOT_SUPPORTED";
-        case CMPI_RC_ERR_CLASS_HAS_CHILDREN:
-            return "CIM_ERR_CLASS_HAS_CHILDREN";
-        case CMPI_RC_ERR_CLASS_HAS_INSTANCES:
-            return "CIM_ERR_CLASS_HAS_INSTANCES";
-        case CMPI_RC_ERR_INVALID_SUPERCLASS:
-            return "CIM_ERR_INVALID_SUPERCLASS";
-        case CMPI_RC_ERR_ALREADY_EXISTS:
-            return "CIM_ERR_ALREADY_EXISTS";
-        case CMPI_RC_ERR_NO_SUCH_PROPERTY:
-            return "CIM_ERR_NO_SUCH_PROPERTY";
-        case CMPI_RC_ERR_TYPE_MISMATCH:
-            return "CIM_ERR_TYPE_MISMATCH";
-        case CMPI_RC_ERR_QUERY_LANGUAGE_NOT_SUPPORTED:
-            return "CIM_ERR_QUERY_LANGUAGE_NOT_SUPPORTED";
-        case CMPI_RC_ERR_INVALID_QUERY:
-            return "CIM_ERR_INVALID_QUERY";
-        case CMPI_RC_ERR_METHOD_NOT_AVAILABLE:
-            return "CIM_ERR_METHOD_NOT_AVAILABLE";
-        case CMPI_RC_ERR_METHOD_NOT_FOUND:
-            return "CIM_ERR_METHOD_NOT_FOUND";
-        case CMPI_RC_ERR_SERVER_LIMITS_EXCEEDED:
-            return "CIM_ERR_SERVER_LIMITS_EXCEEDED";
-        case CMPI_RC_ERR_QUERY_FEATURE_NOT_SUPPORTED:
-            return "CIM_ERR_QUERY_FEATURE_NOT_SUPPORTED";
-        default:
-            return "CIM_ERR_FAILED";
-    }
+    return cim_status(code).name;
 }
 
 CMPIrc cim_error_code(CMPIrc code) {
-    const bool isCim = (code >= CMPI_RC_ERR_FAILED && code <= CMPI_RC_ERR_METHOD_NOT_FOUND) ||
-                       code == CMPI_RC_ERR_SERVER_LIMITS_EXCEEDED ||
-                       code == CMPI_RC_ERR_QUERY_FEATURE_NOT_SUPPORTED;
-    return isCim ? code : CMPI_RC_ERR_FAILED;
+    return cim_status(code).code;
 }
 
 } // namespace cimserver

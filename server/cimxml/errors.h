@@ -37,6 +37,13 @@ class CimError : public Error {
     CMPIrc code;
 };
 
+// Status codes of CIM that no provider returns: they are about enumerations in portions, which the server
+// alone knows.
+constexpr auto CIM_RC_INVALID_ENUMERATION_CONTEXT = static_cast<CMPIrc>(21);
+constexpr auto CIM_RC_INVALID_OPERATION_TIMEOUT = static_cast<CMPIrc>(22);
+constexpr auto CIM_RC_FILTERED_ENUMERATION_NOT_SUPPORTED = static_cast<CMPIrc>(25);
+constexpr auto CIM_RC_CONTINUATION_ON_ERROR_NOT_SUPPORTED = static_cast<CMPIrc>(26);
+
 // The status codes of CIM by name, as descriptions begin with them: CIM_ERR_NOT_FOUND, ...
 const char* cim_error_name(CMPIrc code);
 // A provider's result code as a CIM status code; codes that only the provider interface knows mean "failed".

@@ -6,6 +6,7 @@
 
 #include "server/cimxml/errors.h"
 #include "server/model/text.h"
+#include "server/model/types.h"
 
 namespace cimserver {
 
@@ -74,6 +75,18 @@ std::optional<std::string> OperationParameters::optional_text(std::string_view n
 
 std::string OperationParameters::text(std::string_view name) {
     return required(as<std::string>(take(name), name), name);
+}
+
+std::optional<std::uint32_t> OperationParameters::optional_number(std::string_view name) {
+    const auto text = as<std::string>(take(name), name);
+    if (!text) return std::nullopt;
+    const std::optional<Value> value = parse_scalar(trimmed(*text), CMPI_uint32);
+    if (!value) refuse(name, "is no number of 32 bits");
+    return static_cast<std::uint32_t>(std::get<std::uint64_t>(value->content));
+}
+
+std::uint32_t OperationParameters::number(std::string_view name) {
+    return required(optional_number(name), name);
 }
 
 std::optional<std::string> OperationParameters::optional_class_name(std::string_view name) {

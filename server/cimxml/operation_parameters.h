@@ -4,6 +4,7 @@
 
 #include <cmpidt.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,6 +29,8 @@ class OperationParameters {
 
     std::optional<std::string> optional_text(std::string_view name);
     std::string text(std::string_view name);
+    std::optional<std::uint32_t> optional_number(std::string_view name);
+    std::uint32_t number(std::string_view name);
     std::optional<std::string> optional_class_name(std::string_view name);
     std::string class_name(std::string_view name);
     ObjectPath instance_name(std::string_view name);

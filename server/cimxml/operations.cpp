@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "server/cimxml/errors.h"
 #include "server/model/text.h"
 
 namespace cimserver {
@@ -22,13 +23,17 @@ void read_instance_name(OperationParameters& parameters, Request& request) {
     request.target = parameters.instance_name("InstanceName");
 }
 
+void read_properties(OperationParameters& parameters, Request& request) {
+    request.includeClassOrigin = parameters.flag("IncludeClassOrigin", false, CMPI_FLAG_IncludeClassOrigin);
+    request.wanted = parameters.property_list();
+}
+
 // What operations that return instances or classes have in common. Qualifiers belong to a class unless the
 // client does without, and to an instance only if it asks for them.
 void read_extent(OperationParameters& parameters, Request& request, bool qualifiersByDefault = false) {
     request.includeQualifiers =
         parameters.flag("IncludeQualifiers", qualifiersByDefault, CMPI_FLAG_IncludeQualifiers);
-    request.includeClassOrigin = parameters.flag("IncludeClassOrigin", false, CMPI_FLAG_IncludeClassOrigin);
-    request.wanted = parameters.property_list();
+    read_properties(parameters, request);
 }
 
 // By the letter, instances come without what they inherit unless the client says otherwise. No client means
@@ -38,10 +43,14 @@ void read_local_only_of_instances(OperationParameters& parameters, Request& requ
     request.localOnly = parameters.flag("LocalOnly", true, CMPI_FLAG_LocalOnly) && given;
 }
 
+void read_depth(OperationParameters& parameters, Request& request) {
+    request.deepInheritance = parameters.flag("DeepInheritance", true, CMPI_FLAG_DeepInheritance);
+}
+
 void read_enumeration(OperationParameters& parameters, Request& request) {
     read_class(parameters, request);
     read_local_only_of_instances(parameters, request);
-    request.deepInheritance = parameters.flag("DeepInheritance", true, CMPI_FLAG_DeepInheritance);
+    read_depth(parameters, request);
     read_extent(parameters, request);
 }
 
@@ -88,12 +97,16 @@ void read_source(OperationParameters& parameters, Request& request) {
     }
 }
 
-void read_associator_names(OperationParameters& parameters, Request& request) {
-    read_source(parameters, request);
+void read_associator_filters(OperationParameters& parameters, Request& request) {
     request.associationClass = parameters.optional_class_name("AssocClass");
     request.resultClass = parameters.optional_class_name("ResultClass");
     request.role = parameters.optional_text("Role");
     request.resultRole = parameters.optional_text("ResultRole");
+}
+
+void read_associator_names(OperationParameters& parameters, Request& request) {
+    read_source(parameters, request);
+    read_associator_filters(parameters, request);
 }
 
 void read_associators(OperationParameters& parameters, Request& request) {
@@ -102,10 +115,14 @@ void read_associators(OperationParameters& parameters, Request& request) {
 }
 
 // The result of a traversal to references is the association itself.
-void read_reference_names(OperationParameters& parameters, Request& request) {
-    read_source(parameters, request);
+void read_reference_filters(OperationParameters& parameters, Request& request) {
     request.associationClass = parameters.optional_class_name("ResultClass");
     request.role = parameters.optional_text("Role");
+}
+
+void read_reference_names(OperationParameters& parameters, Request& request) {
+    read_source(parameters, request);
+    read_reference_filters(parameters, request);
 }
 
 void read_references(OperationParameters& parameters, Request& request) {
@@ -140,7 +157,45 @@ void read_qualifier_name(OperationParameters& parameters, Request& request) {
     request.qualifier = parameters.text("QualifierName");
 }
 
+void read_open_enumeration(OperationParameters& parameters, Request& request) {
+    read_class(parameters, request);
+    read_depth(parameters, request);
+    read_properties(parameters, request);
+}
+
+void read_open_associator_paths(OperationParameters& parameters, Request& request) {
+    read_instance_name(parameters, request);
+    read_associator_filters(parameters, request);
+}
+
+void read_open_associators(OperationParameters& parameters, Request& request) {
+    read_open_associator_paths(parameters, request);
+    read_properties(parameters, request);
+}
+
+void read_open_reference_paths(OperationParameters& parameters, Request& request) {
+    read_instance_name(parameters, request);
+    read_reference_filters(parameters, request);
+}
+
+void read_open_references(OperationParameters& parameters, Request& request) {
+    read_open_reference_paths(parameters, request);
+    read_properties(parameters, request);
+}
+
+// What a query selects is not worked out here, so there is no class of it to describe.
+void read_open_query(OperationParameters& parameters, Request& request) {
+    request.queryLanguage = parameters.text("FilterQueryLanguage");
+    request.query = parameters.text("FilterQuery");
+    request.target.className = class_of_query(request.query);
+    if (parameters.flag("ReturnQueryResultClass", false)) {
+        throw CimError(CMPI_RC_ERR_NOT_SUPPORTED, "there is no class of a query's result");
+    }
+}
+
 void read_nothing(OperationParameters&, Request&) {}
+
+constexpr bool OPENS = true;
 
 constexpr CimXmlOperation OPERATIONS[] = {
     {"EnumerateInstances", Operation::EnumerateInstances, ObjectForm::NamedInstance, read_enumeration},
@@ -160,6 +215,19 @@ constexpr CimXmlOperation OPERATIONS[] = {
     {"EnumerateClassNames", Operation::EnumerateClassNames, ObjectForm::ClassName, read_class_names},
     {"GetQualifier", Operation::GetQualifier, ObjectForm::Qualifier, read_qualifier_name},
     {"EnumerateQualifiers", Operation::EnumerateQualifiers, ObjectForm::Qualifier, read_nothing},
+    {"OpenEnumerateInstances", Operation::EnumerateInstances, ObjectForm::InstanceWithPath,
+     read_open_enumeration, OPENS},
+    {"OpenEnumerateInstancePaths", Operation::EnumerateInstanceNames, ObjectForm::InstancePath, read_class,
+     OPENS},
+    {"OpenAssociatorInstances", Operation::Associators, ObjectForm::InstanceWithPath, read_open_associators,
+     OPENS},
+    {"OpenAssociatorInstancePaths", Operation::AssociatorNames, ObjectForm::InstancePath,
+     read_open_associator_paths, OPENS},
+    {"OpenReferenceInstances", Operation::References, ObjectForm::InstanceWithPath, read_open_references,
+     OPENS},
+    {"OpenReferenceInstancePaths", Operation::ReferenceNames, ObjectForm::InstancePath,
+     read_open_reference_paths, OPENS},
+    {"OpenQueryInstances", Operation::ExecQuery, ObjectForm::Instance, read_open_query, OPENS},
 };
 
 } // namespace

@@ -15,6 +15,7 @@ struct CimXmlOperation {
     Operation operation; // which the provider is called for
     ObjectForm form;     // of the objects in its result
     void (*read)(OperationParameters& parameters, Request& request);
+    bool opens = false; // an enumeration, which the client takes in portions (pull_operations.h)
 };
 
 // NULL for an operation that is not served. Names compare without case.

@@ -3,11 +3,11 @@
 #include <cmpidt.h>
 
 #include <cstdint>
+#include <optional>
 
 #include "server/cimxml/errors.h"
 #include "server/cimxml/http_binding.h"
 #include "server/cimxml/operation_parameters.h"
-#include "server/cimxml/operations.h"
 #include "server/cimxml/writer.h"
 #include "server/model/cim_model.h"
 #include "server/model/text.h"
@@ -26,6 +26,10 @@ NamedValues context_of(CMPIFlags flags, const CimXmlRequest& message, const Http
         context.set(CMPIAcceptLanguage, Value::text(*language));
     }
     return context;
+}
+
+EnumerationOwner owner_of(const HttpRequest& http, const CimXmlRequest& message) {
+    return {lower_cased(message.nameSpace), http.user};
 }
 
 // A traversal from a class leads to classes.
@@ -55,39 +59,61 @@ std::string CimXmlService::run_operation(const HttpRequest& http, const CimXmlRe
     const ResponseFrame frame{message.messageId, message.method, message.extrinsic, message.typedKeys};
     try {
         const CimXmlOperation* operation = message.extrinsic ? nullptr : find_operation(message.method);
-        if (operation == nullptr) {
+        const PullOperation* pull = message.extrinsic ? nullptr : find_pull_operation(message.method);
+        if (operation == nullptr && pull == nullptr) {
             throw CimError(CMPI_RC_ERR_NOT_SUPPORTED, message.method + " is not served");
         }
         const ServedNameSpace* served = operations_.find_name_space(message.nameSpace);
         if (served == nullptr) {
             throw CimError(CMPI_RC_ERR_INVALID_NAMESPACE, "there is no namespace " + message.nameSpace);
         }
-        OperationParameters parameters(message.parameters());
-        Request request{.operation = operation->operation};
-        request.target.nameSpace = message.nameSpace;
-        operation->read(parameters, request);
-        parameters.expect_no_more();
-        request.context = context_of(parameters.flags(), message, http);
-
-        const std::string* host = http.header("Host");
-        ObjectWriter writer(form_of(*operation, request),
-                            {.schema = served->schema,
-                             .host = host != nullptr && !host->empty() ? *host : settings_.host,
-                             .nameSpace = message.nameSpace,
-                             .keepHosts = settings_.keepHosts,
-                             .typedKeys = message.typedKeys,
-                             .localOnly = request.localOnly,
-                             .qualifiers = request.includeQualifiers,
-                             .classOrigin = request.includeClassOrigin,
-                             .wanted = name_set(request.wanted)});
-        const Outcome outcome = operations_.perform(request, writer);
-        report(message, request, outcome);
-        if (!outcome.ok()) throw CimError(outcome.code, outcome.message);
-        return operation->form == ObjectForm::Nothing ? empty_response(frame)
-                                                      : result_response(frame, writer.take());
+        return response(frame, operation != nullptr ? perform(*operation, *served, http, message)
+                                                    : perform(*pull, http, message));
     } catch (const CimError& error) {
         return error_response(frame, error);
     }
+}
+
+std::string CimXmlService::perform(const CimXmlOperation& operation, const ServedNameSpace& served,
+                                   const HttpRequest& http, const CimXmlRequest& message) const {
+    OperationParameters parameters(message.parameters());
+    Request request{.operation = operation.operation};
+    request.target.nameSpace = message.nameSpace;
+    operation.read(parameters, request);
+    const std::optional<OpenTerms> terms =
+        operation.opens ? std::optional(read_open_terms(parameters)) : std::nullopt;
+    parameters.expect_no_more();
+    request.context = context_of(parameters.flags(), message, http);
+
+    const std::string* host = http.header("Host");
+    ObjectWriter writer(form_of(operation, request),
+                        {.schema = served.schema,
+                         .host = host != nullptr && !host->empty() ? *host : settings_.host,
+                         .nameSpace = message.nameSpace,
+                         .keepHosts = settings_.keepHosts,
+                         .typedKeys = message.typedKeys,
+                         .localOnly = request.localOnly,
+                         .qualifiers = request.includeQualifiers,
+                         .classOrigin = request.includeClassOrigin,
+                         .wanted = name_set(request.wanted)});
+    SeparateObjects separate(writer);
+    const Outcome outcome = operations_.perform(request, terms ? static_cast<ResultSink&>(separate) : writer);
+    report(message, request, outcome);
+    if (!outcome.ok()) throw CimError(outcome.code, outcome.message);
+    if (operation.form == ObjectForm::Nothing) return {};
+    if (!terms) return return_value(writer.take());
+    return portion_answer(
+               sessions_.open({owner_of(http, message), operation.form, terms->timeout, separate.take()},
+                              terms->firstPortion))
+        .content;
+}
+
+std::string CimXmlService::perform(const PullOperation& operation, const HttpRequest& http,
+                                   const CimXmlRequest& message) const {
+    OperationParameters parameters(message.parameters());
+    const PullAnswer answer = operation.perform(parameters, sessions_, owner_of(http, message));
+    if (settings_.report) settings_.report(message.method + ": " + answer.report);
+    return answer.content;
 }
 
 void CimXmlService::report(const CimXmlRequest& message, const Request& request,

@@ -2,7 +2,8 @@
 //
 // An operation's objects are written into the answer as the provider returns them, and the answer is handed
 // out when the operation has returned: a client that reads slowly holds up nobody, and an error takes the
-// place of whatever was returned before it.
+// place of whatever was returned before it. An enumeration in portions is written as a whole, too, and handed
+// out piece by piece (enumeration_sessions.h).
 #ifndef KESTO_SERVER_CIMXML_SERVICE_H
 #define KESTO_SERVER_CIMXML_SERVICE_H
 
@@ -10,10 +11,14 @@
 #include <string>
 #include <utility>
 
+#include "server/cimxml/enumeration_sessions.h"
+#include "server/cimxml/operations.h"
+#include "server/cimxml/pull_operations.h"
 #include "server/cimxml/reader.h"
 #include "server/http/message.h"
 #include "server/model/request.h"
 #include "server/provider/operations.h"
+#include "server/provider/served.h"
 
 namespace cimserver {
 
@@ -23,19 +28,26 @@ class CimXmlService {
         std::string host{};     // how paths name this machine to a client that does not name it itself
         bool keepHosts = false; // paths keep the host that the provider names
         std::function<void(const std::string& line)> report{}; // a line for each operation; may be empty
+        EnumerationSessions::Limits enumerations{};
     };
 
     CimXmlService(const Operations& operations, Settings settings)
-        : operations_(operations), settings_(std::move(settings)) {}
+        : operations_(operations), settings_(std::move(settings)), sessions_(settings_.enumerations) {}
 
     HttpReply answer(const HttpRequest& request) const;
 
   private:
     std::string run_operation(const HttpRequest& http, const CimXmlRequest& message) const;
+    // The content of the response; throws CimError.
+    std::string perform(const CimXmlOperation& operation, const ServedNameSpace& served,
+                        const HttpRequest& http, const CimXmlRequest& message) const;
+    std::string perform(const PullOperation& operation, const HttpRequest& http,
+                        const CimXmlRequest& message) const;
     void report(const CimXmlRequest& message, const Request& request, const Outcome& outcome) const;
 
     const Operations& operations_;
     Settings settings_;
+    mutable EnumerationSessions sessions_; // has a lock of its own
 };
 
 } // namespace cimserver

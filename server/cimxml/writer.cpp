@@ -54,6 +54,12 @@ void ObjectWriter::deliver(const Instance& delivered) {
             instance(delivered);
             xml_.close("VALUE.OBJECTWITHPATH");
             break;
+        case ObjectForm::InstanceWithPath:
+            xml_.open("VALUE.INSTANCEWITHPATH");
+            instance_path(named_path(delivered, options_.schema));
+            instance(delivered);
+            xml_.close("VALUE.INSTANCEWITHPATH");
+            break;
         case ObjectForm::PropertyValue:
             for (const NamedValue& entry : delivered.properties.all()) {
                 if (options_.wanted->contains(entry.name) && !entry.value.is_null()) values(entry.value);
@@ -67,6 +73,8 @@ void ObjectWriter::deliver(const Instance& delivered) {
 void ObjectWriter::deliver(const ObjectPath& path) {
     if (form_ == ObjectForm::InstanceName) {
         instance_name(path);
+    } else if (form_ == ObjectForm::InstancePath) {
+        instance_path(path);
     } else if (form_ == ObjectForm::ObjectPath) {
         xml_.open("OBJECTPATH");
         instance_path(path);
@@ -241,7 +249,9 @@ void ObjectWriter::local_name_space(const std::string& nameSpace) {
     xml_.close("LOCALNAMESPACEPATH");
 }
 
-namespace {
+std::string return_value(const std::string& objects) {
+    return "<IRETURNVALUE>" + objects + "</IRETURNVALUE>";
+}
 
 std::string response(const ResponseFrame& frame, const std::string& content) {
     const std::string_view element = frame.extrinsic ? "METHODRESPONSE" : "IMETHODRESPONSE";
@@ -258,16 +268,6 @@ std::string response(const ResponseFrame& frame, const std::string& content) {
     xml.close("CIM");
     xml.raw("\n");
     return xml.take();
-}
-
-} // namespace
-
-std::string result_response(const ResponseFrame& frame, const std::string& returnValue) {
-    return response(frame, "<IRETURNVALUE>" + returnValue + "</IRETURNVALUE>");
-}
-
-std::string empty_response(const ResponseFrame& frame) {
-    return response(frame, "");
 }
 
 std::string error_response(const ResponseFrame& frame, const CimError& error) {

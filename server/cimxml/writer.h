@@ -2,6 +2,7 @@
 #ifndef KESTO_SERVER_CIMXML_WRITER_H
 #define KESTO_SERVER_CIMXML_WRITER_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -30,19 +31,21 @@ struct WriteOptions {
 
 // The element that an operation returns its objects in.
 enum class ObjectForm {
-    Instance,       // INSTANCE
-    NamedInstance,  // VALUE.NAMEDINSTANCE
-    InstanceName,   // INSTANCENAME
-    ObjectWithPath, // VALUE.OBJECTWITHPATH
-    ObjectPath,     // OBJECTPATH
-    Object,         // VALUE.OBJECT
-    PropertyValue,  // VALUE, VALUE.ARRAY or VALUE.REFERENCE of the one property that is wanted
-    Class,          // CLASS
-    ClassName,      // CLASSNAME
-    ClassWithPath,  // VALUE.OBJECTWITHPATH of a class
-    ClassPath,      // OBJECTPATH of a class
-    Qualifier,      // QUALIFIER.DECLARATION
-    Nothing,        // the operation returns none
+    Instance,         // INSTANCE
+    NamedInstance,    // VALUE.NAMEDINSTANCE
+    InstanceName,     // INSTANCENAME
+    ObjectWithPath,   // VALUE.OBJECTWITHPATH
+    ObjectPath,       // OBJECTPATH
+    Object,           // VALUE.OBJECT
+    InstanceWithPath, // VALUE.INSTANCEWITHPATH
+    InstancePath,     // INSTANCEPATH
+    PropertyValue,    // VALUE, VALUE.ARRAY or VALUE.REFERENCE of the one property that is wanted
+    Class,            // CLASS
+    ClassName,        // CLASSNAME
+    ClassWithPath,    // VALUE.OBJECTWITHPATH of a class
+    ClassPath,        // OBJECTPATH of a class
+    Qualifier,        // QUALIFIER.DECLARATION
+    Nothing,          // the operation returns none
 };
 
 // Writes each object into the answer as it comes. A form that is a name takes names only, the others take
@@ -54,6 +57,7 @@ class ObjectWriter : public ResultSink {
     void deliver(const ObjectPath& path) override;
     void deliver_class(const ClassDeclaration& declared) override;
     void deliver_qualifier(const QualifierType& declared) override;
+    std::size_t length() const { return xml_.result().size(); } // of what has been written
     std::string take() { return xml_.take(); }
 
   private:
@@ -76,6 +80,9 @@ class ObjectWriter : public ResultSink {
     XmlWriter xml_;
 };
 
+// What an operation returns, as the content of its response.
+std::string return_value(const std::string& objects);
+
 // Complete response messages.
 struct ResponseFrame {
     std::string messageId;
@@ -83,8 +90,7 @@ struct ResponseFrame {
     bool extrinsic = false;
     bool typedKeys = false;
 };
-std::string result_response(const ResponseFrame& frame, const std::string& returnValue);
-std::string empty_response(const ResponseFrame& frame); // of an operation that returns nothing
+std::string response(const ResponseFrame& frame, const std::string& content); // which is XML already
 std::string error_response(const ResponseFrame& frame, const CimError& error);
 
 } // namespace cimserver

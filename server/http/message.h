@@ -14,6 +14,7 @@ namespace cimserver {
 
 struct HttpRequest {
     std::string method;
+    std::string user; // the authenticated one; empty where the server knows no users
     std::map<std::string, std::string> headers; // by lower-cased name
     std::string body;
 
