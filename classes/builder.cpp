@@ -1,6 +1,7 @@
 #include "classes/builder.h"
 
 #include "common/broker.h"
+#include "common/foreign_servers.h"
 #include "common/results.h"
 #include "common/trace.h"
 #include "platform/platform_services.h"
@@ -17,6 +18,14 @@ NewInstance instance_of(CMPIObjectPath* path) {
     set_host_name(path);
     CMPIInstance* instance = _broker->eft->newInstance(_broker, path, nullptr);
     return {instance, instance != nullptr && instance->hdl != nullptr};
+}
+
+// The list ends with NULL; the CIM server only reads it.
+const char** key_names(NamedBy naming) {
+    static const char* instanceId[] = {"InstanceID", nullptr};
+    static const char* systemAndName[] = {"SystemCreationClassName", "SystemName", "CreationClassName",
+                                          "Name", nullptr};
+    return naming == NamedBy::InstanceId ? instanceId : systemAndName;
 }
 
 } // namespace
@@ -54,20 +63,21 @@ NewInstance start_traced_instance(const char* function, const char* className, c
     return {nullptr, false};
 }
 
-void apply_filter(CMPIInstance* instance, const char** properties) {
+void apply_filter(CMPIInstance* instance, const char** properties, NamedBy naming) {
     const char* noKeys[] = {nullptr};
-    instance->ft->setPropertyFilter(instance, properties, noKeys);
+    instance->ft->setPropertyFilter(instance, properties, FOR_FOREIGN_SERVERS ? key_names(naming) : noKeys);
 }
 
-CMPIInstance* finish_instance(CMPIInstance* instance, const char** properties, const char* function) {
-    apply_filter(instance, properties);
+CMPIInstance* finish_instance(CMPIInstance* instance, const char** properties, NamedBy naming,
+                              const char* function) {
+    apply_filter(instance, properties, naming);
     trace_exiting(function);
     return instance;
 }
 
-CMPIInstance* finish_marked_instance(CMPIInstance* instance, const char** properties, const char* function,
-                                     int line) {
-    apply_filter(instance, properties);
+CMPIInstance* finish_marked_instance(CMPIInstance* instance, const char** properties, NamedBy naming,
+                                     const char* function, int line) {
+    apply_filter(instance, properties, naming);
     trace_line(function, line);
     trace_exiting(function);
     return instance;

@@ -102,12 +102,17 @@ NewInstance start_instance(const char* className, const char* nameSpace);
 // The same, for builders that trace their exit also when their path cannot be made.
 NewInstance start_traced_instance(const char* function, const char* className, const char* nameSpace);
 
-// The request's property list becomes the instance's filter.
-void apply_filter(CMPIInstance* instance, const char** properties);
+// What the paths of a class carry: an id of its own, or the object's system and its name there.
+enum class NamedBy { InstanceId, SystemAndName };
+
+// The request's property list becomes the instance's filter. Some foreign servers make the instance's path of
+// the properties that are left, so that for them the keys pass the filter, too.
+void apply_filter(CMPIInstance* instance, const char** properties, NamedBy naming);
 // The common end of a builder: the filter, and the trace of its exit.
-CMPIInstance* finish_instance(CMPIInstance* instance, const char** properties, const char* function);
+CMPIInstance* finish_instance(CMPIInstance* instance, const char** properties, NamedBy naming,
+                              const char* function);
 // The same, for builders that mark the place of their end.
-CMPIInstance* finish_marked_instance(CMPIInstance* instance, const char** properties, const char* function,
-                                     int line);
+CMPIInstance* finish_marked_instance(CMPIInstance* instance, const char** properties, NamedBy naming,
+                                     const char* function, int line);
 
 #endif

@@ -88,7 +88,7 @@ CMPIInstance* ip_statistics_build_instance(const char* className, const char* na
     for (const IpCounter& counter : IP_COUNTERS) {
         set_properties(instance, {uint32(counter.name, ip_counter(*reply, counter))});
     }
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::InstanceId, __func__);
 }
 
 CMPIInstance* tcp_statistics_build_instance(const char* className, const char* nameSpace,
@@ -124,7 +124,7 @@ CMPIInstance* tcp_statistics_build_instance(const char* className, const char* n
         uint64("SaParamMismatch", word_pair(link, 26)),
     };
     set_properties(instance, table);
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::InstanceId, __func__);
 }
 
 CMPIInstance* tcp_statistical_data_build_instance(const char* className, const char* nameSpace,
@@ -158,7 +158,7 @@ CMPIInstance* tcp_statistical_data_build_instance(const char* className, const c
         uint32("RetransmittedSegments", 0),
     };
     set_properties(instance, table);
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::InstanceId, __func__);
 }
 
 CMPIObjectPath* stat_fill_reference(const char* className, const char* nameSpace, const FcipLinkEntry* link) {

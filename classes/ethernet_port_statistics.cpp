@@ -123,7 +123,7 @@ CMPIInstance* eth_statistics_build_instance(const char* className, const char* n
     if (received == 0) {
         std::puts("MAC statistics received");
         set_mac_counters(instance, macStatistics);
-        apply_filter(instance, properties);
+        apply_filter(instance, properties, NamedBy::InstanceId);
     }
     trace_exiting(__func__);
     return instance;

@@ -56,7 +56,7 @@ CMPIInstance* fcip_pe_build_instance(const char* className, const char* nameSpac
         uint16("ProtocolIFType", FIBRE_CHANNEL),
     };
     set_properties(instance, table);
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::SystemAndName, __func__);
 }
 
 CMPIObjectPath* fcip_pe_fill_reference(const char* className, const char* nameSpace,

@@ -87,7 +87,7 @@ CMPIInstance* fcip_settings_build_instance(const char* className, const char* na
         uint32("FlowCtrlBufSize", link->kfmFcipLinkExtFlowCtrlBufSize),
     };
     set_properties(instance, parameters);
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::InstanceId, __func__);
 }
 
 CMPIObjectPath* fcip_settings_fill_reference(const char* className, const char* nameSpace,
@@ -116,7 +116,7 @@ CMPIInstance* fcip_profile_build_instance(const char* className, const char* nam
         boolean("FcipEntityPHBSupport", entity->kfmFcipEntityPhbSupport == 1),
     };
     set_properties(instance, table);
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::InstanceId, __func__);
 }
 
 CMPIObjectPath* fcip_profile_fill_reference(const char* className, const char* nameSpace,

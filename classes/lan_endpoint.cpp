@@ -65,7 +65,7 @@ CMPIInstance* lan_endpoint_build_instance(const char* className, const char* nam
         };
         set_properties(instance, table);
     }
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::SystemAndName, __func__);
 }
 
 CMPIObjectPath* lan_endpoint_fill_reference(const char* className, const char* nameSpace,

@@ -51,7 +51,7 @@ CMPIInstance* build_tcp_port(const char* function, const char* className, const 
         uint32("PortNumber", link->kfmFcipLinkExtTcpRemPort),
     };
     set_properties(instance, table);
-    return finish_instance(instance, properties, function);
+    return finish_instance(instance, properties, NamedBy::SystemAndName, function);
 }
 
 CMPIObjectPath* fill_tcp_port(const char* className, const char* nameSpace, const FcipLinkEntry* link) {
@@ -103,7 +103,7 @@ CMPIInstance* fcip_remote_pe_build_instance(const char* className, const char* n
         chars("OtherProtocolDescription", "TCP"),
     };
     set_properties(instance, table);
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::SystemAndName, __func__);
 }
 
 CMPIObjectPath* fcip_remote_pe_fill_reference(const char* className, const char* nameSpace,
@@ -153,7 +153,7 @@ CMPIInstance* ip_remote_pe_build_instance(const char* className, const char* nam
         uint16("ProtocolIFType", PROTOCOL_IF_IPV4),
     };
     set_properties(instance, table);
-    return finish_marked_instance(instance, properties, __func__, 147);
+    return finish_marked_instance(instance, properties, NamedBy::SystemAndName, __func__, 147);
 }
 
 CMPIObjectPath* ip_remote_pe_fill_reference(const char* className, const char* nameSpace,

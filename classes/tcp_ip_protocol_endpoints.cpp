@@ -117,7 +117,7 @@ CMPIInstance* tcp_pe_build_instance(const char* className, const char* nameSpace
     const int status = fetch_row(
         connection, [&](FcipTcpConnEntry** out) { return fcip_get_tcpconn_entry(mts_q, 1, &key, out, 15); });
     if (status == 0 && connection) set_connection_properties(instance, *connection);
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::SystemAndName, __func__);
 }
 
 CMPIObjectPath* tcp_pe_fill_reference(const char* className, const char* nameSpace,
@@ -183,7 +183,7 @@ CMPIInstance* ip_pe_build_instance(const char* className, const char* nameSpace,
         boolean("FragmentationEnabled", false),
     };
     set_properties(instance, parameters);
-    return finish_marked_instance(instance, properties, __func__, 187);
+    return finish_marked_instance(instance, properties, NamedBy::SystemAndName, __func__, 187);
 }
 
 CMPIObjectPath* ip_pe_fill_reference(const char* className, const char* nameSpace,

@@ -52,7 +52,7 @@ CMPIInstance* ip_settings_build_instance(const char* className, const char* name
         uint32("DefaultTimeToLive", configuration.defaultTtl),
     };
     set_properties(instance, table);
-    return finish_instance(instance, properties, __func__);
+    return finish_instance(instance, properties, NamedBy::InstanceId, __func__);
 }
 
 CMPIInstance* tcp_settings_build_instance(const char* className, const char* nameSpace,
@@ -87,7 +87,7 @@ CMPIInstance* tcp_settings_build_instance(const char* className, const char* nam
         uint16("RetransmissionTimeoutAlgorithm", RETRANSMISSION_TIMEOUT_ALGORITHM),
     };
     set_properties(instance, parameters);
-    return finish_marked_instance(instance, properties, __func__, 89);
+    return finish_marked_instance(instance, properties, NamedBy::InstanceId, __func__, 89);
 }
 
 CMPIObjectPath* tcp_settings_fill_reference(const char* className, const char* nameSpace,

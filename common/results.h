@@ -1,8 +1,8 @@
 // The one place where objects leave the library for the CIM server's result.
 //
 // A builder that fails yields NULL, and a few of them the value -1; walkers hand such values on as they come,
-// and the CIM server's result has to tolerate them. Packages for servers that do not are built with
-// FCIP_GUARD_RESULTS, which keeps them back here.
+// and the result of the switch's own server tolerates them. Foreign servers crash on them: a library that is
+// built for these keeps them back here.
 #ifndef KESTO_COMMON_RESULTS_H
 #define KESTO_COMMON_RESULTS_H
 
@@ -10,6 +10,8 @@
 #include <cmpift.h>
 
 #include <cstdint>
+
+#include "common/foreign_servers.h"
 
 // What some builders return in place of an object.
 template <typename Object>
@@ -28,18 +30,12 @@ inline bool is_usable(const CMPIObjectPath* path) {
     return is_object(path) && path->hdl != nullptr;
 }
 
-#ifdef FCIP_GUARD_RESULTS
-inline constexpr bool RESULTS_ARE_GUARDED = true;
-#else
-inline constexpr bool RESULTS_ARE_GUARDED = false;
-#endif
-
 inline void hand_over(const CMPIResult* result, const CMPIInstance* instance) {
-    if (!RESULTS_ARE_GUARDED || is_object(instance)) result->ft->returnInstance(result, instance);
+    if (!FOR_FOREIGN_SERVERS || is_object(instance)) result->ft->returnInstance(result, instance);
 }
 
 inline void hand_over(const CMPIResult* result, const CMPIObjectPath* path) {
-    if (!RESULTS_ARE_GUARDED || is_object(path)) result->ft->returnObjectPath(result, path);
+    if (!FOR_FOREIGN_SERVERS || is_object(path)) result->ft->returnObjectPath(result, path);
 }
 
 // Hands an object over only when it could be built.

@@ -1,5 +1,5 @@
 // What reaches the CIM server's result when an object could not be built. The program is built twice: as the
-// provider is by default, and as packages for CIM servers that crash on such values build it.
+// provider is by default, and as packages for foreign CIM servers build it.
 #include "common/results.h"
 
 #include <gtest/gtest.h>
@@ -28,9 +28,9 @@ std::vector<std::string> handed_over() {
     return texts;
 }
 
-#ifdef FCIP_GUARD_RESULTS
+#ifdef FCIP_FOREIGN_SERVERS
 
-TEST(GuardedResults, NullAndMinusOneAreKeptBack) {
+TEST(ForeignServersResults, NullAndMinusOneAreKeptBack) {
     const auto texts = handed_over();
     ASSERT_EQ(texts.size(), 1U);
     EXPECT_NE(texts[0].find("KESTO_FCIPSettings"), std::string::npos) << texts[0];
