@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int MOST_FILES = 1 << 20;
+constexpr int USAGE_ERROR = 2;
 
 // Prints whether a scenario can be loaded, or why it cannot.
 bool is_good(const std::string& file) {
@@ -28,6 +29,7 @@ bool is_good(const std::string& file) {
 
 int run(int argc, char** argv) {
     CLI::App app("Checks and makes scenarios of the emulated switch (the files that KESTO_SWITCH names).");
+    app.set_version_flag("--version", "kesto-switch " KESTO_SWITCH_VERSION, "Print the version and exit");
     app.require_subcommand(1);
 
     CLI::App* check = app.add_subcommand("check", "Read scenarios and report what is wrong with each");
@@ -43,7 +45,11 @@ int run(int argc, char** argv) {
     generate->add_option("--seed", seed, "The same seed makes the same switch")->capture_default_str();
 
     const CLI::App* builtin = app.add_subcommand("builtin", "Print the built-in scenario");
-    CLI11_PARSE(app, argc, argv);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) { // --help and --version, too
+        return app.exit(error) == 0 ? 0 : USAGE_ERROR;
+    }
 
     unsetenv("KESTO_SWITCH"); // only the scenarios on the command line count here
 
