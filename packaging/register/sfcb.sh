@@ -1,12 +1,12 @@
 # SFCB: classes and registration through its staging area and sfcbrepos, providerDirs in sfcb.cfg. A running server
-# is made to read all that again with SIGHUP. Sourced by register-provider.
+# is restarted. Sourced by register-provider.
 #
 # sfcbrepos compiles everything that is staged, the server's own classes too, and needs the CIM schema for it.
 # Without the schema, our classes bring their superclasses along and are compiled into the namespace directly, if
 # it is empty. Without the compiler, too, they are created by requests.
 # shellcheck shell=bash
 
-: "${data:?}" "${provider_dir:?}" "${namespace:?}" "${work:?}" "${url=}" "${user=}"
+: "${data:?}" "${provider_dir:?}" "${namespace:?}" "${work:?}" "${url=}" "${user=}" "${restart_command=}"
 
 REGISTRATION=FCIPProvider.reg
 CLASSES=FCIPProvider.mof # the staged file, whichever of the two it is
@@ -37,18 +37,47 @@ server_pid() {
     done
 }
 
-# Makes a running server read configuration, registrations and classes again.
-restart() {
-    local pid
-    pid=$(server_pid)
-    [ -n "$pid" ] || return 0
-    kill -HUP "$pid"
-    local tenth
-    for ((tenth = 0; tenth < 100; ++tenth)); do
+children_of() { # PID; those that still run
+    awk -v parent="$1" '$1 == "Pid:" { pid = $2 } $1 == "State:" { state = $2 }
+        $1 == "PPid:" && $2 == parent && state != "Z" { print pid }' /proc/[0-9]*/status 2>/dev/null || true
+}
+
+within() { # SECONDS COMMAND...
+    local tenth tenths=$((10 * $1))
+    shift
+    for ((tenth = 0; tenth < tenths; ++tenth)); do
+        ! "$@" >/dev/null 2>&1 || return 0
         sleep 0.1
-        ! request EnumerateClassNames >/dev/null 2>&1 || return 0
     done
-    fail "sfcbd does not answer after its restart; its log says why"
+    return 1
+}
+
+have_ended() { # PID...
+    local pid
+    for pid in "$@"; do [ ! -d "/proc/$pid" ] || [ "$(state_of "$pid")" = Z ] || return 1; done
+}
+
+state_of() { awk '$1 == "State:" { print $2 }' "/proc/$1/status" 2>/dev/null || true; }
+
+answers() { request EnumerateClassNames; }
+
+# Makes a running server read configuration, registrations and classes again. Fails when it did not restart:
+# sfcbd heeds SIGHUP once, and then no more.
+restart() {
+    local pid unit children
+    pid=$(server_pid)
+    [ -n "$pid" ] || return 1
+    unit=$(sed -nE 's|.*/([^/]+\.service)$|\1|p' "/proc/$pid/cgroup" | head -n 1)
+    if [ -n "$restart_command" ]; then
+        sh -c "$restart_command" || fail "'$restart_command' failed"
+    elif [[ $unit == *sfcb* ]]; then
+        systemctl restart "$unit" || fail "systemctl could not restart $unit"
+    else
+        mapfile -t children < <(children_of "$pid")
+        kill -HUP "$pid"
+        within 10 have_ended "${children[@]}" || return 1
+    fi
+    within 10 answers || fail "sfcbd does not answer after its restart; its log says why"
 }
 
 # --- Requests
@@ -85,6 +114,12 @@ END
     [[ $answer == *"<IMETHODRESPONSE"* && $answer != *"<ERROR "* ]]
 }
 
+# What an answer says is wrong; without an ERROR, the answer.
+error_text() {
+    local pattern='DESCRIPTION="([^"]*)"'
+    if [[ $1 =~ $pattern ]]; then printf '%s\n' "${BASH_REMATCH[1]}"; else printf '%s\n' "$1"; fi
+}
+
 class_parameter() { # NAME CLASS
     printf '<IPARAMVALUE NAME="%s"><CLASSNAME NAME="%s"/></IPARAMVALUE>' "$1" "$2"
 }
@@ -94,7 +129,7 @@ sfcb_check() {
     local answer
     if ! answer=$(request EnumerateInstanceNames "$(class_parameter ClassName "$CHECKED_CLASS")" 2>&1); then
         fail "the server does not answer for $CHECKED_CLASS:" \
-            "$(sed -nE 's/.*<ERROR [^>]*DESCRIPTION="([^"]*)".*/\1/p; t; p' <<<"$answer")"
+            "$(error_text "$answer")"
     fi
     say "The server answers: $(grep -o '<INSTANCENAME ' <<<"$answer" | wc -l) tunnels."
 }
@@ -172,7 +207,6 @@ compile_directly() {
 
 sfcb_register() {
     platform_library sfcbd
-    on_failure restart
     keep_repository
     remember_dir=$(recall provider-dir)
     add_provider_dir
@@ -195,11 +229,12 @@ sfcb_register() {
         fail "there is no sfcbmof, and so no way to compile the classes"
     fi
 
-    if [ -n "$(server_pid)" ]; then
-        restart
+    if [ -z "$(server_pid)" ]; then
+        say "sfcbd does not run. Start it, then: register-provider sfcb --check"
+    elif undo=("$(printf '%q ' restart)" "${undo[@]}") && restart; then
         sfcb_check
     else
-        say "sfcbd does not run. Start it, then: register-provider sfcb --check"
+        say "sfcbd runs as before. Restart it, then: register-provider sfcb --check"
     fi
     remember how "$how"
     remember namespace "$namespace"
@@ -229,8 +264,11 @@ sfcb_remove() {
         sed -i -E "/^ *providerDirs *:/ s| +$added( \|$)|\1|" "$config"
         say "providerDirs is $(setting providerDirs) again."
     fi
-    restart
     forget_platform
     forget
-    say "SFCB does not serve the provider."
+    if [ -n "$(server_pid)" ] && ! restart; then
+        say "sfcbd runs as before. Restart it, so that it does not serve the provider any more."
+    else
+        say "SFCB does not serve the provider."
+    fi
 }
