@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <ostream>
 #include <sstream>
 #include <utility>
@@ -55,7 +56,8 @@ Value::Value(const char* text) {
 
 Value::Value(const std::string& text) : kind_(Kind::Text), text_(text) {}
 
-Value::Value(const RecordedPath& path) : kind_(Kind::Path), text_(path.text()) {}
+Value::Value(const RecordedPath& path)
+    : kind_(Kind::Path), text_(path.text()), path_(std::make_shared<const RecordedPath>(path)) {}
 
 Value::Value(double number) : kind_(Kind::Number) {
     std::ostringstream text;

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <initializer_list>
 #include <iosfwd>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -35,14 +36,19 @@ class Value {
     bool is_null() const { return kind_ == Kind::Null; }
     // The text without quotes, the number in decimal, the path's text; empty for NULL.
     const std::string& text() const { return text_; }
+    // The path that a reference holds; NULL for other values.
+    const RecordedPath* path() const { return path_.get(); }
 
-    friend bool operator==(const Value&, const Value&) = default;
+    friend bool operator==(const Value& a, const Value& b) {
+        return a.kind_ == b.kind_ && a.text_ == b.text_; // a path's text is all of it
+    }
     friend std::ostream& operator<<(std::ostream& out, const Value& value);
 
   private:
     enum class Kind { Null, Text, Number, Path };
     Kind kind_ = Kind::Null;
     std::string text_;
+    std::shared_ptr<const RecordedPath> path_;
 };
 
 // One setProperty or addKey call.
