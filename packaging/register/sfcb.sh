@@ -32,7 +32,7 @@ default_of() { sfcbrepos -h 2>/dev/null | sed -nE "s|.*$1 \[(.*)\].*|\1|p"; }
 server_pid() {
     local pid parent
     for pid in $(pidof sfcbd || true); do
-        parent=$(awk '$1 == "PPid:" { print $2 }' "/proc/$pid/status")
+        parent=$(awk '$1 == "PPid:" { print $2 }' "/proc/$pid/status" 2>/dev/null || true)
         [ "$(cat "/proc/$parent/comm" 2>/dev/null || true)" = sfcbd ] || { echo "$pid" && return; }
     done
 }
@@ -205,6 +205,32 @@ compile_directly() {
     }
 }
 
+# The stock class provider creates no classes; the one that does takes its place meanwhile. It wants a file that
+# exists, and drops the first class of it when it starts again; classes named DMY_... are dropped by design.
+#
+# sfcbd crashes on a reference without a value, and a class has no use for one; any value does.
+create_by_request() {
+    local class end='</PROPERTY.REFERENCE>'
+    local value='<VALUE.REFERENCE><INSTANCENAME CLASSNAME="DMY_First"/></VALUE.REFERENCE>'
+    [ -n "$(server_pid)" ] || fail "sfcbd does not run; it has to, to be sent the classes"
+    [ -f "$data/FCIPProviderStandalone.xml" ] || fail "there is no sfcbmof, and no $data/FCIPProviderStandalone.xml"
+    cp -p "$registrations/providerRegister" "$work/stock-register"
+    sed -i -E 's/^( *location: *)sfcClassProvider(Gz|Sf|Mem) *$/\1sfcClassProvider/' \
+        "$registrations/providerRegister"
+    mkdir -p "$registrations/repository/$namespace"
+    : >"$registrations/repository/$namespace/classSchemas"
+    undo=("$(printf '%q ' restart)" "${undo[@]}")
+    restart || fail "sfcbd did not restart; name a command that does it with --restart"
+    {
+        echo '<CLASS NAME="DMY_First"></CLASS>'
+        cat "$data/FCIPProviderStandalone.xml"
+    } | while IFS= read -r class; do
+        request CreateClass "<IPARAMVALUE NAME=\"NewClass\">${class//"$end"/"$value$end"}</IPARAMVALUE>" >"$work/answer" ||
+            fail "sfcbd does not take the class ${class:0:60}...:" "$(error_text "$(cat "$work/answer")")"
+    done
+    cat "$work/stock-register" >"$registrations/providerRegister"
+}
+
 sfcb_register() {
     platform_library sfcbd
     keep_repository
@@ -226,7 +252,10 @@ sfcb_register() {
         register_directly
         say "There is no CIM schema: the classes are compiled into $namespace with superclasses of their own."
     else
-        fail "there is no sfcbmof, and so no way to compile the classes"
+        how=direct
+        create_by_request
+        register_directly
+        say "There is no MOF compiler: the classes are created in $namespace, without superclasses."
     fi
 
     if [ -z "$(server_pid)" ]; then
