@@ -1,7 +1,9 @@
 # The libraries that the server takes from the system.
 #
-# cimserver_http  libmicrohttpd
-# cimserver_xml   expat
+# cimserver_http   libmicrohttpd
+# cimserver_tls    GnuTLS, which libmicrohttpd speaks TLS with
+# cimserver_crypt  libcrypt, for the hashes of passwords
+# cimserver_xml    expat
 #
 # A 32-bit build on a 64-bit machine has no development packages of its own: they cannot be installed beside
 # the 64-bit ones. The headers are the same, so the run-time packages are enough; the libraries are then found
@@ -31,6 +33,16 @@ find_path(MICROHTTPD_INCLUDE_DIR NAMES microhttpd.h REQUIRED)
 add_library(cimserver_http INTERFACE)
 target_include_directories(cimserver_http SYSTEM INTERFACE ${MICROHTTPD_INCLUDE_DIR})
 target_link_libraries(cimserver_http INTERFACE ${MICROHTTPD_LIBRARY})
+
+find_server_library(GNUTLS_LIBRARY gnutls libgnutls.so.30 libgnutls30)
+find_path(GNUTLS_INCLUDE_DIR NAMES gnutls/gnutls.h REQUIRED)
+add_library(cimserver_tls INTERFACE)
+target_include_directories(cimserver_tls SYSTEM INTERFACE ${GNUTLS_INCLUDE_DIR})
+target_link_libraries(cimserver_tls INTERFACE ${GNUTLS_LIBRARY})
+
+find_server_library(CRYPT_LIBRARY crypt libcrypt.so.1 libcrypt1)
+add_library(cimserver_crypt INTERFACE)
+target_link_libraries(cimserver_crypt INTERFACE ${CRYPT_LIBRARY})
 
 find_server_library(EXPAT_LIBRARY expat libexpat.so.1 libexpat1)
 find_package(EXPAT REQUIRED) # with the library found above

@@ -135,8 +135,7 @@ HttpReply CimHeaders::reply(std::string body) const {
 }
 
 HttpReply error_reply(const HttpError& error) {
-    HttpReply reply{
-        error.status, {{"Content-Type", "text/plain; charset=utf-8"}}, std::string(error.what()) + "\n"};
+    HttpReply reply = text_reply(error.status, error.what());
     if (!error.cimError.empty()) reply.headers.emplace_back("CIMError", error.cimError);
     if (error.status == METHOD_NOT_ALLOWED) reply.headers.emplace_back("Allow", "POST, M-POST");
     return reply;

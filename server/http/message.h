@@ -14,8 +14,9 @@ namespace cimserver {
 
 struct HttpRequest {
     std::string method;
+    std::string version = "HTTP/1.1";
     std::string user; // the authenticated one; empty where the server knows no users
-    std::map<std::string, std::string> headers; // by lower-cased name
+    std::map<std::string, std::string> headers; // by lower-cased name; repeated ones joined by commas
     std::string body;
 
     const std::string* header(std::string_view name) const {
@@ -29,6 +30,11 @@ struct HttpReply {
     std::vector<std::pair<std::string, std::string>> headers;
     std::string body;
 };
+
+// A reply to be read by people, a line.
+inline HttpReply text_reply(unsigned status, const std::string& line) {
+    return {status, {{"Content-Type", "text/plain; charset=utf-8"}}, line + "\n"};
+}
 
 } // namespace cimserver
 
