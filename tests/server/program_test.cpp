@@ -1,124 +1,23 @@
 // The program itself: its options, its console and its end.
-#include <fcntl.h>
+#include "tests/server/program.h"
+
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <future>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "tests/server/cimxml_request.h"
 #include "tests/server/http_client.h"
 #include "tests/server/response.h"
+#include "tests/server/temporary_folder.h"
 
 namespace {
-
-std::string content_of(const std::string& file) {
-    std::ifstream stream(file);
-    std::ostringstream content;
-    content << stream.rdbuf();
-    return content.str();
-}
-
-// kesto-cimserver with its standard output and error in files.
-class Program : public testing::Test {
-  protected:
-    Program() {
-        char name[] = "/tmp/cimserver-test-XXXXXX";
-        folder = mkdtemp(name);
-    }
-    ~Program() override {
-        if (process > 0) {
-            kill(process, SIGKILL);
-            wait_for_end();
-        }
-        for (const char* file : {"out", "err", "log", "table", "Probe.associations", "libprobe.so"}) {
-            unlink((folder + "/" + file).c_str());
-        }
-        rmdir(folder.c_str());
-    }
-
-    void start(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), "kesto-cimserver");
-        std::vector<char*> argv;
-        for (std::string& argument : arguments) {
-            argv.push_back(argument.data());
-        }
-        argv.push_back(nullptr);
-        posix_spawn_file_actions_t files;
-        posix_spawn_file_actions_init(&files);
-        constexpr int WRITE = O_WRONLY | O_CREAT | O_TRUNC;
-        posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, file("out").c_str(), WRITE, 0600);
-        posix_spawn_file_actions_addopen(&files, STDERR_FILENO, file("err").c_str(), WRITE, 0600);
-        ASSERT_EQ(posix_spawn(&process, KESTO_CIMSERVER, &files, nullptr, argv.data(), environ), 0);
-        posix_spawn_file_actions_destroy(&files);
-    }
-
-    // Serves the probe provider on a free port and waits until it does.
-    void serve(std::vector<std::string> arguments = {}) {
-        if (std::find(arguments.begin(), arguments.end(), "--provider") == arguments.end()) {
-            arguments.insert(arguments.begin(), {"--provider", PROBE_PROVIDER});
-        }
-        arguments.insert(arguments.begin(), {"--provider-name", "Probe", "--port", "0"});
-        if (std::find(arguments.begin(), arguments.end(), "--registration") == arguments.end()) {
-            arguments.insert(arguments.begin(), {"--registration", PROBE_FOLDER "/probe.reg"});
-        }
-        arguments.insert(arguments.begin(), {"--schema", PROBE_FOLDER "/probe.mof"});
-        start(arguments);
-        for (int i = 0; i < 1000 && port == 0; ++i) {
-            const std::string out = content_of(file("out"));
-            const std::string before = "serving http://127.0.0.1:";
-            const std::size_t at = out.find(before);
-            if (at != std::string::npos && out.find('\n', at) != std::string::npos) {
-                port = static_cast<std::uint16_t>(std::atoi(out.c_str() + at + before.size()));
-            }
-            usleep(10000);
-        }
-        ASSERT_NE(port, 0) << content_of(file("err"));
-    }
-
-    Response ask_class(const std::string& method, const std::string& name) const {
-        const std::string body = imethod_call(method, parameter("ClassName", class_name(name)));
-        return Response(exchange(port, post(body, method)).body);
-    }
-
-    // The class that a traversal without an association class leads to.
-    std::string far_end_of_thing_one(const std::string& nameSpace) const {
-        const std::string body =
-            imethod_call("AssociatorNames", parameter("ObjectName", thing_name("one")), nameSpace);
-        return Response(exchange(port, post(body, "AssociatorNames", nameSpace)).body)
-            .text("//OBJECTPATH//INSTANCENAME/@CLASSNAME");
-    }
-
-    // The exit status, or minus the signal.
-    int wait_for_end() {
-        int status = 0;
-        if (waitpid(process, &status, 0) != process) return -1000;
-        process = 0;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    }
-    int stop(int signal = SIGTERM) {
-        kill(process, signal);
-        return wait_for_end();
-    }
-
-    std::string file(const std::string& name) const { return folder + "/" + name; }
-    std::string out() const { return content_of(file("out")); }
-    std::string err() const { return content_of(file("err")); }
-
-    std::string folder;
-    pid_t process = 0;
-    std::uint16_t port = 0;
-};
 
 TEST_F(Program, ReportsWhenItIsReadyAndStopsCleanlyOnSigterm) {
     serve();
