@@ -9,13 +9,17 @@
 #include <exception>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "server/broker/broker.h"
 #include "server/cimxml/service.h"
 #include "server/console.h"
 #include "server/http/message.h"
 #include "server/http/server.h"
+#include "server/http/tls.h"
+#include "server/http/users.h"
 #include "server/model/cim_model.h"
 #include "server/model/perform.h"
 #include "server/model/request.h"
@@ -115,10 +119,39 @@ void wait_for_stop() {
     pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
+using Report = std::function<void(const std::string& line)>;
+using Ports = std::vector<std::unique_ptr<HttpServer>>;
+
+Ports listen(const Options& options, const HttpServer::Handler& handler, const Report& warn,
+             const Report& report) {
+    HttpServer::Settings settings = options.http;
+    settings.report = report;
+    if (!options.users.empty()) settings.users = std::make_shared<Users>(options.users, warn);
+    Ports ports;
+    if (options.httpPort) {
+        settings.port = *options.httpPort;
+        ports.push_back(std::make_unique<HttpServer>(settings, handler));
+    }
+    if (options.httpsPort) {
+        settings.port = *options.httpsPort;
+        settings.tls = read_tls_credentials(options.certificate, options.privateKey);
+        ports.push_back(std::make_unique<HttpServer>(settings, handler));
+    }
+    return ports;
+}
+
+std::string joined(const std::vector<std::string>& texts) {
+    std::string result;
+    for (const std::string& text : texts) {
+        result += (result.empty() ? "" : ", ") + text;
+    }
+    return result;
+}
+
 void serve(const Options& options, Console& console) {
     if (!options.providerLog.empty()) console.redirect_provider(options.providerLog);
-    const auto warn = [&console](const std::string& line) { console.warn("kesto-cimserver: " + line); };
-    const auto report = options.verbose ? std::function<void(const std::string&)>(warn) : nullptr;
+    const Report warn = [&console](const std::string& line) { console.warn("kesto-cimserver: " + line); };
+    const Report report = options.verbose ? warn : nullptr;
 
     Broker broker(warn, options.verbose);
     const std::string library = options.provider.empty() ? default_provider() : options.provider;
@@ -131,17 +164,22 @@ void serve(const Options& options, Console& console) {
         return operations.perform(request, sink);
     });
     const CimXmlService service(operations, {host_name(), options.keepHosts, report});
-    HttpServer server(options.http,
-                      [&service](const HttpRequest& request) { return service.answer(request); });
+    const Ports ports = listen(
+        options, [&service](const HttpRequest& request) { return service.answer(request); }, warn, report);
 
-    std::string served;
-    for (const ServedNameSpace& nameSpace : operations.name_spaces()) {
-        if (!served.empty()) served += ", ";
-        served += nameSpace.name;
+    std::vector<std::string> urls;
+    for (const auto& port : ports) {
+        urls.push_back(port->url() + "/cimom");
     }
-    console.say("kesto-cimserver: serving " + server.url() + "/cimom (namespace " + served + ")");
+    std::vector<std::string> names;
+    for (const ServedNameSpace& nameSpace : operations.name_spaces()) {
+        names.push_back(nameSpace.name);
+    }
+    console.say("kesto-cimserver: serving " + joined(urls) + " (namespace " + joined(names) + ")");
     wait_for_stop();
-    server.stop(options.http.timeout);
+    for (const auto& port : ports) {
+        port->stop(options.http.timeout);
+    }
     console.say("kesto-cimserver: stopped");
 }
 

@@ -1,7 +1,11 @@
 // The command line of kesto-cimserver.
+//
+// Without a certificate the server speaks HTTP, with one it speaks HTTPS, and HTTP only when a port is given
+// for it. Beyond loopback it speaks HTTPS alone, to users alone.
 #ifndef KESTO_SERVER_OPTIONS_H
 #define KESTO_SERVER_OPTIONS_H
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,8 +17,11 @@ namespace cimserver {
 constexpr int USAGE_ERROR = 2; // the exit status of a command line that cannot be served
 
 struct Options {
-    HttpServer::Settings http;
-    std::string provider; // empty: the one that lies beside the program
+    HttpServer::Settings http; // what the ports have in common
+    std::optional<std::uint16_t> httpPort, httpsPort;
+    std::string certificate, privateKey; // files, of HTTPS
+    std::string users;                   // file; empty: everybody may use the server
+    std::string provider;                // empty: the one that lies beside the program
     std::string providerName = "FCIPProvider";
     std::string providerLog;
     std::string registration;            // empty: the one of that name in the data folder

@@ -21,7 +21,7 @@ NamedValues context_of(CMPIFlags flags, const CimXmlRequest& message, const Http
     NamedValues context;
     context.set(CMPIInvocationFlags, Value::integer(CMPI_uint32, std::uint64_t{flags}));
     context.set(CMPIInitNameSpace, Value::text(message.nameSpace));
-    context.set(CMPIPrincipal, Value::text(""));
+    context.set(CMPIPrincipal, Value::text(http.user));
     if (const std::string* language = http.header("Accept-Language")) {
         context.set(CMPIAcceptLanguage, Value::text(*language));
     }

@@ -1,10 +1,10 @@
 #include "server/http/server.h"
 
-#include <arpa/inet.h>
 #include <microhttpd.h>
-#include <netinet/in.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <condition_variable>
 #include <cstddef>
@@ -17,6 +17,8 @@
 #include <utility>
 
 #include "server/http/arrival_watch.h"
+#include "server/http/authentication.h"
+#include "server/http/host_check.h"
 #include "server/model/text.h"
 
 namespace cimserver {
@@ -27,49 +29,28 @@ constexpr unsigned TOO_LARGE = 413;
 constexpr unsigned INTERNAL_ERROR = 500;
 constexpr std::size_t HEADER_MEMORY = 65536;
 
-// The socket address to listen on. Beyond loopback a server would need encryption and users.
-struct ListenAddress {
-    union {
-        sockaddr any;
-        sockaddr_in v4;
-        sockaddr_in6 v6;
-    } socket{};
-    bool isV6 = false;
-    std::string shown;
-};
-
-ListenAddress loopback_address(const std::string& text, std::uint16_t port) {
-    ListenAddress result;
-    const std::string address = text == "localhost" ? "127.0.0.1" : text;
-    in_addr v4{};
-    in6_addr v6{};
-    if (inet_pton(AF_INET, address.c_str(), &v4) == 1) {
-        constexpr std::uint32_t LOOPBACK_NET = 127;
-        if (ntohl(v4.s_addr) >> 24U != LOOPBACK_NET) {
-            throw HttpServerError("refusing to listen on " + text + ": only loopback addresses are served");
-        }
-        result.socket.v4.sin_family = AF_INET;
-        result.socket.v4.sin_port = htons(port);
-        result.socket.v4.sin_addr = v4;
-        result.shown = address;
-    } else if (inet_pton(AF_INET6, address.c_str(), &v6) == 1) {
-        if (std::memcmp(&v6, &in6addr_loopback, sizeof v6) != 0) {
-            throw HttpServerError("refusing to listen on " + text + ": only loopback addresses are served");
-        }
-        result.socket.v6.sin6_family = AF_INET6;
-        result.socket.v6.sin6_port = htons(port);
-        result.socket.v6.sin6_addr = v6;
-        result.isV6 = true;
-        result.shown = "[" + address + "]";
-    } else {
-        throw HttpServerError("not an address: " + text);
+IpAddress listening_address(const HttpServer::Settings& settings) {
+    const std::optional<IpAddress> address = HttpServer::parse_address(settings.address);
+    if (!address) throw HttpServerError("not an address: " + settings.address);
+    if (!address->is_loopback() && (!settings.tls || settings.users == nullptr)) {
+        throw HttpServerError("refusing to listen on " + settings.address +
+                              ": beyond loopback, clients need TLS and a password");
     }
-    return result;
+    return *address;
+}
+
+unsigned daemon_flags(const IpAddress& address, bool tls) {
+    unsigned flags =
+        MHD_USE_INTERNAL_POLLING_THREAD | MHD_USE_THREAD_PER_CONNECTION | MHD_USE_POLL | MHD_USE_ITC;
+    if (!address.is_v4()) flags |= MHD_USE_IPv6;
+    if (!address.is_v4() && address.is_unspecified()) flags |= MHD_USE_DUAL_STACK;
+    if (tls) flags |= MHD_USE_TLS;
+    return flags;
 }
 
 struct Request {
     HttpRequest message;
-    bool tooLarge = false;
+    std::optional<HttpReply> refusal;
 };
 
 int socket_of(MHD_Connection* connection) {
@@ -78,12 +59,10 @@ int socket_of(MHD_Connection* connection) {
 
 MHD_Result add_header(void* to, MHD_ValueKind, const char* name, const char* value) {
     auto& headers = *static_cast<std::map<std::string, std::string>*>(to);
-    headers[lower_cased(name)] = value != nullptr ? value : "";
+    const std::string text = value != nullptr ? value : "";
+    const auto [header, isNew] = headers.emplace(lower_cased(name), text);
+    if (!isNew) header->second += ", " + text;
     return MHD_YES;
-}
-
-HttpReply plain_reply(unsigned status, std::string text) {
-    return {status, {{"Content-Type", "text/plain; charset=utf-8"}}, std::move(text)};
 }
 
 MHD_Result send(MHD_Connection* connection, HttpReply reply) {
@@ -104,21 +83,22 @@ class HttpServer::Impl {
   public:
     Impl(const Settings& settings, Handler handler)
         : settings_(settings), handler_(std::move(handler)), arrivals_(settings.timeout) {
-        ListenAddress address = loopback_address(settings.address, settings.port);
-        shownAddress_ = address.shown;
-        unsigned flags =
-            MHD_USE_INTERNAL_POLLING_THREAD | MHD_USE_THREAD_PER_CONNECTION | MHD_USE_POLL | MHD_USE_ITC;
-        if (address.isV6) flags |= MHD_USE_IPv6;
-        daemon_ = MHD_start_daemon(flags, settings.port, nullptr, nullptr, &Impl::on_request, this,
-                                   MHD_OPTION_SOCK_ADDR, &address.socket.any, MHD_OPTION_CONNECTION_LIMIT,
-                                   settings.maxConnections, MHD_OPTION_CONNECTION_TIMEOUT,
-                                   static_cast<unsigned>(settings.timeout.count()),
-                                   MHD_OPTION_CONNECTION_MEMORY_LIMIT, HEADER_MEMORY,
-                                   MHD_OPTION_NOTIFY_CONNECTION, &Impl::on_connection, this,
-                                   MHD_OPTION_NOTIFY_COMPLETED, &Impl::on_completed, this, MHD_OPTION_END);
+        const IpAddress address = listening_address(settings);
+        url_ = (settings.tls ? "https://" : "http://") + address.in_url();
+        sockaddr_storage socketAddress = address.socket_address(settings.port);
+        errno = 0;
+        daemon_ =
+            MHD_start_daemon(daemon_flags(address, settings.tls.has_value()), settings.port, nullptr, nullptr,
+                             &Impl::on_request, this, MHD_OPTION_SOCK_ADDR, &socketAddress,
+                             MHD_OPTION_CONNECTION_LIMIT, settings.maxConnections,
+                             MHD_OPTION_CONNECTION_TIMEOUT, static_cast<unsigned>(settings.timeout.count()),
+                             MHD_OPTION_CONNECTION_MEMORY_LIMIT, HEADER_MEMORY, MHD_OPTION_NOTIFY_CONNECTION,
+                             &Impl::on_connection, this, MHD_OPTION_NOTIFY_COMPLETED, &Impl::on_completed,
+                             this, MHD_OPTION_ARRAY, tls_options().data(), MHD_OPTION_END);
         if (daemon_ == nullptr) {
-            throw HttpServerError("cannot listen on " + shownAddress_ + ":" + std::to_string(settings.port) +
-                                  ": " + std::strerror(errno));
+            throw HttpServerError("cannot listen on " + address.in_url() + ":" +
+                                  std::to_string(settings.port) + ": " +
+                                  (errno != 0 ? std::strerror(errno) : "TLS does not start"));
         }
     }
 
@@ -131,7 +111,7 @@ class HttpServer::Impl {
         return info != nullptr ? info->port : settings_.port;
     }
 
-    const std::string& shown_address() const { return shownAddress_; }
+    std::string url() const { return url_ + ":" + std::to_string(port()); }
 
     void stop(std::chrono::seconds patience) {
         if (daemon_ == nullptr) return;
@@ -146,10 +126,20 @@ class HttpServer::Impl {
     }
 
   private:
+    // Empty without TLS. The texts are those of settings_, which the daemon may look at as long as it runs.
+    std::array<MHD_OptionItem, 4> tls_options() const {
+        if (!settings_.tls) return {{{MHD_OPTION_END, 0, nullptr}}};
+        const auto text = [](const char* value) { return const_cast<char*>(value); };
+        return {{{MHD_OPTION_HTTPS_MEM_CERT, 0, text(settings_.tls->certificate.c_str())},
+                 {MHD_OPTION_HTTPS_MEM_KEY, 0, text(settings_.tls->privateKey.c_str())},
+                 {MHD_OPTION_HTTPS_PRIORITIES, 0, text(TLS_PRIORITIES)},
+                 {MHD_OPTION_END, 0, nullptr}}};
+    }
+
     static MHD_Result on_request(void* self, MHD_Connection* connection, const char*, const char* method,
-                                 const char*, const char* data, size_t* size, void** state) {
+                                 const char* version, const char* data, size_t* size, void** state) {
         Impl& server = *static_cast<Impl*>(self);
-        if (*state == nullptr) return server.begin(connection, method, state);
+        if (*state == nullptr) return server.begin(connection, method, version, state);
         Request& request = *static_cast<Request*>(*state);
         if (*size > 0) {
             server.receive(request, std::string_view(data, *size));
@@ -160,45 +150,66 @@ class HttpServer::Impl {
         return send(connection, server.answer(request));
     }
 
-    MHD_Result begin(MHD_Connection* connection, const char* method, void** state) {
+    MHD_Result begin(MHD_Connection* connection, const char* method, const char* version, void** state) {
         auto request = std::make_unique<Request>();
         request->message.method = method;
+        request->message.version = version;
         MHD_get_connection_values(connection, MHD_HEADER_KIND, &add_header, &request->message.headers);
         {
             const std::lock_guard guard(lock_);
             ++running_;
         }
+        std::optional<HttpReply>& refusal = request->refusal;
+        refusal = guarded([&] { return refusal_of(request->message, socket_of(connection)); });
         const std::string* length = request->message.header("Content-Length");
         const bool tooLarge =
             length != nullptr && std::strtoull(length->c_str(), nullptr, 10) > settings_.maxBody;
+        if (tooLarge && !refusal) refusal = too_large_reply();
         *state = request.release();
         // Said before the client sends it all; MHD closes the connection then.
-        return tooLarge ? send(connection, too_large_reply()) : MHD_YES;
+        return tooLarge ? send(connection, *refusal) : MHD_YES;
+    }
+
+    std::optional<HttpReply> refusal_of(HttpRequest& request, int socket) const {
+        auto refusal = host_refusal(request, IpAddress::of_local_end(socket), settings_.hostNames);
+        if (!refusal && settings_.users != nullptr) refusal = authenticate(request, *settings_.users);
+        if (refusal && settings_.report) {
+            settings_.report("refused with HTTP " + std::to_string(refusal->status) + ": " +
+                             std::string(trimmed(refusal->body)));
+        }
+        return refusal;
     }
 
     void receive(Request& request, std::string_view data) const {
         std::string& body = request.message.body;
-        if (body.size() + data.size() > settings_.maxBody) request.tooLarge = true;
+        if (!request.refusal && body.size() + data.size() > settings_.maxBody) {
+            request.refusal = too_large_reply();
+        }
         // What is refused is read to its end, so that the client gets to read why, but not kept.
-        if (request.tooLarge) {
+        if (request.refusal) {
             body.clear();
         } else {
             body += data;
         }
     }
 
-    // An exception must not travel through the C library that calls this.
     HttpReply answer(const Request& request) const {
-        if (request.tooLarge) return too_large_reply();
+        if (request.refusal) return *request.refusal;
+        return *guarded([&] { return std::optional(handler_(request.message)); });
+    }
+
+    // An exception must not travel through the C library that calls this.
+    template <typename MakeReply>
+    static std::optional<HttpReply> guarded(const MakeReply& makeReply) {
         try {
-            return handler_(request.message);
+            return makeReply();
         } catch (const std::exception& error) {
-            return plain_reply(INTERNAL_ERROR, std::string(error.what()) + "\n");
+            return text_reply(INTERNAL_ERROR, error.what());
         }
     }
 
     HttpReply too_large_reply() const {
-        return plain_reply(TOO_LARGE, "requests may have " + std::to_string(settings_.maxBody) + " bytes\n");
+        return text_reply(TOO_LARGE, "requests may have " + std::to_string(settings_.maxBody) + " bytes");
     }
 
     static void on_connection(void* self, MHD_Connection* connection, void**,
@@ -226,12 +237,16 @@ class HttpServer::Impl {
     Settings settings_;
     Handler handler_;
     ArrivalWatch arrivals_;
-    std::string shownAddress_;
+    std::string url_; // without the port
     MHD_Daemon* daemon_ = nullptr;
     std::mutex lock_;
     std::condition_variable idle_;
     unsigned running_ = 0;
 };
+
+std::optional<IpAddress> HttpServer::parse_address(const std::string& text) {
+    return IpAddress::parse(text == "localhost" ? "127.0.0.1" : text);
+}
 
 HttpServer::HttpServer(const Settings& settings, Handler handler)
     : impl_(std::make_unique<Impl>(settings, std::move(handler))) {}
@@ -243,7 +258,7 @@ std::uint16_t HttpServer::port() const {
 }
 
 std::string HttpServer::url() const {
-    return "http://" + impl_->shown_address() + ":" + std::to_string(port());
+    return impl_->url();
 }
 
 void HttpServer::stop(std::chrono::seconds patience) {

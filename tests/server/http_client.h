@@ -16,6 +16,7 @@ class Connection {
     Connection& operator=(const Connection&) = delete;
 
     bool is_open() const { return socket_ >= 0; }
+    int socket() const { return socket_; }
     bool send(const std::string& text);
     std::string receive_all(); // until the server closes, or after some seconds without anything
     void finish_sending();

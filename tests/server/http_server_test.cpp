@@ -7,12 +7,17 @@
 #include <chrono>
 #include <cstdint>
 #include <future>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "server/http/tls.h"
+#include "server/http/users.h"
 #include "tests/server/cimxml_request.h"
 #include "tests/server/http_client.h"
+#include "tests/server/temporary_folder.h"
+#include "tests/server/tls_client.h"
 
 namespace {
 
@@ -43,15 +48,41 @@ TEST(HttpServer, ReportsWhereItListens) {
     EXPECT_EQ(server.url(), "http://127.0.0.1:" + std::to_string(server.port()));
 }
 
-TEST(HttpServer, ListensOnLoopbackOnly) {
-    for (const char* address : {"0.0.0.0", "192.0.2.1", "::", "2001:db8::1", "example.net", ""}) {
-        HttpServer::Settings settings = any_port();
+TEST(HttpServer, BeyondLoopbackNeedsTlsAndUsers) {
+    const TemporaryFolder folder;
+    HttpServer::Settings settings = any_port();
+    const auto tls = make_self_signed({"127.0.0.1"}, std::chrono::system_clock::now() - 1h,
+                                      std::chrono::system_clock::now() + 1h);
+    const auto users = std::make_shared<Users>(folder.write("users", ""), [](const std::string&) {});
+    for (const char* address : {"0.0.0.0", "192.0.2.1", "::", "2001:db8::1", "::ffff:192.0.2.1"}) {
+        settings.address = address;
+        settings.tls.reset();
+        settings.users.reset();
+        EXPECT_THROW(HttpServer(settings, echo), HttpServerError) << address;
+        settings.tls = tls;
+        EXPECT_THROW(HttpServer(settings, echo), HttpServerError) << address;
+        settings.tls.reset();
+        settings.users = users;
+        EXPECT_THROW(HttpServer(settings, echo), HttpServerError) << address;
+    }
+    settings.tls = tls;
+    for (const char* address : {"0.0.0.0", "::"}) {
+        settings.address = address;
+        const HttpServer server(settings, echo);
+        EXPECT_EQ(exchange_over_tls(server.port(), post("", "Any")).status, 401);
+    }
+}
+
+TEST(HttpServer, ListensOnEveryLoopbackAddress) {
+    HttpServer::Settings settings = any_port();
+    for (const char* address : {"localhost", "127.0.0.1", "127.0.0.2", "::1"}) {
+        settings.address = address;
+        EXPECT_NO_THROW(HttpServer(settings, echo)) << address;
+    }
+    for (const char* address : {"", "example.net", "127.0.0.1:5988", "[::1]"}) {
         settings.address = address;
         EXPECT_THROW(HttpServer(settings, echo), HttpServerError) << address;
     }
-    HttpServer::Settings settings = any_port();
-    settings.address = "localhost";
-    EXPECT_NO_THROW(HttpServer(settings, echo));
 }
 
 TEST(HttpServer, SaysWhenThePortIsTaken) {
@@ -76,7 +107,7 @@ TEST(HttpServer, RefusesChunkedBodiesThatAreTooLarge) {
     const HttpServer server(settings, echo);
     Connection connection(server.port());
     std::string text =
-        "POST / HTTP/1.1\r\nHost: h\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n\r\n";
+        "POST / HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n\r\n";
     for (int i = 0; i < 20; ++i) {
         text += "64\r\n" + std::string(100, 'x') + "\r\n";
     }
@@ -88,7 +119,7 @@ TEST(HttpServer, TakesBodiesInChunks) {
     const HttpServer server(any_port(), echo);
     Connection connection(server.port());
     connection.send(
-        "POST / HTTP/1.1\r\nHost: h\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n\r\n"
+        "POST / HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n\r\n"
         "3\r\nabc\r\n2\r\nde\r\n0\r\n\r\n");
     EXPECT_EQ(parse_http(connection.receive_all()).body, "abcde");
 }
@@ -96,8 +127,9 @@ TEST(HttpServer, TakesBodiesInChunks) {
 TEST(HttpServer, AnswersSeveralRequestsOnOneConnection) {
     const HttpServer server(any_port(), echo);
     Connection connection(server.port());
-    connection.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 3\r\n\r\none");
-    connection.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 3\r\nConnection: close\r\n\r\ntwo");
+    connection.send("POST / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 3\r\n\r\none");
+    connection.send(
+        "POST / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 3\r\nConnection: close\r\n\r\ntwo");
     const std::string received = connection.receive_all();
     EXPECT_NE(received.find("one"), std::string::npos);
     EXPECT_NE(received.find("two"), std::string::npos);
@@ -127,7 +159,7 @@ TEST(HttpServer, DropsClientsThatSendNothing) {
     settings.timeout = 1s;
     const HttpServer server(settings, echo);
     Connection silent(server.port());
-    silent.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 10\r\n\r\n");
+    silent.send("POST / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 10\r\n\r\n");
     const auto started = std::chrono::steady_clock::now();
     EXPECT_EQ(parse_http(silent.receive_all()).status / 100, 0);
     EXPECT_LT(std::chrono::steady_clock::now() - started, 10s);
@@ -152,7 +184,8 @@ TEST(HttpServer, DropsClientsWhoseHeadersTrickleIn) {
 }
 
 TEST(HttpServer, DropsClientsWhoseBodyTricklesIn) {
-    EXPECT_TRUE(is_dropped_while_sending("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000\r\n\r\n"));
+    EXPECT_TRUE(
+        is_dropped_while_sending("POST / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 1000\r\n\r\n"));
 }
 
 TEST(HttpServer, AHandlerMayTakeLongerThanARequest) {
@@ -181,7 +214,7 @@ TEST(HttpServer, LimitsTheConnections) {
     Connection second(server.port());
     // Both are in once their requests have had time to arrive.
     for (Connection* connection : {&first, &second}) {
-        connection->send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 0\r\n\r\n");
+        connection->send("POST / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 0\r\n\r\n");
     }
     std::this_thread::sleep_for(300ms);
     EXPECT_EQ(exchange(server.port(), post("", "Any")).status, 0);

@@ -153,14 +153,6 @@ TEST_F(Program, ServesWhatARegistrationNames) {
     EXPECT_EQ(far_end_of_thing_one("root/part"), "Probe_Piece");
 }
 
-TEST_F(Program, RefusesToListenBeyondLoopback) {
-    start({"--provider", PROBE_PROVIDER, "--provider-name", "Probe", "--registration",
-           PROBE_FOLDER "/probe.reg", "--schema", PROBE_FOLDER "/probe.mof", "--port", "0", "--listen",
-           "0.0.0.0"});
-    EXPECT_EQ(wait_for_end(), 1);
-    EXPECT_EQ(err(), "kesto-cimserver: refusing to listen on 0.0.0.0: only loopback addresses are served\n");
-}
-
 TEST_F(Program, PrintsItsVersionAndItsHelp) {
     start({"--version"});
     EXPECT_EQ(wait_for_end(), 0);

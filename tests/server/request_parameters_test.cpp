@@ -143,14 +143,16 @@ TEST_F(RequestParameters, FlagsReachTheProvider) {
         "15");
 }
 
-TEST_F(RequestParameters, TheContextNamesNamespaceAndLanguage) {
+TEST_F(RequestParameters, TheContextNamesNamespaceLanguageAndUser) {
     cimserver::HttpRequest request =
         post(imethod_call("EnumerateInstances", parameter("ClassName", class_name("Probe_Context"))),
              "EnumerateInstances");
     request.headers["accept-language"] = "de, en";
+    request.user = "ada";
     const Response response(send(request).body);
     EXPECT_EQ(response.property(CMPIInitNameSpace), "root/cimv2");
     EXPECT_EQ(response.property(CMPIAcceptLanguage), "de, en");
+    EXPECT_EQ(response.property(CMPIPrincipal), "ada");
 }
 
 TEST_F(RequestParameters, PropertyListsReachTheProvider) {
