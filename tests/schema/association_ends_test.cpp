@@ -102,8 +102,8 @@ class AssociationEnds : public ObservedProvider {
             }
         }
         if (const auto found = observed().steps.find(association.name); found != observed().steps.end()) {
-            for (const Step& step : found->second) {
-                classes.take(step.sourceClass, step.farClass);
+            for (const auto& [source, far] : found->second) {
+                classes.take(source, far);
             }
         }
         return classes;

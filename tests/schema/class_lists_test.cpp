@@ -1,7 +1,6 @@
 // The places that list the classes, against the schema: docs/classes.md and the list of registrations.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 #include <set>
 #include <string>

@@ -3,7 +3,10 @@
 #include <deque>
 #include <fstream>
 #include <optional>
+#include <set>
 #include <sstream>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "emulator/control.h"
@@ -86,7 +89,7 @@ class Notes {
 
     void take_step(const std::string& association, const std::string& source, const Answer& answer) {
         for (const std::string& far : classes_in(answer)) {
-            observation_.steps[association].insert({source, far});
+            observation_.steps[association].emplace(source, far);
         }
         take(answer);
     }
@@ -154,7 +157,7 @@ const Observation& ObservedProvider::observed() {
     observation.emplace();
 
     const ByClass<RegisteredClass> classes = registered_classes();
-    const auto look_at_switch = [&] {
+    const auto lookAtSwitch = [&] {
         Notes notes(*observation);
         for (const auto& [className, kinds] : classes) {
             notes.take(enumerate(className));
@@ -180,9 +183,9 @@ const Observation& ObservedProvider::observed() {
         }
     };
     one_tunnel::install();
-    look_at_switch();
+    lookAtSwitch();
     emulator::load_builtin();
-    look_at_switch();
+    lookAtSwitch();
     return *observation;
 }
 

@@ -25,12 +25,7 @@ using cimserver::NameSet;
 
 using TypedNames = std::set<std::pair<std::string, CMPIType>>; // texts are CMPI_string
 using Ends = std::map<std::string, std::string>;               // the class in each role
-
-// One step of a traversal.
-struct Step {
-    std::string sourceClass, farClass;
-    auto operator<=>(const Step&) const = default;
-};
+using Step = std::pair<std::string, std::string>;              // of a traversal: the class here, and there
 
 struct Observation {
     ByClass<TypedNames> properties;     // that some instance of the class had

@@ -1,8 +1,5 @@
 #include "tests/schema/schema_test.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "server/model/cim_class.h"
 #include "server/model/types.h"
 #include "server/schema/mof_parser.h"
@@ -24,12 +21,12 @@ bool is_ours(std::string_view className) {
 } // namespace
 
 const ClassSchema& schema() {
-    static const ClassSchema parsed = [] {
+    static const ClassSchema PARSED = [] {
         ClassSchema classes("root/kesto");
         cimserver::parse_mof_file(SCHEMA_MOF, classes);
         return classes;
     }();
-    return parsed;
+    return PARSED;
 }
 
 std::vector<const ClassDeclaration*> concrete_classes() {
