@@ -96,6 +96,9 @@ CimHeaders::CimHeaders(const HttpRequest& request) : request_(request) {
         throw HttpError(UNSUPPORTED_MEDIA_TYPE, "", "content encodings are not supported");
     }
     const std::string* operation = header("CIMOperation");
+    if (operation == nullptr && header("CIMExport") != nullptr) {
+        throw HttpError(NOT_IMPLEMENTED, "unsupported-operation", "indications are exported to listeners");
+    }
     if (operation == nullptr) throw HttpError(BAD_REQUEST, "header-mismatch", "no CIMOperation header");
     if (!same_name(trimmed(*operation), "MethodCall")) {
         throw HttpError(BAD_REQUEST, "unsupported-operation", "CIMOperation must be MethodCall");

@@ -89,8 +89,9 @@ void read_query(OperationParameters& parameters, Request& request) {
 
 void read_source(OperationParameters& parameters, Request& request) {
     OperationParameters::ObjectName source = parameters.object_name("ObjectName");
-    request.ofClass = source.ofClass;
-    if (source.ofClass) {
+    // Some clients name a class as an instance without keys.
+    request.ofClass = source.ofClass || source.path.keys.empty();
+    if (request.ofClass) {
         request.target.className = std::move(source.path.className);
     } else {
         request.target = std::move(source.path);

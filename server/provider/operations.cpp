@@ -9,8 +9,10 @@
 #include "server/model/cim_class.h"
 #include "server/model/cim_model.h"
 #include "server/model/text.h"
+#include "server/model/types.h"
 #include "server/provider/class_operations.h"
 #include "server/provider/traversal.h"
+#include "server/schema/naming.h"
 
 namespace cimserver {
 
@@ -94,21 +96,66 @@ Outcome get_instance(const ServedClass& candidate, const ClassSchema& schema, Re
     return outcome;
 }
 
-// A class with one key may be named by the bare value.
-void name_sole_key(ObjectPath& path, const ClassDeclaration& declared) {
-    const NamedValue* bare = path.keys.find("");
-    if (bare == nullptr || path.keys.size() != 1) return;
-    const auto key = std::find_if(declared.properties.begin(), declared.properties.end(),
-                                  [](const PropertyDeclaration& property) { return is_key(property); });
-    if (key == declared.properties.end()) return;
-    NamedValues named;
-    named.set(key->name, bare->value);
-    path.keys = std::move(named);
+// The value in the type that the key is declared with: clients that do not know the class guess it.
+Value typed_key(const Value& given, const PropertyDeclaration& declared) {
+    const bool isScalar = given.as_reference() == nullptr && !given.is_array() && !given.is_null();
+    if (!isScalar || given.type == declared.type) return given;
+    return parse_scalar(scalar_text(given), declared.type).value_or(given);
+}
+
+// The keys as the class declares them. A class with one key may be named by the bare value.
+void declare_keys(ObjectPath& path, const ClassDeclaration& declared) {
+    const bool isBare = path.keys.size() == 1 && path.keys.find("") != nullptr;
+    NamedValues keys;
+    for (const NamedValue& key : path.keys.all()) {
+        const auto property =
+            std::find_if(declared.properties.begin(), declared.properties.end(),
+                         [&](const PropertyDeclaration& candidate) {
+                             return is_key(candidate) && (isBare || same_name(candidate.name, key.name));
+                         });
+        const bool known = property != declared.properties.end();
+        keys.set(known && isBare ? property->name : key.name,
+                 known ? typed_key(key.value, *property) : key.value);
+    }
+    path.keys = std::move(keys);
+}
+
+// Passes on the instances that a path names.
+class Named : public ResultSink {
+  public:
+    Named(ResultSink& next, const ClassSchema& schema, const ObjectPath& path)
+        : next_(next), schema_(schema), path_(path) {}
+    void deliver(const Instance& instance) override {
+        if (may_be_same_object(named_path(instance, schema_), path_)) next_.deliver(instance);
+    }
+    void deliver(const ObjectPath&) override {}
+
+  private:
+    ResultSink& next_;
+    const ClassSchema& schema_;
+    const ObjectPath& path_;
+};
+
+// A provider may know an association as a reference of its ends only, and not by its own name.
+Outcome find_among_references(const ServedNameSpace& served, const Request& request, ResultSink& sink) {
+    FirstInstance first(sink);
+    Named named(first, served.schema, request.target);
+    for (const NamedValue& key : request.target.keys.all()) {
+        const ObjectPath* end = key.value.as_reference();
+        if (end == nullptr || first.found || served.schema.find(end->className) == nullptr) continue;
+        Request references = request;
+        references.operation = Operation::References;
+        references.associationClass = request.target.className;
+        references.target = *end;
+        const Outcome outcome = traverse(served, references, named);
+        if (!outcome.ok()) return outcome;
+    }
+    return first.found ? Outcome{} : Outcome::error(CMPI_RC_ERR_NOT_FOUND);
 }
 
 Outcome perform_on_instance(const ServedNameSpace& served, const ClassDeclaration& declared, Request request,
                             ResultSink& sink) {
-    name_sole_key(request.target, declared);
+    declare_keys(request.target, declared);
     const ServedClass* candidate = served.find_instances(declared.name);
     const bool gets =
         request.operation == Operation::GetInstance || request.operation == Operation::GetProperty;
@@ -118,6 +165,10 @@ Outcome perform_on_instance(const ServedNameSpace& served, const ClassDeclaratio
                                  "no provider serves instances of " + declared.name);
     } else if (gets) {
         outcome = get_instance(*candidate, served.schema, request, sink);
+        if (outcome.code == CMPI_RC_ERR_NOT_FOUND && declared.is_association()) {
+            const Outcome found = find_among_references(served, request, sink);
+            if (found.ok()) outcome = found;
+        }
     } else {
         outcome = candidate->provider(request, sink);
     }
@@ -180,7 +231,7 @@ Outcome perform_traversal(const ServedNameSpace& served, Request request, Result
     const Outcome checked = check_classes_of_traversal(served.schema, request);
     if (!checked.ok()) return checked;
     if (request.ofClass) return traverse_classes(served.schema, request, sink);
-    name_sole_key(request.target, *served.schema.find(request.target.className));
+    declare_keys(request.target, *served.schema.find(request.target.className));
     return traverse(served, request, sink);
 }
 

@@ -185,6 +185,23 @@ TEST_F(Associations, ClassesThatAreNotThereOrNoAssociationsAreRefused) {
     EXPECT_EQ(error(instance_name("Probe_Nowhere", key("Name", "n")), ""), "there is no class Probe_Nowhere");
 }
 
+TEST_F(Associations, AnAssociationThatTheProviderDoesNotGetIsFoundAmongTheReferencesOfItsEnds) {
+    const auto get = [this](const std::string& left) {
+        return ask("GetInstance",
+                   parameter("InstanceName",
+                             instance_name("Probe_Link", reference_key("Left", thing_name(left)) +
+                                                             reference_key("Right", thing_name("two")))));
+    };
+    EXPECT_EQ(get("one").texts("//IRETURNVALUE/INSTANCE/PROPERTY.REFERENCE/@NAME"), (List{"Left", "Right"}));
+    EXPECT_EQ(get("three").error_code(), 6);
+}
+
+TEST_F(Associations, ASourceWithoutKeysIsAClass) {
+    EXPECT_EQ(
+        traverse("AssociatorNames", instance_name("Probe_Piece", "")).text("//CLASSPATH/CLASSNAME/@NAME"),
+        "Probe_Base");
+}
+
 TEST_F(Associations, AProviderWithoutAssociationsDoesNotSupportThem) {
     const cimserver::Provider instancesOnly(PROBE_PROVIDER, "InstancesOnly", broker);
     const cimserver::Operations bare(probe_name_spaces(instancesOnly));

@@ -102,6 +102,13 @@ TEST_F(Headers, TheOperationMustBeAMethodCall) {
     EXPECT_EQ(outcome_without("cimoperation"), "400 header-mismatch");
 }
 
+TEST_F(Headers, IndicationsAreNotTaken) {
+    HttpRequest request = good();
+    request.headers.erase("cimoperation");
+    request.headers["cimexport"] = "MethodRequest";
+    EXPECT_EQ(outcome(request), "501 unsupported-operation");
+}
+
 TEST_F(Headers, BatchesAreNotSupported) {
     EXPECT_EQ(outcome_with("cimbatch", ""), "501 multiple-requests-unsupported");
 }

@@ -74,6 +74,12 @@ TEST_F(Keys, AnUnnamedKeyIsThatOfTheClass) {
               "root/cimv2:Probe_Echo.InstanceID=\"bare\"");
 }
 
+TEST_F(Keys, AKeyHasTheTypeThatItsClassDeclares) {
+    const Response response = echo_of(key("InstanceID", "7", "VALUETYPE=\"numeric\""));
+    EXPECT_EQ(type_of(response, "InstanceID"), text(CMPI_string));
+    EXPECT_EQ(response.property("InstanceID"), "7");
+}
+
 TEST_F(Keys, ReferencesTakeTheRequestsNamespaceWhenTheyHaveNone) {
     const Response response = echo_of(reference_key("R", thing_name("t")));
     EXPECT_EQ(type_of(response, "R"), text(CMPI_ref));

@@ -38,9 +38,13 @@ class SecureProgram : public Program {
     }
     // The exit status of a program that is not to start.
     int fails(const std::vector<std::string>& arguments) {
-        start(with(arguments, {"--provider", PROBE_PROVIDER, "--provider-name", "Probe"}));
+        start(with(arguments, probe));
         return wait_for_end();
     }
+    // What is served.
+    const std::vector<std::string> probe = {"--provider", PROBE_PROVIDER,           "--provider-name",
+                                            "Probe",      "--registration",         PROBE_FOLDER "/probe.reg",
+                                            "--schema",   PROBE_FOLDER "/probe.mof"};
     static HttpRequest things(const std::string& authorization = "") {
         const std::string body =
             imethod_call("EnumerateInstances", parameter("ClassName", class_name("Probe_Thing")));
@@ -57,7 +61,7 @@ class SecureProgram : public Program {
 TEST_F(SecureProgram, ServesHttpsAloneWithACertificate) {
     serve(with(tls, {"--tls-port", "0"}));
     EXPECT_EQ(out(), "kesto-cimserver: serving https://127.0.0.1:" + std::to_string(port) +
-                         "/cimom (namespace root/cimv2)\n");
+                         "/cimom (namespace root/cimv2, root/Other)\n");
     EXPECT_EQ(Response(exchange_over_tls(port, things()).body).count("//INSTANCE"), 2U);
     EXPECT_EQ(stop(), 0);
     EXPECT_EQ(err(), "");
@@ -111,8 +115,7 @@ TEST_F(SecureProgram, BeyondLoopbackNeedsCertificateAndUsers) {
     }
     EXPECT_EQ(fails(with(with(anywhere, tls), with(users, {"--port", "5988"}))), 2);
     EXPECT_TRUE(err().starts_with("--port: HTTP is served on loopback only")) << err();
-    start(with(with(anywhere, tls),
-               with(users, {"--tls-port", "0", "--provider", PROBE_PROVIDER, "--provider-name", "Probe"})));
+    start(with(with(anywhere, tls), with(users, with(probe, {"--tls-port", "0"}))));
     for (int i = 0; i < 1000 && out().empty(); ++i) {
         usleep(10000);
     }
