@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "server/broker/broker.h"
@@ -20,6 +21,7 @@
 #include "server/http/server.h"
 #include "server/http/tls.h"
 #include "server/http/users.h"
+#include "server/interop/interop.h"
 #include "server/model/cim_model.h"
 #include "server/model/perform.h"
 #include "server/model/request.h"
@@ -156,10 +158,16 @@ void serve(const Options& options, Console& console) {
     Broker broker(warn, options.verbose);
     const std::string library = options.provider.empty() ? default_provider() : options.provider;
     const Provider provider(library, options.providerName, broker);
-    const Operations operations(
+    std::vector<ServedNameSpace> nameSpaces =
         served_name_spaces(options, [&provider](const Request& request, ResultSink& sink) {
             return call_provider(provider, request, sink);
-        }));
+        });
+    std::vector<std::string> names;
+    for (const ServedNameSpace& nameSpace : nameSpaces) {
+        names.push_back(nameSpace.name);
+    }
+    serve_interop(nameSpaces, {.systemName = host_name(), .asksForUsers = !options.users.empty()});
+    const Operations operations(std::move(nameSpaces));
     broker.serve([&operations](const Request& request, ResultSink& sink) {
         return operations.perform(request, sink);
     });
@@ -170,10 +178,6 @@ void serve(const Options& options, Console& console) {
     std::vector<std::string> urls;
     for (const auto& port : ports) {
         urls.push_back(port->url() + "/cimom");
-    }
-    std::vector<std::string> names;
-    for (const ServedNameSpace& nameSpace : operations.name_spaces()) {
-        names.push_back(nameSpace.name);
     }
     console.say("kesto-cimserver: serving " + joined(urls) + " (namespace " + joined(names) + ")");
     wait_for_stop();

@@ -11,9 +11,13 @@ namespace {
 
 // Which folders each folder may use, besides itself.
 const std::map<std::string, std::set<std::string>> USES = {
-    {"model", {}},         {"schema", {"model"}},
-    {"broker", {"model"}}, {"provider", {"model", "schema", "broker"}},
-    {"http", {"model"}},   {"cimxml", {"model", "schema", "provider", "http"}},
+    {"model", {}},
+    {"schema", {"model"}},
+    {"broker", {"model"}},
+    {"provider", {"model", "schema", "broker"}},
+    {"interop", {"model", "schema", "provider"}},
+    {"http", {"model"}},
+    {"cimxml", {"model", "schema", "provider", "http"}},
 };
 
 // The folder of `#include "server/FOLDER/FILE.h"`; empty for any other line.
