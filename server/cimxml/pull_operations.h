@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "server/cimxml/enumeration_sessions.h"
 #include "server/cimxml/operation_parameters.h"
