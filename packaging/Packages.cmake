@@ -11,7 +11,7 @@ set(package_of_server kesto-cimserver)
 set(package_of_emulator kesto-switch-emulator)
 set(package_of_documents kesto-fcip-doc)
 set(pages_of_provider register-provider.8)
-set(pages_of_server kesto-cimserver.8)
+set(pages_of_server kesto-cimserver.8 kesto-cimserver-certificate.8 kesto-cimserver-user.8)
 set(pages_of_emulator kesto-switch.1)
 
 find_program(GZIP gzip REQUIRED)
@@ -48,7 +48,8 @@ set(documents ${CMAKE_INSTALL_DATADIR}/doc/kesto-fcip-doc)
 install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md
         DESTINATION ${documents} COMPONENT documents)
 foreach(folder docs emulator emulator/examples platform schema)
-    file(GLOB files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.md ${PROJECT_SOURCE_DIR}/${folder}/*.json)
+    file(GLOB files CONFIGURE_DEPENDS
+         ${PROJECT_SOURCE_DIR}/${folder}/*.md ${PROJECT_SOURCE_DIR}/${folder}/*.json)
     list(APPEND files ${PROJECT_SOURCE_DIR}/${folder}/platform_services.h)
     list(FILTER files EXCLUDE REGEX "(docs|emulator|examples|schema)/platform_services.h$")
     install(FILES ${files} DESTINATION ${documents}/${folder} COMPONENT documents)
@@ -67,8 +68,8 @@ if(FCIP_BUILD_EMULATOR)
     list(APPEND components emulator)
     fcip_install_papers(emulator)
     configure_file(systemd/emulator.conf.in emulator.conf @ONLY)
-    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/emulator.conf DESTINATION lib/systemd/system/kesto-cimserver.service.d
-            COMPONENT emulator)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/emulator.conf
+            DESTINATION lib/systemd/system/kesto-cimserver.service.d COMPONENT emulator)
 endif()
 
 set(CPACK_GENERATOR DEB)
@@ -101,6 +102,9 @@ Serves the Fibre Channel over IP tunnels of the switch as CIM objects, in any
 CIM server that loads CMPI providers. register-provider(8) puts it into
 OpenPegasus and SFCB.")
 set(CPACK_DEBIAN_PROVIDER_PACKAGE_RECOMMENDS curl)
+set(CPACK_DEBIAN_PROVIDER_PACKAGE_CONTROL_EXTRA
+    ${CMAKE_CURRENT_SOURCE_DIR}/debian/kesto-fcip-provider/prerm
+    ${CMAKE_CURRENT_SOURCE_DIR}/debian/kesto-fcip-provider/postrm)
 set(CPACK_DEBIAN_PROVIDER_PACKAGE_SUGGESTS "kesto-cimserver, kesto-switch-emulator, kesto-fcip-doc")
 
 set(CPACK_COMPONENT_SERVER_DESCRIPTION "CIM server of the FCIP management provider

@@ -1,5 +1,5 @@
-# OpenPegasus: classes with cimmof, registration in root/PG_InterOp, providerDir with cimconfig. The server has to
-# run; it takes all of that over at once. Sourced by register-provider.
+# OpenPegasus: classes with cimmof, registration in root/PG_InterOp, providerDir with cimconfig. The server
+# has to run; it takes all of that over at once. Sourced by register-provider.
 # shellcheck shell=bash
 
 : "${data:?}" "${provider_dir:?}" "${namespace:?}" "${memory:?}"
@@ -18,7 +18,8 @@ provider_dirs() { cimconfig -g providerDir "$1" | sed 's/^[^:]*: //'; } # -c cur
 
 set_provider_dirs() { # CURRENT PLANNED
     # Relative entries are relative to the server's home.
-    (cd "${PEGASUS_HOME:-/}" && cimconfig -s providerDir="$1" -c && cimconfig -s providerDir="$2" -p) >/dev/null
+    (cd "${PEGASUS_HOME:-/}" &&
+        cimconfig -s providerDir="$1" -c && cimconfig -s providerDir="$2" -p) >/dev/null
 }
 
 known_classes() { cimcli nc -di -n "$namespace" 2>/dev/null || true; }

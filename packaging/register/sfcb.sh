@@ -1,9 +1,9 @@
-# SFCB: classes and registration through its staging area and sfcbrepos, providerDirs in sfcb.cfg. A running server
-# is restarted. Sourced by register-provider.
+# SFCB: classes and registration through its staging area and sfcbrepos, providerDirs in sfcb.cfg. A running
+# server is restarted. Sourced by register-provider.
 #
-# sfcbrepos compiles everything that is staged, the server's own classes too, and needs the CIM schema for it.
-# Without the schema, our classes bring their superclasses along and are compiled into the namespace directly, if
-# it is empty. Without the compiler, too, they are created by requests.
+# sfcbrepos compiles everything that is staged, the server's own classes too, and needs the CIM schema for
+# it. Without the schema, our classes bring their superclasses along and are compiled into the namespace
+# directly, if it is empty. Without the compiler, too, they are created by requests.
 # shellcheck shell=bash
 
 : "${data:?}" "${provider_dir:?}" "${namespace:?}" "${work:?}" "${url=}" "${user=}" "${restart_command=}"
@@ -164,7 +164,9 @@ restore_repository() {
 
 stage() { # MOF
     cp "$1" "$work/$CLASSES"
-    (cd "$work" && sfcbstage -s "$staging" -n "$namespace" -r "$(in_namespace "$data/$REGISTRATION")" "$CLASSES") ||
+    local registration
+    registration=$(in_namespace "$data/$REGISTRATION")
+    (cd "$work" && sfcbstage -s "$staging" -n "$namespace" -r "$registration" "$CLASSES") ||
         fail "sfcbstage could not stage $1"
 }
 
@@ -205,15 +207,17 @@ compile_directly() {
     }
 }
 
-# The stock class provider creates no classes; the one that does takes its place meanwhile. It wants a file that
-# exists, and drops the first class of it when it starts again; classes named DMY_... are dropped by design.
+# The stock class provider creates no classes; the one that does takes its place meanwhile. It wants a file
+# that exists, and drops the first class of it when it starts again; classes named DMY_... are dropped by
+# design.
 #
 # sfcbd crashes on a reference without a value, and a class has no use for one; any value does.
 create_by_request() {
     local class end='</PROPERTY.REFERENCE>'
     local value='<VALUE.REFERENCE><INSTANCENAME CLASSNAME="DMY_First"/></VALUE.REFERENCE>'
     [ -n "$(server_pid)" ] || fail "sfcbd does not run; it has to, to be sent the classes"
-    [ -f "$data/FCIPProviderStandalone.xml" ] || fail "there is no sfcbmof, and no $data/FCIPProviderStandalone.xml"
+    local classes=$data/FCIPProviderStandalone.xml
+    [ -f "$classes" ] || fail "there is no sfcbmof, and no $classes"
     cp -p "$registrations/providerRegister" "$work/stock-register"
     sed -i -E 's/^( *location: *)sfcClassProvider(Gz|Sf|Mem) *$/\1sfcClassProvider/' \
         "$registrations/providerRegister"
@@ -223,9 +227,10 @@ create_by_request() {
     restart || fail "sfcbd did not restart; name a command that does it with --restart"
     {
         echo '<CLASS NAME="DMY_First"></CLASS>'
-        cat "$data/FCIPProviderStandalone.xml"
+        cat "$classes"
     } | while IFS= read -r class; do
-        request CreateClass "<IPARAMVALUE NAME=\"NewClass\">${class//"$end"/"$value$end"}</IPARAMVALUE>" >"$work/answer" ||
+        class=${class//"$end"/"$value$end"}
+        request CreateClass "<IPARAMVALUE NAME=\"NewClass\">$class</IPARAMVALUE>" >"$work/answer" ||
             fail "sfcbd does not take the class ${class:0:60}...:" "$(error_text "$(cat "$work/answer")")"
     done
     cat "$work/stock-register" >"$registrations/providerRegister"

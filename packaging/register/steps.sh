@@ -1,5 +1,5 @@
-# What register-provider does alike for both servers: steps that can be undone, what it remembers between calls,
-# the platform library, the lists of classes. Sourced by register-provider, never run.
+# What register-provider does alike for both servers: steps that can be undone, what it remembers between
+# calls, the platform library, the lists of classes. Sourced by register-provider, never run.
 # shellcheck shell=bash
 
 # Set by register-provider.
@@ -44,7 +44,8 @@ finish() {
 trap finish EXIT
 trap 'exit 1' INT TERM HUP
 
-# --- What is remembered of a registration, so that --remove takes back no more than was done. One file a fact.
+# --- What is remembered of a registration, so that --remove takes back no more than was done. One file a
+# fact.
 
 memory=${server_home:-}/var/lib/kesto-fcip-provider/$server
 
@@ -75,7 +76,8 @@ remove_loader_file() {
 # platform_library PROCESS: PROCESS is the name of the server's program.
 platform_library() {
     if [ -n "${platform_dir:-}" ]; then
-        [ -e "$platform_dir/libkestoplatform.so.1" ] || fail "there is no libkestoplatform.so.1 in $platform_dir"
+        [ -e "$platform_dir/libkestoplatform.so.1" ] ||
+            fail "there is no libkestoplatform.so.1 in $platform_dir"
         [ -e "$LOADER_FILE" ] || on_failure remove_loader_file
         printf '# Written by register-provider.\n%s\n' "$platform_dir" >"$LOADER_FILE"
         /sbin/ldconfig
