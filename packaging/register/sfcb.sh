@@ -31,7 +31,7 @@ default_of() { sfcbrepos -h 2>/dev/null | sed -nE "s|.*$1 \[(.*)\].*|\1|p"; }
 # The process that the server's others come from.
 server_pid() {
     local pid parent
-    for pid in $(pidof sfcbd || true); do
+    for pid in $(processes_of sfcbd); do
         parent=$(awk '$1 == "PPid:" { print $2 }' "/proc/$pid/status" 2>/dev/null || true)
         [ "$(cat "/proc/$parent/comm" 2>/dev/null || true)" = sfcbd ] || { echo "$pid" && return; }
     done

@@ -73,7 +73,16 @@ remove_loader_file() {
     /sbin/ldconfig
 }
 
-# platform_library PROCESS: PROCESS is the name of the server's program.
+# The processes of a program: of this very file, for there may be others of its name.
+processes_of() { # COMMAND
+    local pid program
+    program=$(command -v "$1")
+    for pid in $(pidof "$1" || true); do
+        [ ! "/proc/$pid/exe" -ef "$program" ] || echo "$pid"
+    done
+}
+
+# platform_library COMMAND: COMMAND is the server's program.
 platform_library() {
     if [ -n "${platform_dir:-}" ]; then
         [ -e "$platform_dir/libkestoplatform.so.1" ] ||
@@ -86,7 +95,7 @@ platform_library() {
     fi
     loader_finds_platform && return
     local pid folder folders
-    for pid in $(pidof "$1" || true); do
+    for pid in $(processes_of "$1"); do
         folders=$(tr '\0' '\n' <"/proc/$pid/environ" | sed -n 's/^LD_LIBRARY_PATH=//p')
         for folder in ${folders//:/ }; do
             [ ! -e "$folder/libkestoplatform.so.1" ] || return 0
