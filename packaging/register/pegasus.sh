@@ -22,12 +22,14 @@ set_provider_dirs() { # CURRENT PLANNED
         cimconfig -s providerDir="$1" -c && cimconfig -s providerDir="$2" -p) >/dev/null
 }
 
-known_classes() { cimcli nc -di -n "$namespace" 2>/dev/null || true; }
+known_classes() { cimcli nc -di -n "$1" 2>/dev/null || true; } # NAMESPACE
 
 delete_classes() { # NAMESPACE CLASS... in the order of their definition
-    local from=$1 class
+    local from=$1 known class
     shift
+    known=$(known_classes "$from")
     for class in $(printf '%s\n' "$@" | tac); do
+        has_line "$class" "$known" || continue
         cimcli dc "$class" -n "$from" >/dev/null || say "The class $class stays: it is still in use."
     done
 }
@@ -72,12 +74,12 @@ pegasus_register() {
     fi
 
     local known mof=$data/FCIPProvider.mof class created=()
-    known=$(known_classes)
+    known=$(known_classes "$namespace")
     has_line CIM_ManagedElement "$known" || mof=$data/FCIPProviderStandalone.mof
     for class in $(classes_of "$mof"); do
         has_line "$class" "$known" || created+=("$class")
     done
-    on_failure delete_created_classes "$namespace" "${created[@]}"
+    on_failure delete_classes "$namespace" "${created[@]}"
     # Classes that others have declared, on a switch its own, stay as they are.
     cimmof -w -aEV -n "$namespace" "$mof" || fail "cimmof could not load $mof into $namespace"
     say "$(basename "$mof") is loaded into $namespace: ${#created[@]} new classes."
@@ -94,9 +96,6 @@ pegasus_register() {
 }
 
 forget_classes() { rm -f "$memory/classes"; }
-
-# After a failure some of them may not exist.
-delete_created_classes() { delete_classes "$@" 2>/dev/null; }
 
 pegasus_check() {
     local answer
