@@ -120,13 +120,22 @@ void declare_keys(ObjectPath& path, const ClassDeclaration& declared) {
     path.keys = std::move(keys);
 }
 
-// Passes on the instances that a path names.
+// The path has both ends of the association. Keys beside the ends count where both paths have them.
+bool names_association(const ObjectPath& path, const ObjectPath& association) {
+    const auto& keys = association.keys.all();
+    return may_be_same_object(path, association) &&
+           std::all_of(keys.begin(), keys.end(), [&path](const NamedValue& key) {
+               return key.value.as_reference() == nullptr || path.keys.find(key.name) != nullptr;
+           });
+}
+
+// Passes on the associations that a path names.
 class Named : public ResultSink {
   public:
     Named(ResultSink& next, const ClassSchema& schema, const ObjectPath& path)
         : next_(next), schema_(schema), path_(path) {}
     void deliver(const Instance& instance) override {
-        if (may_be_same_object(named_path(instance, schema_), path_)) next_.deliver(instance);
+        if (names_association(path_, named_path(instance, schema_))) next_.deliver(instance);
     }
     void deliver(const ObjectPath&) override {}
 
