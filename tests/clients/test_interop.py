@@ -25,10 +25,16 @@ def test_every_namespace_that_is_listed_has_classes(connection, wbem_server):
         assert connection.EnumerateClassNames(namespace=name)
 
 
-@pytest.mark.parametrize("class_name", ["CIM_Namespace", "__Namespace"])
-def test_either_class_of_namespaces_names_them(connection, wbem_server, class_name):
-    paths = connection.EnumerateInstanceNames(class_name, namespace=wbem_server.interop_ns)
+def test_the_interop_namespace_names_all_namespaces(connection, wbem_server):
+    paths = connection.EnumerateInstanceNames("CIM_Namespace", namespace=wbem_server.interop_ns)
     assert NAMESPACE in [path["Name"] for path in paths]
+    for path in paths:
+        assert connection.GetInstance(path)["Name"] == path["Name"]
+
+
+def test_a_namespace_names_those_in_it(connection):
+    paths = connection.EnumerateInstanceNames("__Namespace", namespace="root")
+    assert "cimv2" in [path["Name"] for path in paths]
     for path in paths:
         assert connection.GetInstance(path)["Name"] == path["Name"]
 
