@@ -100,14 +100,19 @@ class Passing : public ResultSink {
     Test test_;
 };
 
+bool is_role(const std::string& end, const std::optional<std::string>& asked) {
+    return !asked || same_name(end, *asked);
+}
+
 bool refers_to(const NamedValue& key, const std::optional<std::string>& role, const ObjectPath& object) {
-    if (role && !same_name(key.name, *role)) return false;
+    if (!is_role(key.name, role)) return false;
     const ObjectPath* end = key.value.as_reference();
     return end != nullptr && may_be_same_object(*end, object);
 }
 
 // Finds out whether the source and a far end play the roles that a request for the associators of one
-// association class asks for.
+// association class asks for: by an association object that holds both; where the provider spells the far end
+// otherwise in there, by the source's role in its association objects; where it has none, by the class.
 class Roles {
   public:
     Roles(const ClassSchema& schema, const Perform& provider, const Request& request)
@@ -124,10 +129,37 @@ class Roles {
         if (std::any_of(sourceLinks_->begin(), sourceLinks_->end(), joins)) return true;
         if (std::any_of(sourceLinks_->begin(), sourceLinks_->end(), mentions)) return false;
         const std::vector<ObjectPath> farLinks = links_of(farEnd);
-        return std::any_of(farLinks.begin(), farLinks.end(), joins);
+        if (std::any_of(farLinks.begin(), farLinks.end(), joins)) return true;
+        if (std::any_of(farLinks.begin(), farLinks.end(), mentions)) return false;
+        if (sourceLinks_->empty()) return are_declared();
+        return std::any_of(sourceLinks_->begin(), sourceLinks_->end(),
+                           [this](const ObjectPath& link) { return are_in(link); });
     }
 
   private:
+    // Whether the source has its role in an association object, and another end the other.
+    bool are_in(const ObjectPath& link) const {
+        const auto& keys = link.keys.all();
+        return std::any_of(keys.begin(), keys.end(), [&](const NamedValue& near) {
+            return refers_to(near, request_.role, request_.target) &&
+                   std::any_of(keys.begin(), keys.end(), [&](const NamedValue& far) {
+                       return &far != &near && far.value.as_reference() != nullptr &&
+                              is_role(far.name, request_.resultRole);
+                   });
+        });
+    }
+
+    bool are_declared() const {
+        const auto& ends = schema_.find(*request_.associationClass)->properties;
+        return std::any_of(ends.begin(), ends.end(), [&](const PropertyDeclaration& near) {
+            return near.type == CMPI_ref && is_role(near.name, request_.role) &&
+                   schema_.is_a(request_.target.className, near.referencedClass) &&
+                   std::any_of(ends.begin(), ends.end(), [&](const PropertyDeclaration& far) {
+                       return &far != &near && far.type == CMPI_ref && is_role(far.name, request_.resultRole);
+                   });
+        });
+    }
+
     // The association objects of the class at one end, by their names, or else by the references they hold.
     std::vector<ObjectPath> links_of(const ObjectPath& end) const {
         Request links{.operation = Operation::ReferenceNames,

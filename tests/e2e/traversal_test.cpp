@@ -248,6 +248,14 @@ TEST_F(TraversalFilters, ResultRoleIsTheFarObjectsPart) {
     EXPECT_EQ(settings("SettingData", "ManagedElement"), 0U);
 }
 
+TEST_F(TraversalFilters, RoleHoldsForAFarObjectThatItsAssociationNamesOtherwise) {
+    const auto farEnds = [&](const char* role) {
+        return client().associators(first_tunnel(), {"KESTO_SANFCIPEndpoint", "", role, ""}).size();
+    };
+    EXPECT_EQ(farEnds("Antecedent"), 1U);
+    EXPECT_EQ(farEnds("Dependent"), 0U);
+}
+
 TEST_F(TraversalFilters, RoleCountsForReferencesToo) {
     const auto references = [&](const char* role) {
         const Filter filter = {"", "KESTO_FCIPElementSettingData", role, ""};

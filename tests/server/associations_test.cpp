@@ -129,8 +129,12 @@ TEST_F(Associations, TheFarEndsReferencesShowTheRolesWhereTheSourcesDoNot) {
     EXPECT_EQ(far_ends(thing_name("one"), association("Probe_Part") + role("Piece")), List{});
 }
 
-TEST_F(Associations, ObjectsWhoseRoleNothingShowsDoNotPass) {
-    EXPECT_EQ(far_ends(odd(), association("Probe_Unheard") + role("Left")), List{});
+TEST_F(Associations, RolesThatNoReferenceShowsAreThoseOfTheDeclaredEnds) {
+    const List found{"Probe_Junk Probe_Unheard"};
+    EXPECT_EQ(far_ends(odd(), association("Probe_Unheard") + role("Left")), found);
+    EXPECT_EQ(far_ends(odd(), association("Probe_Unheard") + role("Left") + result_role("Right")), found);
+    EXPECT_EQ(far_ends(odd(), association("Probe_Unheard") + role("Left") + result_role("Left")), List{});
+    EXPECT_EQ(far_ends(odd(), association("Probe_Unheard") + role("Middle")), List{});
 }
 
 TEST_F(Associations, RolesApplyToInstancesToo) {
