@@ -38,6 +38,12 @@ inline void hand_over(const CMPIResult* result, const CMPIObjectPath* path) {
     if (!FOR_FOREIGN_SERVERS || is_object(path)) result->ft->returnObjectPath(result, path);
 }
 
+// The switch's own server closes the result of a single instance itself. OpenPegasus reads the value that a
+// client asks for by GetProperty from a closed result only.
+inline void end_results(const CMPIResult* result) {
+    if (FOR_FOREIGN_SERVERS) result->ft->returnDone(result);
+}
+
 // Hands an object over only when it could be built.
 template <typename Object>
 void hand_over_built(const CMPIResult* result, const Object* object) {

@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "common/broker.h"
+#include "common/results.h"
 #include "common/trace.h"
 #include "provider/catalogue.h"
 #include "provider/get_instance.h"
@@ -42,5 +43,6 @@ CMPIStatus FCIP_GetInstance(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context
     }
     const ProviderLock lock;
     get_instance(served_class(className).get, {op, className, nameSpace, key.value, properties, result});
+    end_results(result);
     return ok();
 }

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <string>
+#include <vector>
+
 #include "tests/support/recording_broker.h"
 
 namespace {
@@ -28,7 +32,19 @@ std::vector<std::string> handed_over() {
     return texts;
 }
 
+// How often the result is closed when a single instance has been handed over.
+std::size_t closed() {
+    RecordingBroker broker;
+    RecordingResult result(broker);
+    end_results(result.cmpi());
+    return result.done_calls();
+}
+
 #ifdef FCIP_FOREIGN_SERVERS
+
+TEST(ForeignServersResults, TheResultOfASingleInstanceIsClosed) {
+    EXPECT_EQ(closed(), 1U);
+}
 
 TEST(ForeignServersResults, NullAndMinusOneAreKeptBack) {
     const auto texts = handed_over();
@@ -37,6 +53,10 @@ TEST(ForeignServersResults, NullAndMinusOneAreKeptBack) {
 }
 
 #else
+
+TEST(Results, TheResultOfASingleInstanceIsLeftOpen) {
+    EXPECT_EQ(closed(), 0U);
+}
 
 TEST(Results, NullAndMinusOneAreHandedOverAsTheyAre) {
     const auto texts = handed_over();
