@@ -145,12 +145,15 @@ class Named : public ResultSink {
     const ObjectPath& path_;
 };
 
-// A provider may know an association as a reference of its ends only, and not by its own name.
-Outcome find_among_references(const ServedNameSpace& served, const Request& request, ResultSink& sink) {
+// A provider may know an association as a reference of its ends only, and not by its own name. Ends are what
+// the class declares as such: a client can put any number of other references into a path.
+Outcome find_among_references(const ServedNameSpace& served, const ClassDeclaration& declared,
+                              const Request& request, ResultSink& sink) {
     FirstInstance first(sink);
     Named named(first, served.schema, request.target);
-    for (const NamedValue& key : request.target.keys.all()) {
-        const ObjectPath* end = key.value.as_reference();
+    for (const PropertyDeclaration& property : declared.properties) {
+        const NamedValue* key = property.type == CMPI_ref ? request.target.keys.find(property.name) : nullptr;
+        const ObjectPath* end = key != nullptr ? key->value.as_reference() : nullptr;
         if (end == nullptr || first.found || served.schema.find(end->className) == nullptr) continue;
         Request references = request;
         references.operation = Operation::References;
@@ -175,7 +178,7 @@ Outcome perform_on_instance(const ServedNameSpace& served, const ClassDeclaratio
     } else if (gets) {
         outcome = get_instance(*candidate, served.schema, request, sink);
         if (outcome.code == CMPI_RC_ERR_NOT_FOUND && declared.is_association()) {
-            const Outcome found = find_among_references(served, request, sink);
+            const Outcome found = find_among_references(served, declared, request, sink);
             if (found.ok()) outcome = found;
         }
     } else {

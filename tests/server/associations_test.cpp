@@ -1,8 +1,14 @@
 // Traversal of associations: what the provider leaves to the server.
+#include <cmpidt.h>
+
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "server/model/request.h"
+#include "server/model/result_sink.h"
+#include "server/provider/served.h"
 #include "tests/server/probe_service.h"
 
 namespace {
@@ -198,6 +204,29 @@ TEST_F(Associations, AnAssociationThatTheProviderDoesNotGetIsFoundAmongTheRefere
     };
     EXPECT_EQ(get("one").texts("//IRETURNVALUE/INSTANCE/PROPERTY.REFERENCE/@NAME"), (List{"Left", "Right"}));
     EXPECT_EQ(get("three").error_code(), 6);
+}
+
+TEST_F(Associations, OnlyTheEndsThatTheClassDeclaresAreAskedForTheirReferences) {
+    unsigned asked = 0;
+    std::vector<cimserver::ServedNameSpace> counted = probe_name_spaces(provider);
+    for (cimserver::ServedClass& served : counted.front().classes) {
+        served.provider = [&asked](const cimserver::Request& request, cimserver::ResultSink&) {
+            const bool references = request.operation == cimserver::Operation::References;
+            if (references) ++asked;
+            return cimserver::Outcome::error(references ? CMPI_RC_OK : CMPI_RC_ERR_NOT_FOUND);
+        };
+    }
+    const cimserver::Operations counting(std::move(counted));
+    const cimserver::CimXmlService counter(counting, {.host = "testhost"});
+    std::string keys = reference_key("Left", thing_name("one")) + reference_key("Right", thing_name("two"));
+    for (unsigned number = 0; number < 100; ++number) {
+        keys += reference_key("Other" + std::to_string(number), thing_name("one"));
+    }
+    const auto reply = counter.answer(
+        post(imethod_call("GetInstance", parameter("InstanceName", instance_name("Probe_Link", keys))),
+             "GetInstance"));
+    EXPECT_EQ(Response(reply.body).error_code(), 6);
+    EXPECT_EQ(asked, 2U);
 }
 
 TEST_F(Associations, ASourceWithoutKeysIsAClass) {
