@@ -7,8 +7,10 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 
 #include "server/model/error.h"
+#include "server/model/text.h"
 
 namespace cimserver {
 
@@ -16,6 +18,27 @@ namespace {
 
 int duplicate(int descriptor) {
     return fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+}
+
+// The text as one line of plain characters. Clients have a say in it: a line feed would let them add lines of
+// their own, an escape sequence play tricks on the reader's terminal.
+std::string as_line(std::string_view text) {
+    constexpr char32_t LAST_LOW_CONTROL = 0x1F;
+    constexpr char32_t FIRST_HIGH_CONTROL = 0x7F;
+    constexpr char32_t LAST_HIGH_CONTROL = 0x9F;
+    std::string line;
+    for (std::size_t at = 0; at < text.size();) {
+        const DecodedChar next = decode_utf8(text, at);
+        const bool control = next.code <= LAST_LOW_CONTROL ||
+                             (next.code >= FIRST_HIGH_CONTROL && next.code <= LAST_HIGH_CONTROL);
+        if (next.valid && !control) {
+            line += text.substr(at, next.length);
+        } else {
+            line += '?';
+        }
+        at += next.length;
+    }
+    return line;
 }
 
 } // namespace
@@ -39,7 +62,7 @@ void Console::redirect_provider(const std::string& file) const {
 }
 
 void Console::write(int descriptor, const std::string& line) {
-    const std::string text = line + "\n";
+    const std::string text = as_line(line) + "\n";
     const std::lock_guard guard(lock_);
     for (std::size_t written = 0; written < text.size();) {
         const ssize_t step = ::write(descriptor, text.data() + written, text.size() - written);

@@ -139,6 +139,15 @@ TEST_F(Program, VerboseReportsOperations) {
               "kesto-cimserver: EnumerateInstances Probe_Odd: 2 returned, 3 that were no objects ignored\n");
 }
 
+TEST_F(Program, WhatItReportsStaysOnOneLine) {
+    serve({"--verbose"});
+    ask_class("EnumerateInstances", "A&#10;B&#9;\xC2\x9B\xC3\xA9");
+    stop();
+    EXPECT_EQ(err(),
+              "kesto-cimserver: EnumerateInstances A?B??\xC3\xA9: CIM_ERR_INVALID_CLASS "
+              "(there is no class A?B??\xC3\xA9)\n");
+}
+
 TEST_F(Program, ServesTheNamespacesOfTheCommandLine) {
     serve({"--namespace", "root/a", "--namespace", "root/b"});
     EXPECT_NE(out().find("(namespace root/a, root/b)"), std::string::npos);
