@@ -59,7 +59,7 @@ int socket_of(MHD_Connection* connection) {
 
 MHD_Result add_header(void* to, MHD_ValueKind, const char* name, const char* value) {
     auto& headers = *static_cast<std::map<std::string, std::string>*>(to);
-    const std::string text = value != nullptr ? value : "";
+    const std::string text(trimmed(value != nullptr ? value : "")); // the library leaves blanks at the end
     const auto [header, isNew] = headers.emplace(lower_cased(name), text);
     if (!isNew) header->second += ", " + text;
     return MHD_YES;
@@ -165,9 +165,10 @@ class HttpServer::Impl {
         const bool tooLarge =
             length != nullptr && std::strtoull(length->c_str(), nullptr, 10) > settings_.maxBody;
         if (tooLarge && !refusal) refusal = too_large_reply();
+        const bool asks = request->message.header("Expect") != nullptr; // before it sends its body
         *state = request.release();
         // Said before the client sends it all; MHD closes the connection then.
-        return tooLarge ? send(connection, *refusal) : MHD_YES;
+        return tooLarge || (refusal && asks) ? send(connection, *refusal) : MHD_YES;
     }
 
     std::optional<HttpReply> refusal_of(HttpRequest& request, int socket) const {

@@ -97,6 +97,7 @@ class HostHeader : public testing::Test {
 TEST_F(HostHeader, ReachesTheHandlerAsTheClientSentIt) {
     EXPECT_EQ(ask("Host: Switch:5989\r\n").body, "Switch:5989");
     EXPECT_EQ(ask("Host: localhost\r\n").status, 200);
+    EXPECT_EQ(ask("Host: \t switch \t\r\n").body, "switch"); // blanks around it are none of it
 }
 
 TEST_F(HostHeader, OfAnotherServerReachesNoHandler) {
@@ -104,6 +105,13 @@ TEST_F(HostHeader, OfAnotherServerReachesNoHandler) {
     EXPECT_EQ(received.status, 421);
     EXPECT_EQ(received.body, "this server is not known as evil.example\n");
     EXPECT_EQ(handled, 0);
+}
+
+TEST_F(HostHeader, OfAnotherServerIsRefusedBeforeTheClientSendsWhatItAsksToSend) {
+    Connection connection(server.port());
+    connection.send(
+        "POST / HTTP/1.1\r\nHost: evil.example\r\nExpect: 100-continue\r\nContent-Length: 2\r\n\r\n");
+    EXPECT_TRUE(connection.receive_all().starts_with("HTTP/1.1 421"));
 }
 
 TEST_F(HostHeader, IsNeededOnce) {
