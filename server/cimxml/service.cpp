@@ -38,6 +38,21 @@ ObjectForm form_of(const CimXmlOperation& operation, const Request& request) {
     return operation.form == ObjectForm::ObjectPath ? ObjectForm::ClassPath : ObjectForm::ClassWithPath;
 }
 
+// What a report says the operation is about, and what came of it.
+std::string subject_of(const ObjectPath& target) {
+    if (target.className.empty()) return {};
+    return " " + (target.keys.empty() ? target.className : target.to_string());
+}
+
+std::string result_of(const Outcome& outcome) {
+    std::string text = ": " + std::to_string(outcome.delivered) + " returned";
+    if (outcome.ignored != 0) {
+        text += ", " + std::to_string(outcome.ignored) + " that were no objects ignored";
+    }
+    if (!outcome.message.empty()) text += " (" + outcome.message + ")";
+    return text;
+}
+
 } // namespace
 
 HttpReply CimXmlService::answer(const HttpRequest& request) const {
@@ -57,6 +72,8 @@ HttpReply CimXmlService::answer(const HttpRequest& request) const {
 
 std::string CimXmlService::run_operation(const HttpRequest& http, const CimXmlRequest& message) const {
     const ResponseFrame frame{message.messageId, message.method, message.extrinsic, message.typedKeys};
+    std::string line = message.method;
+    std::string answer;
     try {
         const CimXmlOperation* operation = message.extrinsic ? nullptr : find_operation(message.method);
         const PullOperation* pull = message.extrinsic ? nullptr : find_pull_operation(message.method);
@@ -67,15 +84,21 @@ std::string CimXmlService::run_operation(const HttpRequest& http, const CimXmlRe
         if (served == nullptr) {
             throw CimError(CMPI_RC_ERR_INVALID_NAMESPACE, "there is no namespace " + message.nameSpace);
         }
-        return response(frame, operation != nullptr ? perform(*operation, *served, http, message)
-                                                    : perform(*pull, http, message));
+        answer = response(frame, operation != nullptr ? perform(*operation, *served, http, message, line)
+                                                      : perform(*pull, http, message, line));
     } catch (const CimError& error) {
-        return error_response(frame, error);
+        const std::string why = error.what();
+        line += std::string(": ") + cim_error_name(cim_error_code(error.code));
+        if (!why.empty()) line += " (" + why + ")";
+        answer = error_response(frame, error);
     }
+    if (settings_.report) settings_.report(line);
+    return answer;
 }
 
 std::string CimXmlService::perform(const CimXmlOperation& operation, const ServedNameSpace& served,
-                                   const HttpRequest& http, const CimXmlRequest& message) const {
+                                   const HttpRequest& http, const CimXmlRequest& message,
+                                   std::string& line) const {
     OperationParameters parameters(message.parameters());
     Request request{.operation = operation.operation};
     request.target.nameSpace = message.nameSpace;
@@ -84,6 +107,7 @@ std::string CimXmlService::perform(const CimXmlOperation& operation, const Serve
         operation.opens ? std::optional(read_open_terms(parameters)) : std::nullopt;
     parameters.expect_no_more();
     request.context = context_of(parameters.flags(), message, http);
+    if (settings_.report) line += subject_of(request.target);
 
     const std::string* host = http.header("Host");
     ObjectWriter writer(form_of(operation, request),
@@ -98,37 +122,26 @@ std::string CimXmlService::perform(const CimXmlOperation& operation, const Serve
                          .wanted = name_set(request.wanted)});
     SeparateObjects separate(writer);
     const Outcome outcome = operations_.perform(request, terms ? static_cast<ResultSink&>(separate) : writer);
-    report(message, request, outcome);
     if (!outcome.ok()) throw CimError(outcome.code, outcome.message);
-    if (operation.form == ObjectForm::Nothing) return {};
-    if (!terms) return return_value(writer.take());
-    return portion_answer(
-               sessions_.open({owner_of(http, message), operation.form, terms->timeout, separate.take()},
-                              terms->firstPortion))
-        .content;
+    std::string content;
+    if (terms) {
+        content = portion_answer(sessions_.open({owner_of(http, message), operation.form, terms->timeout,
+                                                 separate.take()},
+                                                terms->firstPortion))
+                      .content;
+    } else if (operation.form != ObjectForm::Nothing) {
+        content = return_value(writer.take());
+    }
+    line += result_of(outcome);
+    return content;
 }
 
 std::string CimXmlService::perform(const PullOperation& operation, const HttpRequest& http,
-                                   const CimXmlRequest& message) const {
+                                   const CimXmlRequest& message, std::string& line) const {
     OperationParameters parameters(message.parameters());
     const PullAnswer answer = operation.perform(parameters, sessions_, owner_of(http, message));
-    if (settings_.report) settings_.report(message.method + ": " + answer.report);
+    line += ": " + answer.report;
     return answer.content;
-}
-
-void CimXmlService::report(const CimXmlRequest& message, const Request& request,
-                           const Outcome& outcome) const {
-    if (!settings_.report) return;
-    const ObjectPath& target = request.target;
-    std::string line =
-        message.method + " " + (target.keys.empty() ? target.className : target.to_string()) + ": ";
-    line += outcome.ok() ? std::to_string(outcome.delivered) + " returned"
-                         : cim_error_name(cim_error_code(outcome.code));
-    if (outcome.ignored != 0) {
-        line += ", " + std::to_string(outcome.ignored) + " that were no objects ignored";
-    }
-    if (!outcome.message.empty()) line += " (" + outcome.message + ")";
-    settings_.report(line);
 }
 
 } // namespace cimserver

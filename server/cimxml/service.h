@@ -38,12 +38,12 @@ class CimXmlService {
 
   private:
     std::string run_operation(const HttpRequest& http, const CimXmlRequest& message) const;
-    // The content of the response; throws CimError.
+    // The content of the response; throws CimError. `line` is what will be reported: the operation's target
+    // is added to it and, where that did not fail, the result.
     std::string perform(const CimXmlOperation& operation, const ServedNameSpace& served,
-                        const HttpRequest& http, const CimXmlRequest& message) const;
-    std::string perform(const PullOperation& operation, const HttpRequest& http,
-                        const CimXmlRequest& message) const;
-    void report(const CimXmlRequest& message, const Request& request, const Outcome& outcome) const;
+                        const HttpRequest& http, const CimXmlRequest& message, std::string& line) const;
+    std::string perform(const PullOperation& operation, const HttpRequest& http, const CimXmlRequest& message,
+                        std::string& line) const;
 
     const Operations& operations_;
     Settings settings_;

@@ -3,6 +3,7 @@
 #include <cmpidt.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,12 @@ Outcome unknown_class(CMPIrc code, const std::string& className) {
     return Outcome::error(code, "there is no class " + className);
 }
 
+Outcome delivered(std::size_t count) {
+    Outcome outcome;
+    outcome.delivered = static_cast<unsigned>(count);
+    return outcome;
+}
+
 void deliver_name(const ClassDeclaration& declared, ResultSink& sink) {
     sink.deliver(ObjectPath{{}, declared.nameSpace, declared.name, {}});
 }
@@ -25,20 +32,21 @@ Outcome get_class(const ClassSchema& schema, const Request& request, ResultSink&
     const ClassDeclaration* found = schema.find(request.target.className);
     if (found == nullptr) return unknown_class(CMPI_RC_ERR_NOT_FOUND, request.target.className);
     sink.deliver_class(*found);
-    return {};
+    return delivered(1);
 }
 
 Outcome enumerate_classes(const ClassSchema& schema, const Request& request, ResultSink& sink) {
     const std::string& top = request.target.className;
     if (!top.empty() && schema.find(top) == nullptr) return unknown_class(CMPI_RC_ERR_INVALID_CLASS, top);
-    for (const ClassDeclaration* declared : schema.subclasses(top, request.deepInheritance)) {
+    const std::vector<const ClassDeclaration*> below = schema.subclasses(top, request.deepInheritance);
+    for (const ClassDeclaration* declared : below) {
         if (request.operation == Operation::EnumerateClasses) {
             sink.deliver_class(*declared);
         } else {
             deliver_name(*declared, sink);
         }
     }
-    return {};
+    return delivered(below.size());
 }
 
 Outcome get_qualifier(const ClassSchema& schema, const Request& request, ResultSink& sink) {
@@ -47,7 +55,7 @@ Outcome get_qualifier(const ClassSchema& schema, const Request& request, ResultS
         return Outcome::error(CMPI_RC_ERR_NOT_FOUND, "there is no qualifier " + request.qualifier);
     }
     sink.deliver_qualifier(*found);
-    return {};
+    return delivered(1);
 }
 
 bool allows(const std::optional<std::string>& role, const PropertyDeclaration& end) {
@@ -95,7 +103,7 @@ Outcome perform_class_operation(const ClassSchema& schema, const Request& reques
             for (const auto& entry : schema.qualifier_types()) {
                 sink.deliver_qualifier(entry.second);
             }
-            return {};
+            return delivered(schema.qualifier_types().size());
         default:
             return Outcome::error(CMPI_RC_ERR_NOT_SUPPORTED);
     }
@@ -124,7 +132,7 @@ Outcome traverse_classes(const ClassSchema& schema, const Request& request, Resu
             sink.deliver_class(*declared);
         }
     }
-    return {};
+    return delivered(found.size());
 }
 
 } // namespace cimserver

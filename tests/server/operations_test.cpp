@@ -197,6 +197,19 @@ TEST_F(Operations, UnknownNamespacesAreRefused) {
     EXPECT_EQ(response.error_code(), 3);
 }
 
+TEST_F(Operations, TheReportShowsWhatTheServerAnswersItselfToo) {
+    ask_class("GetClass", "Probe_Thing");
+    ask("EnumerateClassNames", "");
+    ask("GetInstance", "");
+    ask("PullInstances", parameter("EnumerationContext", value("x")));
+    ask("Frobnicate", "");
+    EXPECT_EQ(reported, (std::vector<std::string>{
+                            "GetClass Probe_Thing: 1 returned", "EnumerateClassNames: 7 returned",
+                            "GetInstance: CIM_ERR_INVALID_PARAMETER (parameter InstanceName is missing)",
+                            "PullInstances: CIM_ERR_INVALID_PARAMETER (parameter MaxObjectCount is missing)",
+                            "Frobnicate: CIM_ERR_NOT_SUPPORTED (Frobnicate is not served)"}));
+}
+
 TEST_F(Operations, TheReportShowsWhatWasAskedAndReturned) {
     ask_class("EnumerateInstances", "Probe_Thing");
     ask("GetInstance", parameter("InstanceName", thing_name("hint")));
