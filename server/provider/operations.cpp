@@ -159,7 +159,7 @@ Outcome find_among_references(const ServedNameSpace& served, const ClassDeclarat
         references.operation = Operation::References;
         references.associationClass = request.target.className;
         references.target = *end;
-        const Outcome outcome = traverse(served, references, named);
+        Outcome outcome = traverse(served, references, named);
         if (!outcome.ok()) return outcome;
     }
     return first.found ? Outcome{} : Outcome::error(CMPI_RC_ERR_NOT_FOUND);
@@ -240,7 +240,7 @@ Outcome check_classes_of_traversal(const ClassSchema& schema, const Request& req
 }
 
 Outcome perform_traversal(const ServedNameSpace& served, Request request, ResultSink& sink) {
-    const Outcome checked = check_classes_of_traversal(served.schema, request);
+    Outcome checked = check_classes_of_traversal(served.schema, request);
     if (!checked.ok()) return checked;
     if (request.ofClass) return traverse_classes(served.schema, request, sink);
     declare_keys(request.target, *served.schema.find(request.target.className));
