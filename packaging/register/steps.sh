@@ -73,6 +73,11 @@ remove_loader_file() {
     /sbin/ldconfig
 }
 
+restore_loader_file() {
+    cp "$work/loader-file" "$LOADER_FILE"
+    /sbin/ldconfig
+}
+
 # The processes of a program: of this very file, for there may be others of its name.
 processes_of() { # COMMAND
     local pid program
@@ -87,12 +92,18 @@ platform_library() {
     if [ -n "${platform_dir:-}" ]; then
         [ -e "$platform_dir/libkestoplatform.so.1" ] ||
             fail "there is no libkestoplatform.so.1 in $platform_dir"
-        [ -e "$LOADER_FILE" ] || on_failure remove_loader_file
+        if [ -e "$LOADER_FILE" ]; then
+            cp "$LOADER_FILE" "$work/loader-file"
+            on_failure restore_loader_file
+        else
+            on_failure remove_loader_file
+        fi
         printf '# Written by register-provider.\n%s\n' "$platform_dir" >"$LOADER_FILE"
         /sbin/ldconfig
-        remember_platform=yes
-        say "$LOADER_FILE names $platform_dir"
+        say "$LOADER_FILE names $platform_dir."
     fi
+    # Whichever call wrote it, the server relies on it from now on.
+    [ ! -e "$LOADER_FILE" ] || remember_platform=yes
     loader_finds_platform && return
     local pid folder folders
     for pid in $(processes_of "$1"); do
@@ -105,8 +116,14 @@ platform_library() {
         "Name its folder with --platform-dir DIR, or start $1 with the folder in LD_LIBRARY_PATH."
 }
 
+# The loader's file stays as long as the other server needs it.
 forget_platform() {
-    [ -z "$(recall loader-file)" ] || remove_loader_file
+    [ -n "$(recall loader-file)" ] || return 0
+    local needed
+    for needed in "${memory%/*}"/*/loader-file; do
+        [ "$needed" = "$memory/loader-file" ] || [ ! -e "$needed" ] || return 0
+    done
+    remove_loader_file
 }
 
 # --- Classes and registrations
