@@ -20,6 +20,18 @@ sfcb_prepare() {
     registrations=${registrations:-$server_home/var/lib/sfcb/registration}
     staging=$(default_of 'specify staging directory')
     schema=$(default_of 'containing CIM Schema MOFs')/CIM_Schema.mof
+    [ -z "$user" ] || ask_password
+}
+
+# Once, for all requests: curl would ask at each of them.
+ask_password() {
+    local password login
+    [ ! -t 0 ] || printf 'Password of %s: ' "$user" >&2
+    IFS= read -rs password || [ -n "$password" ] || fail "no password on standard input"
+    [ ! -t 0 ] || echo >&2
+    login=$user:$password
+    login=${login//\\/\\\\}
+    (umask 077 && printf 'user = "%s"\n' "${login//\"/\\\"}" >"$work/login")
 }
 
 # The last of several settings counts.
@@ -77,18 +89,23 @@ restart() {
         kill -HUP "$pid"
         within 10 have_ended "${children[@]}" || return 1
     fi
-    within 10 answers || fail "sfcbd does not answer after its restart; its log says why"
+    within 10 answers ||
+        fail "sfcbd does not answer after its restart; its log says why. If it asks for a user, name one" \
+            "with --user."
 }
 
 # --- Requests
 
 server_url() {
+    local port
     if [ -n "$url" ]; then
         printf '%s\n' "$url"
     elif [ "$(setting enableHttp)" = true ]; then
-        printf 'http://127.0.0.1:%s\n' "$(setting httpPort)"
+        port=$(setting httpPort)
+        printf 'http://127.0.0.1:%s\n' "${port:-5988}"
     else
-        printf 'https://127.0.0.1:%s\n' "$(setting httpsPort)"
+        port=$(setting httpsPort)
+        printf 'https://127.0.0.1:%s\n' "${port:-5989}"
     fi
 }
 
@@ -97,9 +114,9 @@ request() {
     need curl
     local path='' name options=(--silent --show-error --max-time 30 --netrc-optional --http1.1)
     for name in ${namespace//\// }; do path+="<NAMESPACE NAME=\"$name\"/>"; done
-    [ -z "$user" ] || options+=(--user "$user")
-    # The server's own certificate is its own word only; the request goes to this machine.
-    [ -n "$url" ] || options+=(--insecure)
+    [ -z "$user" ] || options+=(--config "$work/login")
+    # The server's own certificate is its own word only; the request goes to this machine, by no proxy.
+    [ -n "$url" ] || options+=(--insecure --noproxy '*')
     local answer
     answer=$(curl "${options[@]}" --header 'Content-Type: application/xml; charset="utf-8"' \
         --header 'CIMOperation: MethodCall' --header "CIMMethod: $1" --header "CIMObject: $namespace" \
@@ -237,6 +254,10 @@ create_by_request() {
 }
 
 sfcb_register() {
+    local before
+    before=$(recall namespace)
+    [ -z "$before" ] || [ "${before,,}" = "${namespace,,}" ] ||
+        fail "the provider is registered in $before; take that back first, with --remove"
     platform_library sfcbd
     keep_repository
     remember_dir=$(recall provider-dir)
@@ -300,6 +321,7 @@ sfcb_remove() {
     fi
     forget_platform
     forget
+    undo=() # a server that does not restart brings nothing back
     if [ -n "$(server_pid)" ] && ! restart; then
         say "sfcbd runs as before. Restart it, so that it does not serve the provider any more."
     else
