@@ -90,7 +90,7 @@ pegasus_register() {
     pegasus_check
 
     remember namespace "$namespace"
-    remember classes "$(printf '%s\n' "${created[@]}")"
+    [ ${#created[@]} -eq 0 ] || remember classes "$(printf '%s\n' "${created[@]}")"
     remember provider-dir "$added"
     [ -z "${remember_platform:-}" ] || remember loader-file yes
 }
