@@ -207,7 +207,7 @@ TEST_F(Program, SaysWhatIsWrongWithSchemaAndRegistration) {
     std::ofstream(file("half.mof")) << "class A {\n  string B\n};";
     EXPECT_EQ(error(reg, file("half.mof")),
               "kesto-cimserver: " + file("half.mof") + ":3: expected ;, not \"}\"\n");
-    std::ofstream(file("empty.mof"));
+    std::ofstream(file("empty.mof")) << "// nothing\n";
     EXPECT_EQ(error(reg, file("empty.mof")),
               "kesto-cimserver: the registered class Probe_Thing is not declared in the schema\n");
     std::ofstream(file("other.reg")) << "[X]\nprovider: Other\ntype: instance\nnamespace: root\n";

@@ -42,9 +42,10 @@ class SecureProgram : public Program {
         return wait_for_end();
     }
     // What is served.
-    const std::vector<std::string> probe = {"--provider", PROBE_PROVIDER,           "--provider-name",
-                                            "Probe",      "--registration",         PROBE_FOLDER "/probe.reg",
-                                            "--schema",   PROBE_FOLDER "/probe.mof"};
+    const std::string registration = PROBE_FOLDER "/probe.reg";
+    const std::string schema = PROBE_FOLDER "/probe.mof";
+    const std::vector<std::string> probe = {"--provider",     PROBE_PROVIDER, "--provider-name", "Probe",
+                                            "--registration", registration,   "--schema",        schema};
     static HttpRequest things(const std::string& authorization = "") {
         const std::string body =
             imethod_call("EnumerateInstances", parameter("ClassName", class_name("Probe_Thing")));
