@@ -20,6 +20,8 @@ sfcb_prepare() {
     registrations=${registrations:-$server_home/var/lib/sfcb/registration}
     staging=$(default_of 'specify staging directory')
     schema=$(default_of 'containing CIM Schema MOFs')/CIM_Schema.mof
+    [ -z "$(server_pid)" ] || command -v curl >/dev/null ||
+        fail "curl is missing, with which the running server is sent requests"
     [ -z "$user" ] || ask_password
 }
 
@@ -90,8 +92,8 @@ restart() {
         within 10 have_ended "${children[@]}" || return 1
     fi
     within 10 answers ||
-        fail "sfcbd does not answer after its restart; its log says why. If it asks for a user, name one" \
-            "with --user."
+        fail "sfcbd does not answer after its restart; its log says why." \
+            "If it asks for a user, name one with --user."
 }
 
 # --- Requests
@@ -111,7 +113,6 @@ server_url() {
 
 # request OPERATION [PARAMETERS AS XML]: prints the answer; fails when there is none, or an error.
 request() {
-    need curl
     local path='' name options=(--silent --show-error --max-time 30 --netrc-optional --http1.1)
     for name in ${namespace//\// }; do path+="<NAMESPACE NAME=\"$name\"/>"; done
     [ -z "$user" ] || options+=(--config "$work/login")
