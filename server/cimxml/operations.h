@@ -12,7 +12,7 @@ namespace cimserver {
 
 struct CimXmlOperation {
     std::string_view name;
-    Operation operation; // which the provider is called for
+    Operation operation; // that it performs
     ObjectForm form;     // of the objects in its result
     void (*read)(OperationParameters& parameters, Request& request);
     bool opens = false; // an enumeration, which the client takes in portions (pull_operations.h)

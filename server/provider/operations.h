@@ -8,7 +8,8 @@
 // them a provider is called for:
 //
 // - An enumeration asks for each registered class at or below the class that is named.
-// - GetInstance delivers exactly one instance, or ends with CMPI_RC_ERR_NOT_FOUND.
+// - GetInstance delivers exactly one instance, or ends with CMPI_RC_ERR_NOT_FOUND. An association that its
+//   provider does not find by its name is looked for among the references of its ends.
 // - Traversals are completed and filtered (traversal.h).
 // - Operations on classes are answered from the schema alone (class_operations.h).
 #ifndef KESTO_SERVER_PROVIDER_OPERATIONS_H

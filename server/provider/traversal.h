@@ -7,8 +7,8 @@
 //   results.
 // - Which roles two associated objects play is read off the association objects between them. The references
 //   of the source show it; where they say nothing of a far end, that end's own references of the same class
-//   do (a provider may know an association from one end only). An object whose role nothing shows does not
-//   pass a filter by role.
+//   do (a provider may know an association from one end only). Where neither mentions both, the roles in the
+//   source's other association objects of the class count, or, when it has none, the declared ends.
 #ifndef KESTO_SERVER_PROVIDER_TRAVERSAL_H
 #define KESTO_SERVER_PROVIDER_TRAVERSAL_H
 
