@@ -16,6 +16,7 @@
 #define KESTO_SERVER_PROVIDER_OPERATIONS_H
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "server/model/request.h"

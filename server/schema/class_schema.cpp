@@ -3,7 +3,7 @@
 #include <cmpidt.h>
 
 #include <algorithm>
-#include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace cimserver {

@@ -9,8 +9,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "server/model/text.h"
 #include "server/model/types.h"

@@ -6,10 +6,8 @@
 #ifndef KESTO_SERVER_SCHEMA_MOF_PARSER_H
 #define KESTO_SERVER_SCHEMA_MOF_PARSER_H
 
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "server/model/cim_class.h"
 #include "server/schema/mof_tokens.h"
