@@ -32,7 +32,6 @@ class Operations {
     // In the namespace of the request's target; in the first one when it names none.
     Outcome perform(const Request& request, ResultSink& sink) const;
 
-    const std::vector<ServedNameSpace>& name_spaces() const { return nameSpaces_; }
     // NULL for a namespace that is not served.
     const ServedNameSpace* find_name_space(std::string_view name) const;
 
