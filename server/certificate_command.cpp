@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "server/command.h"
 #include "server/http/file.h"
 #include "server/http/tls.h"
-#include "server/options.h"
 
 namespace {
 
@@ -64,10 +64,5 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "kesto-cimserver-certificate: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
+    return run_command("kesto-cimserver-certificate", run, argc, argv);
 }

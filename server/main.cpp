@@ -4,7 +4,6 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -16,6 +15,7 @@
 
 #include "server/broker/broker.h"
 #include "server/cimxml/service.h"
+#include "server/command.h"
 #include "server/console.h"
 #include "server/http/message.h"
 #include "server/http/server.h"
@@ -207,10 +207,5 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const std::exception& error) { // before there is a console, or because it fails
-        std::fprintf(stderr, "kesto-cimserver: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
+    return run_command("kesto-cimserver", run, argc, argv); // prints what no console does
 }

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 
+#include "server/command.h"
 #include "server/http/ip_address.h"
 
 namespace cimserver {

@@ -14,8 +14,6 @@
 
 namespace cimserver {
 
-constexpr int USAGE_ERROR = 2; // the exit status of a command line that cannot be served
-
 struct Options {
     HttpServer::Settings http; // what the ports have in common
     std::optional<std::uint16_t> httpPort, httpsPort;

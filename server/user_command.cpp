@@ -4,16 +4,14 @@
 
 #include <CLI/CLI.hpp>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <iostream>
 #include <string>
 
+#include "server/command.h"
 #include "server/http/password_hash.h"
 #include "server/http/user_file.h"
 #include "server/model/error.h"
-#include "server/options.h"
 
 namespace {
 
@@ -107,10 +105,5 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "kesto-cimserver-user: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
+    return run_command("kesto-cimserver-user", run, argc, argv);
 }
