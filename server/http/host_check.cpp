@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <regex>
+#include <string>
+#include <string_view>
 
 #include "server/model/text.h"
 
@@ -13,13 +14,32 @@ namespace {
 constexpr unsigned BAD_REQUEST = 400;
 constexpr unsigned MISDIRECTED_REQUEST = 421;
 
+bool has_only(std::string_view text, std::string_view characters) {
+    return text.find_first_not_of(characters) == std::string_view::npos;
+}
+
 // The host of "host", "host:port" or "[address]:port"; empty for anything else.
-std::string host_in(const std::string& header) {
-    constexpr std::size_t LONGEST = 300; // longer than any name, and short enough for the matcher's recursion
-    static const std::regex FORM(R"((?:\[([0-9A-Fa-f:.]+)\]|([0-9A-Za-z._-]+))(?::[0-9]{0,5})?)");
-    std::smatch parts;
-    if (header.size() > LONGEST || !std::regex_match(header, parts, FORM)) return {};
-    return parts[1].matched ? parts[1] : parts[2];
+std::string host_in(std::string_view header) {
+    constexpr std::size_t LONGEST = 300; // longer than any name
+    constexpr std::size_t LONGEST_PORT = 5;
+    constexpr std::string_view DIGITS = "0123456789";
+    constexpr std::string_view OF_ADDRESSES = "0123456789ABCDEFabcdef:.";
+    constexpr std::string_view OF_NAMES = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz._-";
+    if (header.size() > LONGEST) return {};
+    const bool bracketed = header.starts_with('[');
+    if (bracketed) header.remove_prefix(1);
+    const std::string_view host =
+        header.substr(0, header.find_first_not_of(bracketed ? OF_ADDRESSES : OF_NAMES));
+    std::string_view rest = header.substr(host.size());
+    if (bracketed) {
+        if (!rest.starts_with(']')) return {};
+        rest.remove_prefix(1);
+    }
+    if (!rest.empty()) {
+        const std::string_view port = rest.substr(1);
+        if (rest.front() != ':' || port.size() > LONGEST_PORT || !has_only(port, DIGITS)) return {};
+    }
+    return std::string(host);
 }
 
 bool names_this_server(const std::string& host, const IpAddress& reached,
