@@ -72,6 +72,12 @@ struct Outcome {
     unsigned ignored = 0; // objects that were none, see ResultContent
 
     bool ok() const { return code == CMPI_RC_OK; }
+    // What has been asked next came out like that: its result counts, and the objects of both.
+    void follow_with(Outcome next) {
+        next.delivered += delivered;
+        next.ignored += ignored;
+        *this = std::move(next);
+    }
     static Outcome error(CMPIrc code, std::string message = {}) { return {code, std::move(message), 0, 0}; }
 };
 

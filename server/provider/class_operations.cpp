@@ -67,9 +67,7 @@ bool allows(const std::optional<std::string>& role, const PropertyDeclaration& e
 void add_far_ends(const ClassSchema& schema, const Request& request, const ClassDeclaration& association,
                   std::vector<const ClassDeclaration*>& found) {
     for (const PropertyDeclaration& near : association.properties) {
-        const bool joins = near.type == CMPI_ref && allows(request.role, near) &&
-                           schema.is_a(request.target.className, near.referencedClass);
-        if (!joins) continue;
+        if (!allows(request.role, near) || !schema.is_end_for(near, request.target.className)) continue;
         for (const PropertyDeclaration& far : association.properties) {
             const bool isEnd = far.type == CMPI_ref && &far != &near && allows(request.resultRole, far);
             const ClassDeclaration* end = isEnd ? schema.find(far.referencedClass) : nullptr;
@@ -82,11 +80,10 @@ void add_far_ends(const ClassSchema& schema, const Request& request, const Class
 }
 
 bool has_end(const ClassSchema& schema, const Request& request, const ClassDeclaration& association) {
-    return std::any_of(association.properties.begin(), association.properties.end(),
-                       [&](const PropertyDeclaration& end) {
-                           return end.type == CMPI_ref && allows(request.role, end) &&
-                                  schema.is_a(request.target.className, end.referencedClass);
-                       });
+    return std::any_of(
+        association.properties.begin(), association.properties.end(), [&](const PropertyDeclaration& end) {
+            return allows(request.role, end) && schema.is_end_for(end, request.target.className);
+        });
 }
 
 } // namespace

@@ -52,7 +52,7 @@ class Narrowed : public ResultSink {
 // class declares itself, or, of a subclass without its own properties, those of the class that the client
 // named.
 Outcome ask_for_properties(const ServedClass& candidate, const ClassSchema& schema,
-                           const ClassDeclaration& named, Request request, ResultSink& sink) {
+                           const ClassDeclaration& named, const Request& request, ResultSink& sink) {
     const ClassDeclaration& own = *schema.find(candidate.name);
     if (!request.localOnly && (request.deepInheritance || &own == &named)) {
         return candidate.provider(request, sink);
@@ -65,8 +65,9 @@ Outcome ask_for_properties(const ServedClass& candidate, const ClassSchema& sche
         if (local && known && asked) wanted.push_back(property.name);
     }
     Narrowed narrowed(sink, NameSet(wanted.begin(), wanted.end()));
-    request.wanted = std::move(wanted);
-    return candidate.provider(request, narrowed);
+    Request limited = request;
+    limited.wanted = std::move(wanted);
+    return candidate.provider(limited, narrowed);
 }
 
 Outcome enumerate(const ServedNameSpace& served, const ClassDeclaration& named, const Request& request,
@@ -77,10 +78,7 @@ Outcome enumerate(const ServedNameSpace& served, const ClassDeclaration& named, 
         Request one = request;
         // The class itself reaches the provider as the client spells it.
         if (!same_name(candidate.name, named.name)) one.target.className = candidate.name;
-        Outcome outcome = ask_for_properties(candidate, served.schema, named, one, sink);
-        outcome.delivered += total.delivered;
-        outcome.ignored += total.ignored;
-        total = std::move(outcome);
+        total.follow_with(ask_for_properties(candidate, served.schema, named, one, sink));
         if (!total.ok()) break; // part of an answer would look like all of it
     }
     return total;
@@ -90,8 +88,7 @@ Outcome get_instance(const ServedClass& candidate, const ClassSchema& schema, Re
                      ResultSink& sink) {
     request.operation = Operation::GetInstance;
     FirstInstance first(sink);
-    Outcome outcome =
-        ask_for_properties(candidate, schema, *schema.find(candidate.name), std::move(request), first);
+    Outcome outcome = ask_for_properties(candidate, schema, *schema.find(candidate.name), request, first);
     if (outcome.ok() && !first.found) outcome.code = CMPI_RC_ERR_NOT_FOUND;
     return outcome;
 }

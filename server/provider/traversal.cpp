@@ -152,8 +152,7 @@ class Roles {
     bool are_declared() const {
         const auto& ends = schema_.find(*request_.associationClass)->properties;
         return std::any_of(ends.begin(), ends.end(), [&](const PropertyDeclaration& near) {
-            return near.type == CMPI_ref && is_role(near.name, request_.role) &&
-                   schema_.is_a(request_.target.className, near.referencedClass) &&
+            return is_role(near.name, request_.role) && schema_.is_end_for(near, request_.target.className) &&
                    std::any_of(ends.begin(), ends.end(), [&](const PropertyDeclaration& far) {
                        return &far != &near && far.type == CMPI_ref && is_role(far.name, request_.resultRole);
                    });
@@ -231,9 +230,7 @@ Outcome ask_with_roles(const ClassSchema& schema, const Perform& provider, const
 bool is_end(const ClassSchema& schema, const std::string& association, const std::string& source) {
     const ClassDeclaration* declared = schema.find(association);
     return std::any_of(declared->properties.begin(), declared->properties.end(),
-                       [&](const PropertyDeclaration& end) {
-                           return end.type == CMPI_ref && schema.is_a(source, end.referencedClass);
-                       });
+                       [&](const PropertyDeclaration& end) { return schema.is_end_for(end, source); });
 }
 
 } // namespace
@@ -254,11 +251,8 @@ Outcome traverse(const ServedNameSpace& served, const Request& request, ResultSi
         // The class itself reaches the provider as the client spells it.
         const bool itself = request.associationClass && same_name(candidate.name, *request.associationClass);
         one.associationClass = itself ? *request.associationClass : candidate.name;
-        Outcome outcome = byRoles ? ask_with_roles(schema, candidate.provider, one, results)
-                                  : candidate.provider(one, results);
-        outcome.delivered += total.delivered;
-        outcome.ignored += total.ignored;
-        total = std::move(outcome);
+        total.follow_with(byRoles ? ask_with_roles(schema, candidate.provider, one, results)
+                                  : candidate.provider(one, results));
         if (!total.ok()) break; // part of an answer would look like all of it
     }
     return total;

@@ -110,6 +110,10 @@ bool ClassSchema::is_a(std::string_view className, std::string_view ancestor) co
     return false;
 }
 
+bool ClassSchema::is_end_for(const PropertyDeclaration& property, std::string_view className) const {
+    return property.type == CMPI_ref && is_a(className, property.referencedClass);
+}
+
 std::vector<const ClassDeclaration*> ClassSchema::subclasses(std::string_view className, bool deep) const {
     std::vector<const ClassDeclaration*> below;
     for (const ClassDeclaration* candidate : inOrder_) {

@@ -47,6 +47,9 @@ class ClassSchema : public MofReceiver {
     // The class itself, or one below it. False for classes that are not declared.
     bool is_a(std::string_view className, std::string_view ancestor) const;
 
+    // The property is a reference that objects of the class can stand in.
+    bool is_end_for(const PropertyDeclaration& property, std::string_view className) const;
+
     // The classes below one, in the order of their declaration: all, or only those directly below. Those at
     // the top are below the class with the empty name.
     std::vector<const ClassDeclaration*> subclasses(std::string_view className, bool deep) const;
